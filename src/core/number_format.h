@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace barcode {
+
+// Appends numbers to a text as C's printf would in the C locale, whatever the locale of the host.
+
+// Decimal integer.
+void AppendInt(std::string& out, std::int64_t value);
+
+// "%.2f": two decimals, exact ties to even, "inf"/"nan" as printf writes them.
+void AppendFixed2(std::string& out, double value);
+
+// "%.<precision>g".
+void AppendGeneral(std::string& out, double value, int precision = 6);
+
+}  // namespace barcode
