@@ -1,0 +1,236 @@
+#include <array>
+#include <atomic>
+#include <cstring>
+#include <limits>
+#include <string_view>
+
+#include "api/handle.h"
+#include "api/symbology_factory.h"
+#include "barcode.h"
+#include "core/ascii.h"
+#include "core/barcode_base_1d.h"
+#include "core/barcode_base_2d.h"
+#include "core/gs1_check_digit.h"
+#include "core/numeric.h"
+#include "linear/code39.h"
+
+using barcode::BarcodeBase;
+using barcode::BarcodeBase1D;
+using barcode::BarcodeBase2D;
+using barcode::Code39;
+using barcode::Set;
+using barcode::SetText;
+using barcode::With;
+
+namespace {
+
+// Returned where a string result is not available.
+constexpr const char* kNoText = "";
+
+// Colour components and sizes arrive as ints: the low byte, and the same bits as unsigned.
+std::uint8_t Byte(int value) {
+  return static_cast<std::uint8_t>(value);
+}
+
+std::uint32_t Size(int pixels) {
+  return static_cast<std::uint32_t>(pixels);
+}
+
+// Copies a string result into the handle.
+template <class Fetch>
+const char* FetchText(BarcodeHandle handle, Fetch fetch) {
+  return With<BarcodeBase>(handle, kNoText, [&](BarcodeBase& object) {
+    handle->resultText = fetch(object);
+    return handle->resultText.c_str();
+  });
+}
+
+}  // namespace
+
+BarcodeHandle barcode_create(int type) {
+  return barcode::Guarded<BarcodeHandle>(nullptr, [&]() -> BarcodeHandle {
+    auto object = barcode::CreateSymbology(type);
+    if (object == nullptr) {
+      return nullptr;
+    }
+    auto record = std::make_unique<BarcodeHandleRecord>();
+    record->object = std::move(object);
+    record->type = type;
+    return record.release();
+  });
+}
+
+void barcode_destroy(BarcodeHandle handle) {
+  const std::unique_ptr<BarcodeHandleRecord> owner(handle);
+}
+
+void barcode_set_output_format(BarcodeHandle handle, const char* format) {
+  SetText<BarcodeBase>(handle, format,
+                       [](BarcodeBase& object, const char* text) { object.SetOutputFormat(text); });
+}
+
+int barcode_is_svg_output(BarcodeHandle handle) {
+  return With<BarcodeBase>(handle, 0, [](BarcodeBase& object) { return object.IsSvgOutput() ? 1 : 0; });
+}
+
+void barcode_set_foreground_color(BarcodeHandle handle, int r, int g, int b, int a) {
+  Set<BarcodeBase>(
+      handle, [&](BarcodeBase& object) { object.SetForegroundColor(Byte(r), Byte(g), Byte(b), Byte(a)); });
+}
+
+void barcode_set_background_color(BarcodeHandle handle, int r, int g, int b, int a) {
+  Set<BarcodeBase>(
+      handle, [&](BarcodeBase& object) { object.SetBackgroundColor(Byte(r), Byte(g), Byte(b), Byte(a)); });
+}
+
+void barcode_set_fit_width(BarcodeHandle handle, int flag) {
+  Set<BarcodeBase>(handle, [&](BarcodeBase& object) { object.SetFitWidth(flag != 0); });
+}
+
+void barcode_set_px_adjust_black(BarcodeHandle handle, int pixels) {
+  Set<BarcodeBase>(handle, [&](BarcodeBase& object) { object.SetPxAdjustBlack(pixels); });
+}
+
+void barcode_set_px_adjust_white(BarcodeHandle handle, int pixels) {
+  Set<BarcodeBase>(handle, [&](BarcodeBase& object) { object.SetPxAdjustWhite(pixels); });
+}
+
+void barcode_set_show_text(BarcodeHandle handle, int flag) {
+  Set<BarcodeBase1D>(handle, [&](BarcodeBase1D& object) { object.SetShowText(flag != 0); });
+}
+
+void barcode_set_text_even_spacing(BarcodeHandle handle, int flag) {
+  Set<BarcodeBase1D>(handle, [&](BarcodeBase1D& object) { object.SetTextEvenSpacing(flag != 0); });
+}
+
+void barcode_set_text_font_scale(BarcodeHandle handle, double scale) {
+  Set<BarcodeBase1D>(handle,
+                     [&](BarcodeBase1D& object) { object.SetTextFontScale(barcode::ToFloat(scale)); });
+}
+
+void barcode_set_text_gap(BarcodeHandle handle, double scale) {
+  Set<BarcodeBase1D>(handle, [&](BarcodeBase1D& object) { object.SetTextGap(barcode::ToFloat(scale)); });
+}
+
+void barcode_set_show_start_stop(BarcodeHandle handle, int flag) {
+  Set<Code39>(handle, [&](auto& object) { object.SetShowStartStop(flag != 0); });
+}
+
+// The options below belong to symbologies that this version does not offer yet: no handle is served.
+void barcode_set_extended_guard(BarcodeHandle /*handle*/, int /*flag*/) {}
+
+void barcode_set_code_mode(BarcodeHandle /*handle*/, const char* /*mode*/) {}
+
+void barcode_set_string_encoding(BarcodeHandle handle, const char* encoding) {
+  SetText<BarcodeBase2D>(handle, encoding,
+                         [](BarcodeBase2D& object, const char* text) { object.SetStringEncoding(text); });
+}
+
+void barcode_set_version(BarcodeHandle /*handle*/, int /*version*/) {}
+
+void barcode_set_error_correction_level(BarcodeHandle /*handle*/, const char* /*level*/) {}
+
+void barcode_set_encode_mode(BarcodeHandle /*handle*/, const char* /*mode*/) {}
+
+void barcode_set_code_size(BarcodeHandle /*handle*/, const char* /*size*/) {}
+
+void barcode_set_encode_scheme(BarcodeHandle /*handle*/, const char* /*scheme*/) {}
+
+void barcode_set_columns(BarcodeHandle /*handle*/, int /*columns*/) {}
+
+void barcode_set_rows(BarcodeHandle /*handle*/, int /*rows*/) {}
+
+void barcode_set_error_level(BarcodeHandle /*handle*/, int /*level*/) {}
+
+void barcode_set_aspect_ratio(BarcodeHandle /*handle*/, double /*ratio*/) {}
+
+void barcode_set_y_height(BarcodeHandle /*handle*/, int /*height*/) {}
+
+void barcode_set_symbol_type_14(BarcodeHandle /*handle*/, const char* /*type*/) {}
+
+const char* barcode_get_symbol_type_14(BarcodeHandle /*handle*/) {
+  return kNoText;
+}
+
+void barcode_set_symbol_type_exp(BarcodeHandle /*handle*/, const char* /*type*/) {}
+
+void barcode_set_no_of_columns(BarcodeHandle /*handle*/, int /*columns*/) {}
+
+int barcode_draw_1d(BarcodeHandle handle, const char* text, int width, int height) {
+  return barcode::DrawText<BarcodeBase>(handle, text, [&](BarcodeBase& object, const std::string& data) {
+    return object.Draw(data, 0, 0, Size(width), Size(height));
+  });
+}
+
+int barcode_draw_2d(BarcodeHandle handle, const char* text, int size) {
+  return barcode::DrawText<BarcodeBase2D>(handle, text, [&](BarcodeBase2D& object, const std::string& data) {
+    return object.DrawSquare(data, 0, 0, Size(size));
+  });
+}
+
+int barcode_draw_2d_rect(BarcodeHandle handle, const char* text, int width, int height) {
+  return barcode::DrawText<BarcodeBase2D>(handle, text, [&](BarcodeBase2D& object, const std::string& data) {
+    return object.Draw(data, 0, 0, Size(width), Size(height));
+  });
+}
+
+int barcode_draw_convenience(BarcodeHandle /*handle*/, const char* /*text*/, int /*width*/, int /*height*/) {
+  return 0;
+}
+
+int barcode_draw_stacked(BarcodeHandle /*handle*/, const char* /*text*/, int /*width*/, int /*height*/) {
+  return 0;
+}
+
+int barcode_draw_yubin(BarcodeHandle /*handle*/, const char* /*text*/, int /*height*/) {
+  return 0;
+}
+
+int barcode_draw_yubin_with_width(BarcodeHandle /*handle*/, const char* /*text*/, int /*width*/,
+                                  int /*height*/) {
+  return 0;
+}
+
+int barcode_encode_14(BarcodeHandle /*handle*/, const char* /*text*/) {
+  return 0;
+}
+
+const char* barcode_calculate_check_digit_14(const char* text) {
+  constexpr std::size_t kDigits = 13;
+  if (text == nullptr) {
+    return kNoText;
+  }
+  const std::string_view digits(text, strnlen(text, kDigits + 1));
+  if (digits.size() != kDigits || !barcode::AllDigits(digits)) {
+    return kNoText;
+  }
+  // One result for all callers, replaced by each call; its one character is stored atomically.
+  static std::array<char, 2> result{};
+  std::atomic_ref(result[0]).store(barcode::Gs1CheckDigit(digits));
+  return result.data();
+}
+
+const char* barcode_get_base64(BarcodeHandle handle) {
+  return FetchText(handle, [](BarcodeBase& object) { return object.GetImageBase64(); });
+}
+
+const unsigned char* barcode_get_image_data(BarcodeHandle handle, int* length) {
+  if (length == nullptr) {
+    return nullptr;
+  }
+  *length = 0;
+  return With<BarcodeBase>(handle, static_cast<const unsigned char*>(nullptr),
+                           [&](BarcodeBase& object) -> const unsigned char* {
+                             handle->resultBytes = object.GetImageData();
+                             const std::size_t size = handle->resultBytes.size();
+                             if (size == 0 || size > std::numeric_limits<int>::max()) {
+                               return nullptr;
+                             }
+                             *length = static_cast<int>(size);
+                             return handle->resultBytes.data();
+                           });
+}
+
+const char* barcode_get_svg(BarcodeHandle handle) {
+  return FetchText(handle, [](BarcodeBase& object) { return object.GetSvg(); });
+}

@@ -1,0 +1,142 @@
+#include "core/barcode_base_1d.h"
+
+#include <algorithm>
+#include <exception>
+
+#include "core/diagnostics.h"
+#include "core/number_format.h"
+#include "core/numeric.h"
+#include "core/rect_painter.h"
+#include "core/text_bands.h"
+#include "text/font.h"
+#include "text/text_layout.h"
+#include "text/text_painter.h"
+
+namespace barcode {
+
+BarcodeBase1D::BarcodeBase1D(std::string_view format) : BarcodeBase(format) {
+  InitTextRendering();
+}
+
+void BarcodeBase1D::LayoutBarHeight(std::uint32_t /*width*/, std::uint32_t height, int lines) {
+  m_barHeight = static_cast<float>(height);
+  if (m_showText) {
+    constexpr int kMinGap = 2;
+    const std::int64_t textRows = lines == 1 ? 1 : std::int64_t{lines} + 2;
+    const std::int64_t gap = std::max(ScaledTextGap(height, kTextGapBands, m_textGap), kMinGap);
+    m_barHeight = static_cast<float>(height - textRows * TextSize(height, m_textFontScale) - gap);
+  }
+  m_barHeight = std::max(m_barHeight, 1.0F);
+}
+
+void BarcodeBase1D::DrawText(std::string_view text, int x, int y, int barsWidth, std::uint32_t height) {
+  if (!IsTextRenderingReady() || !m_showText || text.empty() || m_canvas == nullptr) {
+    return;
+  }
+  const int size = TextSize(height, m_textFontScale);
+  TextPainter painter(*m_canvas, size, m_foreColor);
+  if (!painter.IsOpen()) {
+    ErrorLine("TTF_OpenFont error: ", SDL_GetError());
+    return;
+  }
+  const TextBox box{.top = std::int64_t{y} + height - size, .bottom = std::int64_t{y} + height};
+  if (m_textEvenSpacing) {
+    const auto spacing = EvenSpacing::Across(x, barsWidth, text.size(), size, m_textMarginScale);
+    painter.DrawSpaced(text, spacing, box);
+  } else {
+    painter.DrawCentred(text, x, barsWidth, box);
+  }
+}
+
+void BarcodeBase1D::DrawSvgText(std::string_view text, int x, int y, int barsWidth, std::uint32_t height) {
+  if (!m_showText || text.empty()) {
+    return;
+  }
+  const int size = TextSize(height, m_textFontScale);
+  const auto top = static_cast<double>(std::int64_t{y} + height - size);
+  if (!m_textEvenSpacing) {
+    SvgText(static_cast<double>(std::int64_t{x} + barsWidth / 2), top, text, size, m_foreColor, "middle");
+    return;
+  }
+  const auto spacing = EvenSpacing::Across(x, barsWidth, text.size(), size, m_textMarginScale);
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    SvgText(static_cast<double>(spacing.Centre(i)), top, text.substr(i, 1), size, m_foreColor, "middle");
+  }
+}
+
+bool BarcodeBase1D::DrawLinear(std::string_view tag, int x, int y, std::uint32_t width, std::uint32_t height,
+                               const MakeSymbol& makeSymbol) {
+  return Reported(tag, [&] {
+    if (!HasPreparedCanvas(x, y, width, height)) {
+      return false;
+    }
+    LayoutBarHeight(width, height, 1);
+    FillBackground();
+    const LinearSymbol symbol = makeSymbol();
+    RectPainter painter(*m_canvas, m_foreColor);
+    const float drawnWidth =
+        LayoutBars(symbol.pattern, ScaleFor(width, TotalModules(symbol.pattern)), static_cast<float>(x),
+                   static_cast<float>(y), m_barHeight, [&](const RectF& bar) { painter.Fill(bar); });
+    painter.Flush();
+    DrawText(symbol.displayText, x, y, TruncToInt(drawnWidth), height);
+    PresentCanvas();
+    PrintSizeReport(width, height, drawnWidth);
+    return true;
+  });
+}
+
+bool BarcodeBase1D::DrawLinearSvg(std::string_view tag, int x, int y, std::uint32_t width,
+                                  std::uint32_t height, const MakeSymbol& makeSymbol) {
+  return Reported(tag, [&] {
+    LayoutBarHeight(width, height, 1);
+    const LinearSymbol symbol = makeSymbol();
+    BeginSvgDocument(width, height);
+    const float drawnWidth =
+        LayoutBars(symbol.pattern, ScaleFor(width, TotalModules(symbol.pattern)), static_cast<float>(x),
+                   static_cast<float>(y), m_barHeight,
+                   [&](const RectF& bar) { SvgRect(bar.x, bar.y, bar.width, bar.height, m_foreColor); });
+    DrawSvgText(symbol.displayText, x, y, TruncToInt(drawnWidth), height);
+    EndSvg();
+    return true;
+  });
+}
+
+bool BarcodeBase1D::HasPreparedCanvas(int x, int y, std::uint32_t width, std::uint32_t height) {
+  return PrepareCanvas(x, y, width, height) && m_canvas != nullptr;
+}
+
+void BarcodeBase1D::BeginSvgDocument(std::uint32_t width, std::uint32_t height) {
+  BeginSvg(width, height);
+  SvgRect(0, 0, width, height, m_backColor);
+}
+
+ElementScale BarcodeBase1D::ScaleFor(std::uint32_t width, std::uint64_t modules) const {
+  return {ModuleWidth(width, modules, m_fitWidth), m_pxAdjustBlack, m_pxAdjustWhite};
+}
+
+void BarcodeBase1D::PrintSizeReport(std::uint32_t width, std::uint32_t height, float drawnWidth) const {
+  std::string report = "指定サイズ: width=";
+  AppendInt(report, width);
+  report += ", height=";
+  AppendInt(report, height);
+  report += "\n実際の描画サイズ: width=";
+  AppendGeneral(report, drawnWidth);
+  if (m_surface != nullptr) {
+    report += "\nサーフェスサイズ: width=";
+    AppendInt(report, m_surface->w);
+    report += ", height=";
+    AppendInt(report, m_surface->h);
+  }
+  PrintLine(report);
+}
+
+bool BarcodeBase1D::Reported(std::string_view tag, const std::function<bool()>& draw) {
+  try {
+    return draw();
+  } catch (const std::exception& error) {
+    ErrorLine(tag, error.what());
+    return false;
+  }
+}
+
+}  // namespace barcode

@@ -1,0 +1,57 @@
+#include "core/rect_painter.h"
+
+#include <algorithm>
+
+namespace barcode {
+namespace {
+
+// The renderer truncates to whole pixels: what begins up to one pixel before the canvas is drawn at its edge.
+constexpr float kReach = 1.0F;
+
+// Shortens an extent so that its end is at most `end`, for sizes that no canvas holds.
+float Bounded(float begin, float extent, float end) {
+  return begin + extent > end ? end - begin : extent;
+}
+
+}  // namespace
+
+RectPainter::RectPainter(SDL_Renderer& canvas, const Colour& colour) : m_canvas(canvas), m_colour(colour) {
+  int width = 0;
+  int height = 0;
+  SDL_GetRendererOutputSize(&canvas, &width, &height);
+  m_canvasWidth = static_cast<float>(width);
+  m_canvasHeight = static_cast<float>(height);
+}
+
+RectPainter::~RectPainter() {
+  Flush();
+}
+
+void RectPainter::Fill(const RectF& rect) {
+  const bool touches = rect.x < m_canvasWidth && rect.y < m_canvasHeight && rect.x + rect.width > -kReach &&
+                       rect.y + rect.height > -kReach;
+  if (!touches) {
+    return;
+  }
+  // Within these bounds every later conversion to whole pixels is exact; beyond them nothing can be seen.
+  const float left = std::max(rect.x, -m_canvasWidth - 2 * kReach);
+  const float top = std::max(rect.y, -m_canvasHeight - 2 * kReach);
+  const float width = rect.width - (left - rect.x);
+  const float height = rect.height - (top - rect.y);
+  if (m_count == m_pending.size()) {
+    Flush();
+  }
+  m_pending[m_count++] = {left, top, Bounded(left, width, 2 * m_canvasWidth + kReach),
+                          Bounded(top, height, 2 * m_canvasHeight + kReach)};
+}
+
+void RectPainter::Flush() {
+  if (m_count == 0) {
+    return;
+  }
+  SDL_SetRenderDrawColor(&m_canvas, m_colour.r, m_colour.g, m_colour.b, m_colour.a);
+  SDL_RenderFillRectsF(&m_canvas, m_pending.data(), static_cast<int>(m_count));
+  m_count = 0;
+}
+
+}  // namespace barcode

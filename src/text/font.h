@@ -1,0 +1,42 @@
+#pragma once
+
+#include <SDL_ttf.h>
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <span>
+
+#include "core/sdl_ptr.h"
+
+namespace barcode {
+
+// The embedded TrueType file, Roboto Condensed Regular (generated at build time).
+std::span<const std::uint8_t> EmbeddedRobotoFont();
+
+using FontPtr = std::unique_ptr<TTF_Font, SdlDeleter<TTF_CloseFont>>;
+
+// The embedded font at a size in pixels; null, with a line on standard error, on failure.
+FontPtr OpenEmbeddedRobotoFont(int size);
+
+// Makes the text library and the shared font ready, once for the life of the process; a failure is reported
+// on standard error and tried again at the next call. True when text can be drawn.
+bool InitTextRendering();
+
+// True when InitTextRendering has succeeded. Without it linear symbols are drawn without text.
+bool IsTextRenderingReady();
+
+// Exclusive use of the font library, which is not made for several threads. While it is held the shared font
+// is hinted for monochrome output.
+class FontLibraryLock {
+ public:
+  FontLibraryLock();
+  ~FontLibraryLock();
+  FontLibraryLock(const FontLibraryLock&) = delete;
+  FontLibraryLock& operator=(const FontLibraryLock&) = delete;
+
+ private:
+  std::unique_lock<std::recursive_mutex> m_lock;
+};
+
+}  // namespace barcode
