@@ -20,6 +20,20 @@ constexpr std::string_view kFallbackUri =
     "data:image/png;base64,"
     "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVQI12P4//8/AAX+Av7czFnnAAAAAElFTkSuQmCC";
 
+// Pixels above this many bytes are refused before anything is allocated.
+constexpr std::uint64_t kMaxSurfaceBytes = 0x7FFF'FFFF;
+
+SurfacePtr CreateSurface(std::uint32_t width, std::uint32_t height) {
+  const bool isNegative = static_cast<int>(width) < 0 || static_cast<int>(height) < 0;
+  if (!isNegative && std::uint64_t{width} * height > kMaxSurfaceBytes / (kBitsPerPixel / 8)) {
+    SDL_OutOfMemory();
+    return nullptr;
+  }
+  // SDL takes ints: sizes above their range arrive as negative numbers, which it refuses in its own words.
+  return SurfacePtr(SDL_CreateRGBSurfaceWithFormat(0, static_cast<int>(width), static_cast<int>(height),
+                                                   kBitsPerPixel, kPixelFormat));
+}
+
 // Writes the pixels directly: many times faster than clearing through the renderer. The renderer's queue must
 // be empty.
 void FillSurface(SDL_Surface& surface, const Colour& colour) {
@@ -57,9 +71,7 @@ bool BarcodeBase::PrepareCanvas(int /*x*/, int /*y*/, std::uint32_t width, std::
   }
 
   ReleaseCanvas();
-  // SDL takes ints: sizes above their range arrive as negative numbers, which it refuses.
-  m_surface.reset(SDL_CreateRGBSurfaceWithFormat(0, static_cast<int>(width), static_cast<int>(height),
-                                                 kBitsPerPixel, kPixelFormat));
+  m_surface = CreateSurface(width, height);
   if (m_surface == nullptr) {
     ErrorLine("サーフェス作成に失敗: ", SDL_GetError());
     return false;

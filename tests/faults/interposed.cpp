@@ -1,0 +1,113 @@
+#include "faults/interposed.h"
+
+#include <SDL.h>
+#include <SDL_image.h>
+#include <SDL_ttf.h>
+#include <dlfcn.h>
+
+namespace barcode::test {
+namespace {
+
+Fault current = Fault::None;
+
+// True, with SDL's error text set, when the function is to fail.
+bool Fails(Fault fault) {
+  if (current != fault) {
+    return false;
+  }
+  SDL_SetError("injected");
+  return true;
+}
+
+// The function that would have been called.
+template <class Function>
+Function* Real(Function* /*replacement*/, const char* name) {
+  return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+}  // namespace
+
+Failing::Failing(Fault fault) {
+  current = fault;
+}
+
+Failing::~Failing() {
+  current = Fault::None;
+}
+
+}  // namespace barcode::test
+
+using barcode::test::Fails;
+using barcode::test::Fault;
+using barcode::test::Real;
+
+extern "C" {
+
+DECLSPEC SDL_Surface* SDL_CreateRGBSurfaceWithFormat(Uint32 flags, int width, int height, int depth,
+                                                     Uint32 format) {
+  if (Fails(Fault::CreateSurface)) {
+    return nullptr;
+  }
+  return Real(&SDL_CreateRGBSurfaceWithFormat, "SDL_CreateRGBSurfaceWithFormat")(flags, width, height, depth,
+                                                                                 format);
+}
+
+DECLSPEC SDL_Renderer* SDL_CreateSoftwareRenderer(SDL_Surface* surface) {
+  if (Fails(Fault::CreateRenderer)) {
+    return nullptr;
+  }
+  return Real(&SDL_CreateSoftwareRenderer, "SDL_CreateSoftwareRenderer")(surface);
+}
+
+DECLSPEC SDL_Texture* SDL_CreateTextureFromSurface(SDL_Renderer* renderer, SDL_Surface* surface) {
+  if (Fails(Fault::CreateTexture)) {
+    return nullptr;
+  }
+  return Real(&SDL_CreateTextureFromSurface, "SDL_CreateTextureFromSurface")(renderer, surface);
+}
+
+DECLSPEC SDL_RWops* SDL_RWFromMem(void* memory, int size) {
+  if (Fails(Fault::RwFromMem)) {
+    return nullptr;
+  }
+  return Real(&SDL_RWFromMem, "SDL_RWFromMem")(memory, size);
+}
+
+DECLSPEC SDL_RWops* SDL_RWFromConstMem(const void* memory, int size) {
+  if (Fails(Fault::RwFromConstMem)) {
+    return nullptr;
+  }
+  return Real(&SDL_RWFromConstMem, "SDL_RWFromConstMem")(memory, size);
+}
+
+DECLSPEC int IMG_SavePNG_RW(SDL_Surface* surface, SDL_RWops* stream, int freeStream) {
+  if (Fails(Fault::SavePng)) {
+    return -1;
+  }
+  return Real(&IMG_SavePNG_RW, "IMG_SavePNG_RW")(surface, stream, freeStream);
+}
+
+DECLSPEC int TTF_Init(void) {
+  if (Fails(Fault::TtfInit)) {
+    return -1;
+  }
+  return Real(&TTF_Init, "TTF_Init")();
+}
+
+DECLSPEC TTF_Font* TTF_OpenFontRW(SDL_RWops* stream, int freeStream, int size) {
+  if (Fails(Fault::OpenFont)) {
+    SDL_RWclose(stream);
+    SDL_SetError("injected");
+    return nullptr;
+  }
+  return Real(&TTF_OpenFontRW, "TTF_OpenFontRW")(stream, freeStream, size);
+}
+
+DECLSPEC SDL_Surface* TTF_RenderUTF8_Blended(TTF_Font* font, const char* text, SDL_Color colour) {
+  if (Fails(Fault::RenderText)) {
+    return nullptr;
+  }
+  return Real(&TTF_RenderUTF8_Blended, "TTF_RenderUTF8_Blended")(font, text, colour);
+}
+
+}  // extern "C"

@@ -1,0 +1,29 @@
+#pragma once
+
+namespace barcode::test {
+
+// Functions of SDL, SDL_image and SDL_ttf that this program replaces by versions of its own: each forwards to
+// the real one unless it is told to fail.
+enum class Fault {
+  None,
+  CreateSurface,
+  CreateRenderer,
+  CreateTexture,
+  RwFromMem,
+  RwFromConstMem,
+  SavePng,
+  TtfInit,
+  OpenFont,
+  RenderText,
+};
+
+// Makes one of them fail while it lives.
+class Failing {
+ public:
+  explicit Failing(Fault fault);
+  ~Failing();
+  Failing(const Failing&) = delete;
+  Failing& operator=(const Failing&) = delete;
+};
+
+}  // namespace barcode::test

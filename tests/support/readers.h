@@ -1,0 +1,25 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "support/image.h"
+
+namespace barcode::test {
+
+// What an independent reader found: the symbology in the reader's own words and the data as bytes.
+struct Reading {
+  std::string format;
+  std::string data;
+
+  bool operator==(const Reading&) const = default;
+};
+
+// The first symbol that ZXing sees. formats: names as ZXing writes them ("Code39|Code93"), empty for all.
+// Start and stop characters of Codabar are part of the data.
+std::optional<Reading> ReadWithZxing(const GreyImage& image, const std::string& formats = {});
+
+// The first symbol that ZBar sees ("CODE-39", "EAN-13", ...).
+std::optional<Reading> ReadWithZbar(const GreyImage& image);
+
+}  // namespace barcode::test
