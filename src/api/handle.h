@@ -47,7 +47,7 @@ Symbology* ObjectAs(BarcodeHandle handle) {
 template <class Symbology, class Result, class Call>
 Result With(BarcodeHandle handle, Result otherwise, Call call) noexcept {
   return Guarded(otherwise, [&]() -> Result {
-    Symbology* const object = ObjectAs<Symbology>(handle);
+    auto* const object = ObjectAs<Symbology>(handle);
     return object == nullptr ? otherwise : call(*object);
   });
 }

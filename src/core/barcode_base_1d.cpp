@@ -55,7 +55,8 @@ void BarcodeBase1D::DrawSvgText(std::string_view text, int x, int y, int barsWid
   const int size = TextSize(height, m_textFontScale);
   const auto top = static_cast<double>(std::int64_t{y} + height - size);
   if (!m_textEvenSpacing) {
-    SvgText(static_cast<double>(std::int64_t{x} + barsWidth / 2), top, text, size, m_foreColor, "middle");
+    const std::int64_t centre = std::int64_t{x} + barsWidth / 2;
+    SvgText(static_cast<double>(centre), top, text, size, m_foreColor, "middle");
     return;
   }
   const auto spacing = EvenSpacing::Across(x, barsWidth, text.size(), size, m_textMarginScale);

@@ -1,6 +1,7 @@
 #include "text/font.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "core/diagnostics.h"
 
@@ -12,10 +13,21 @@ constexpr int kSharedFontSize = 18;
 // The font library computes in 1/64 pixel and wraps far above this; up to here it refuses what it cannot do.
 constexpr int kMaxFontSize = 1'000'000;
 
+// What is kept open: a host draws labels of few sizes, and large glyphs take megabytes.
+constexpr std::size_t kKeptFonts = 8;
+constexpr int kMaxKeptSize = 128;
+
+struct SizedFont {
+  int size = 0;
+  std::shared_ptr<TTF_Font> font;
+};
+
 // One font library for the process: opened on first use, never closed, guarded by its mutex.
 struct FontLibrary {
   std::recursive_mutex mutex;
   FontPtr sharedFont;
+  // Open fonts of common sizes, the one used last in front.
+  std::vector<SizedFont> sizedFonts;
 
   // Never destroyed: a host may draw until the process ends.
   static FontLibrary& Instance() {
@@ -37,6 +49,28 @@ FontPtr OpenEmbeddedRobotoFont(int size) {
   FontPtr font(TTF_OpenFontRW(stream, 1, std::min(size, kMaxFontSize)));
   if (font == nullptr) {
     ErrorLine("OpenEmbeddedRobotoFont: TTF_OpenFontRW failed: ", SDL_GetError());
+  }
+  return font;
+}
+
+std::shared_ptr<TTF_Font> SizedRobotoFont(int size) {
+  auto& fonts = FontLibrary::Instance().sizedFonts;
+  const auto kept =
+      std::find_if(fonts.begin(), fonts.end(), [&](const SizedFont& font) { return font.size == size; });
+  if (kept != fonts.end()) {
+    std::rotate(fonts.begin(), kept, kept + 1);
+    return fonts.front().font;
+  }
+  std::shared_ptr<TTF_Font> font = OpenEmbeddedRobotoFont(size);
+  if (font == nullptr) {
+    return nullptr;
+  }
+  TTF_SetFontHinting(font.get(), TTF_HINTING_MONO);
+  if (size <= kMaxKeptSize) {
+    if (fonts.size() == kKeptFonts) {
+      fonts.pop_back();
+    }
+    fonts.insert(fonts.begin(), {size, font});
   }
   return font;
 }

@@ -19,6 +19,11 @@ using FontPtr = std::unique_ptr<TTF_Font, SdlDeleter<TTF_CloseFont>>;
 // The embedded font at a size in pixels; null, with a line on standard error, on failure.
 FontPtr OpenEmbeddedRobotoFont(int size);
 
+// The same font, hinted for monochrome output, to draw with while FontLibraryLock is held. Fonts of common
+// sizes stay open, with the glyphs they have rendered: opening one and hinting its first glyphs costs as much
+// as half a PNG.
+std::shared_ptr<TTF_Font> SizedRobotoFont(int size);
+
 // Makes the text library and the shared font ready, once for the life of the process; a failure is reported
 // on standard error and tried again at the next call. True when text can be drawn.
 bool InitTextRendering();

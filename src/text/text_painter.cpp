@@ -17,12 +17,9 @@ constexpr std::int64_t kMaxGlyphAspect = 4;
 }  // namespace
 
 TextPainter::TextPainter(SDL_Renderer& canvas, int size, const Colour& colour)
-    : m_canvas(canvas), m_colour(colour), m_size(size), m_font(OpenEmbeddedRobotoFont(size)) {
+    : m_canvas(canvas), m_colour(colour), m_size(size), m_font(SizedRobotoFont(size)) {
   int height = 0;
   SDL_GetRendererOutputSize(&canvas, &m_canvasWidth, &height);
-  if (m_font != nullptr) {
-    TTF_SetFontHinting(m_font.get(), TTF_HINTING_MONO);
-  }
 }
 
 bool TextPainter::Measure(const std::string& text, int& width, int& height) const {

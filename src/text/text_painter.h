@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -58,7 +59,7 @@ class TextPainter {
   Colour m_colour;
   int m_size;
   int m_canvasWidth = 0;
-  FontPtr m_font;
+  std::shared_ptr<TTF_Font> m_font;
   // Images of single bytes already rendered, for lines that repeat them; the memory is bounded by the font
   // size.
   std::array<Image, std::numeric_limits<unsigned char>::max() + 1> m_bytes;

@@ -187,13 +187,13 @@ TEST_F(OutputFormat, ColourComponentsAreTheirLowByte) {
 }
 
 TEST_F(OutputFormat, SizesThatNoCanvasHolds) {
-  for (const auto& [width, height] : {std::pair{100000, 100000}, {2147483647, 2147483647}, {1, 2147483647}}) {
-    const auto captured = Capture([&] { EXPECT_EQ(barcode_draw_1d(code, "A", width, height), 0); });
+  for (const auto& size : {std::pair{100000, 100000}, {2147483647, 2147483647}, {1, 2147483647}}) {
+    const auto captured = Capture([&] { EXPECT_EQ(barcode_draw_1d(code, "A", size.first, size.second), 0); });
     EXPECT_EQ(captured.err, "サーフェス作成に失敗: Out of memory\n");
     EXPECT_TRUE(code.Png().empty());
   }
-  for (const auto& [width, height] : {std::pair{-1, 10}, {10, -1}, {-2147483647 - 1, 0}}) {
-    const auto captured = Capture([&] { EXPECT_EQ(barcode_draw_1d(code, "A", width, height), 0); });
+  for (const auto& size : {std::pair{-1, 10}, {10, -1}, {-2147483647 - 1, 0}}) {
+    const auto captured = Capture([&] { EXPECT_EQ(barcode_draw_1d(code, "A", size.first, size.second), 0); });
     EXPECT_EQ(captured.err.find("サーフェス作成に失敗: "), 0U);
   }
   EXPECT_EQ(Draw(), 1);

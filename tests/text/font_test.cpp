@@ -46,5 +46,36 @@ TEST(Font, ASizeBeyondTheFontLibraryFailsWithALine) {
   }
 }
 
+TEST(Font, FontsOfCommonSizesStayOpen) {
+  ASSERT_TRUE(InitTextRendering());
+  const FontLibraryLock lock;
+  const auto first = SizedRobotoFont(20);
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(SizedRobotoFont(20), first);
+  EXPECT_EQ(TTF_GetFontHinting(first.get()), TTF_HINTING_MONO);
+  // Large fonts are opened anew, and other sizes push the first one out; whoever holds a font keeps it.
+  EXPECT_NE(SizedRobotoFont(500), SizedRobotoFont(500));
+  for (int size = 30; size < 60; ++size) {
+    ASSERT_NE(SizedRobotoFont(size), nullptr);
+  }
+  EXPECT_NE(SizedRobotoFont(20), first);
+  int width = 0;
+  EXPECT_EQ(TTF_SizeUTF8(first.get(), "0", &width, nullptr), 0);
+}
+
+TEST(Font, AFontIsTheSizeItWasAskedFor) {
+  ASSERT_TRUE(InitTextRendering());
+  const FontLibraryLock lock;
+  const auto widthAt = [](int size) {
+    int width = 0;
+    TTF_SizeUTF8(SizedRobotoFont(size).get(), "0000000000", &width, nullptr);
+    return width;
+  };
+  const int small = widthAt(16);
+  const int large = widthAt(48);
+  EXPECT_EQ(widthAt(16), small);
+  EXPECT_NEAR(large, 3 * small, small / 2);
+}
+
 }  // namespace
 }  // namespace barcode

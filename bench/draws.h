@@ -1,0 +1,32 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <functional>
+#include <string>
+
+#include "barcode.h"
+
+namespace barcode::bench {
+
+// One symbol: its object, made once, and the draw of one text into one box.
+struct Drawing {
+  int type = 0;
+  std::string text;
+  int width = 300;
+  int height = 100;
+  // Options set once; may be empty.
+  std::function<void(BarcodeHandle)> setUp;
+};
+
+// The benchmarks of a symbol: draw + PNG bytes and draw + SVG document, through the exported functions.
+void DrawAndPng(benchmark::State& state, const Drawing& drawing);
+void DrawAndSvg(benchmark::State& state, const Drawing& drawing);
+
+// Registers "<name>/draw+PNG" and "<name>/draw+SVG".
+void RegisterDraws(const std::string& name, const Drawing& drawing);
+
+// Registers "<name>/bare IMG_SavePNG_RW": the encoder alone, on the same pixels as the drawing's.
+void RegisterBarePng(const std::string& name, const Drawing& drawing);
+
+}  // namespace barcode::bench
