@@ -9,7 +9,7 @@ packages="
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev fonts-roboto-unhinted
   libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  libpng-dev libzxing-dev libzbar-dev locales python3-minimal
+  libpng-dev libzxing-dev libzbar-dev locales python3
 "
 if [ "${1:-}" = "--lint" ]; then
   packages="$packages clang-format clang-tidy"
