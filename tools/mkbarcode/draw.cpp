@@ -1,0 +1,202 @@
+#include "draw.h"
+
+#include <unistd.h>
+
+#include <memory>
+#include <optional>
+#include <type_traits>
+
+#include "errors.h"
+#include "io.h"
+#include "quoting.h"
+
+namespace barcode::tool {
+namespace {
+
+constexpr DrawFunction kDraw1d = {"barcode_draw_1d", BoxDraw{barcode_draw_1d}};
+constexpr DrawFunction kDraw2d = {"barcode_draw_2d", LengthDraw{barcode_draw_2d}};
+constexpr DrawFunction kDraw2dRect = {"barcode_draw_2d_rect", BoxDraw{barcode_draw_2d_rect}};
+constexpr DrawFunction kDrawConvenience = {"barcode_draw_convenience", BoxDraw{barcode_draw_convenience}};
+constexpr DrawFunction kDrawStacked = {"barcode_draw_stacked", BoxDraw{barcode_draw_stacked}};
+constexpr DrawFunction kDrawYubin = {"barcode_draw_yubin", LengthDraw{barcode_draw_yubin}};
+constexpr DrawFunction kDrawYubinWithWidth = {"barcode_draw_yubin_with_width",
+                                              BoxDraw{barcode_draw_yubin_with_width}};
+
+using HandleOwner = std::unique_ptr<std::remove_pointer_t<BarcodeHandle>, decltype(&barcode_destroy)>;
+
+/* Forms that one type alone has. */
+struct FormInfo {
+  Form form;
+  std::string_view option;
+  BarcodeSymbology type;
+  const DrawFunction& draw;
+};
+constexpr FormInfo kConvenienceForm = {Form::kConvenience, "--convenience", BARCODE_GS1_128,
+                                       kDrawConvenience};
+constexpr FormInfo kStackedForm = {Form::kStacked, "--stacked", BARCODE_GS1_DATABAR_EXPANDED, kDrawStacked};
+
+const FormInfo* FindForm(Form form) {
+  for (const FormInfo* info : {&kConvenienceForm, &kStackedForm}) {
+    if (info->form == form) return info;
+  }
+  return nullptr;
+}
+
+bool IsSvg(const DrawRequest& request) {
+  return request.format == "svg";
+}
+
+int CallDraw(const DrawFunction& draw, BarcodeHandle handle, const DrawRequest& request) {
+  if (const auto* box = std::get_if<BoxDraw>(&draw.function)) {
+    return (*box)(handle, request.text.c_str(), request.size.width, request.size.height);
+  }
+  return std::get<LengthDraw>(draw.function)(handle, request.text.c_str(), request.size.height);
+}
+
+/* The finished image, or nothing. */
+std::optional<std::string> Fetch(BarcodeHandle handle, const DrawRequest& request) {
+  if (IsSvg(request)) {
+    std::string document = barcode_get_svg(handle);
+    return document.empty() ? std::nullopt : std::optional(std::move(document));
+  }
+  // The bytes are fetched for a data URI too: when there are none, the URI would be that of an empty picture.
+  int length = 0;
+  const unsigned char* const bytes = barcode_get_image_data(handle, &length);
+  if (bytes == nullptr || length <= 0) return std::nullopt;
+  if (!request.asDataUri) return std::string(bytes, bytes + length);
+  std::string uri = barcode_get_base64(handle);
+  return uri.starts_with("data:") ? std::optional(std::move(uri)) : std::nullopt;
+}
+
+std::optional<std::string> DrawAndFetch(const DrawRequest& request) {
+  const HandleOwner handle(barcode_create(request.type->number), &barcode_destroy);
+  if (handle == nullptr) return std::nullopt;
+  barcode_set_output_format(handle.get(), request.format.c_str());
+  for (const Setting& setting : request.settings) Apply(handle.get(), setting);
+  if (CallDraw(ChooseDrawFunction(request), handle.get(), request) == 0) return std::nullopt;
+  return Fetch(handle.get(), request);
+}
+
+/* The lines of standard error that a user is to see of a draw that went well: warnings, but no step log. */
+std::string WithoutStepLog(std::string_view lines) {
+  std::string kept;
+  while (!lines.empty()) {
+    const std::size_t end = lines.find('\n');
+    const std::string_view line = lines.substr(0, end == std::string_view::npos ? end : end + 1);
+    if (!line.starts_with("DEBUG ")) kept += line;
+    lines.remove_prefix(line.size());
+  }
+  return kept;
+}
+
+std::optional<std::string> DrawQuietly(const DrawRequest& request) {
+  const Redirection output = Redirection::ToNothing(STDOUT_FILENO);
+  std::optional<std::string> image;
+  std::string messages;
+  {
+    const Redirection errors = Redirection::ToBuffer(STDERR_FILENO);
+    image = DrawAndFetch(request);
+    messages = errors.Contents();
+  }
+  WriteToStandardError(WithoutStepLog(messages));
+  return image;
+}
+
+std::optional<std::string> DrawVerbosely(const DrawRequest& request) {
+  const Redirection output = Redirection::ToDescriptor(STDOUT_FILENO, STDERR_FILENO);
+  return DrawAndFetch(request);
+}
+
+std::string SizeText(const Size& size) {
+  if (size.isSingle) return std::to_string(size.height);
+  return Concat({std::to_string(size.width), "x", std::to_string(size.height)});
+}
+
+std::string_view FetchText(const DrawRequest& request) {
+  if (IsSvg(request)) return "const char* svg = barcode_get_svg(h);\n";
+  if (request.asDataUri) return "const char* uri = barcode_get_base64(h);\n";
+  return "int length = 0;\nconst unsigned char* png = barcode_get_image_data(h, &length);\n";
+}
+
+}  // namespace
+
+Size DefaultSize(const TypeInfo& type) {
+  constexpr Size kBox = {300, 100, false};
+  constexpr Size kSquare = {200, 200, true};
+  constexpr Size kPostalHeight = {24, 24, true};
+  if (type.number == BARCODE_YUBIN_CUSTOMER) return kPostalHeight;
+  return type.IsTwoDimensional() ? kSquare : kBox;
+}
+
+const DrawFunction& ChooseDrawFunction(const DrawRequest& request) {
+  const TypeInfo& type = *request.type;
+  const FormInfo* const form = FindForm(request.form);
+  if (form != nullptr && type.number != form->type) {
+    throw UsageError(
+        Concat({form->option, " does not apply to ", type.name, " (only to ", TypeOf(form->type).name, ")"}));
+  }
+  if (type.number == BARCODE_YUBIN_CUSTOMER) return request.size.isSingle ? kDrawYubin : kDrawYubinWithWidth;
+  if (type.IsTwoDimensional()) return request.size.isSingle ? kDraw2d : kDraw2dRect;
+  if (request.size.isSingle) {
+    throw UsageError(Concat({"--size: ", type.name, " needs a box, WIDTHxHEIGHT"}));
+  }
+  return form != nullptr ? form->draw : kDraw1d;
+}
+
+void CheckRequest(const DrawRequest& request) {
+  const TypeInfo& type = *request.type;
+  for (const Setting& setting : request.settings) {
+    if (type.Serves(setting.option)) continue;
+    throw UsageError(Concat({"--", OptionOf(setting.option).name, " does not apply to ", type.name,
+                             " (it serves ", NamesOfTypesServing(setting.option), ")"}));
+  }
+  ChooseDrawFunction(request);
+  if (request.asDataUri && IsSvg(request)) throw UsageError("--data-uri does not go with the format svg");
+}
+
+std::string DrawImage(const DrawRequest& request, bool verbose) {
+  CheckRequest(request);
+  if (!IsOffered(*request.type)) {
+    throw UsageError(
+        Concat({"this build of the library does not offer ", request.type->name, "; see --list"}));
+  }
+  if (request.text.find('\0') != std::string::npos) {
+    throw RunError("the text holds a NUL byte, which no barcode text can");
+  }
+  std::optional<std::string> image = verbose ? DrawVerbosely(request) : DrawQuietly(request);
+  if (!image) {
+    throw RunError(Concat({request.type->name, " at ", SizeText(request.size), " could not be drawn"}));
+  }
+  return *std::move(image);
+}
+
+std::string CallsText(const DrawRequest& request) {
+  std::string lines = Concat({"BarcodeHandle h = barcode_create(", request.type->constant, ");\n"});
+  if (request.format != "png") {
+    lines += Concat({"barcode_set_output_format(h, ", CLiteral(request.format), ");\n"});
+  }
+  for (const Setting& setting : request.settings) lines += Concat({CallText(setting), "\n"});
+  const DrawFunction& draw = ChooseDrawFunction(request);
+  lines += Concat({draw.name, "(h, ", CLiteral(request.text), ", "});
+  if (std::holds_alternative<BoxDraw>(draw.function)) {
+    lines += Concat({std::to_string(request.size.width), ", "});
+  }
+  lines += Concat({std::to_string(request.size.height), ");\n", FetchText(request), "barcode_destroy(h);\n"});
+  return lines;
+}
+
+std::string CommandText(const DrawRequest& request, std::string_view file) {
+  std::string command = Concat({"mkbarcode ", request.type->name});
+  const bool looksLikeOption = request.text.starts_with('-');
+  if (!looksLikeOption) command += Concat({" ", ShellQuoted(request.text)});
+  command += Concat({" --size ", SizeText(request.size)});
+  if (const FormInfo* const form = FindForm(request.form)) command += Concat({" ", form->option});
+  for (const Setting& setting : request.settings) command += Concat({" ", CommandText(setting)});
+  if (request.asDataUri) command += " --data-uri";
+  if (FormatOfFile(file) != request.format) command += Concat({" --format ", request.format});
+  command += Concat({" -o ", ShellQuoted(file)});
+  if (looksLikeOption) command += Concat({" -- ", ShellQuoted(request.text)});
+  return command;
+}
+
+}  // namespace barcode::tool

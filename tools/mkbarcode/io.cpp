@@ -1,0 +1,165 @@
+#include "io.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+#include <utility>
+
+#include "errors.h"
+#include "quoting.h"
+
+namespace barcode::tool {
+namespace {
+
+constexpr std::size_t kChunk = 65536;
+
+/* A descriptor that is closed at the end. */
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : m_number(number) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() { Close(); }
+
+  int Number() const { return m_number; }
+
+  /* False when the close reports that earlier writes were lost. */
+  bool Close() {
+    const int number = std::exchange(m_number, -1);
+    return number < 0 || close(number) == 0;
+  }
+
+ private:
+  int m_number;
+};
+
+[[noreturn]] void FailWithErrno(const std::string& what) {
+  throw RunError(Concat({what, ": ", std::generic_category().message(errno)}));
+}
+
+std::string ReadDescriptor(int descriptor, const std::string& name) {
+  std::string bytes;
+  std::array<char, kChunk> chunk{};
+  while (true) {
+    const ssize_t count = read(descriptor, chunk.data(), chunk.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) FailWithErrno("cannot read " + name);
+    if (count == 0) return bytes;
+    bytes.append(chunk.data(), static_cast<std::size_t>(count));
+  }
+}
+
+bool WriteDescriptor(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = write(descriptor, bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+/* An image cut short must not be taken for a whole one; devices and pipes stay. */
+void RemoveIncomplete(const std::string& file) {
+  struct stat status {};
+  if (stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode)) unlink(file.c_str());
+}
+
+void WriteFile(const std::string& file, std::string_view bytes) {
+  constexpr mode_t kMode = 0666;
+  Descriptor descriptor(open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kMode));
+  if (descriptor.Number() < 0) FailWithErrno("cannot write " + file);
+  if (WriteDescriptor(descriptor.Number(), bytes) && descriptor.Close()) return;
+  const int reason = errno;
+  RemoveIncomplete(file);
+  errno = reason;
+  FailWithErrno("cannot write " + file);
+}
+
+}  // namespace
+
+void ReserveStandardDescriptors() {
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(descriptor, F_GETFD) >= 0) continue;
+    // The lowest free number is the one wanted, as those below are open by now.
+    const int access = descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+    if (open("/dev/null", access) < 0) return;
+  }
+}
+
+std::string ReadAll(const std::string& file) {
+  if (file == "-") return ReadDescriptor(STDIN_FILENO, "standard input");
+  const Descriptor descriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+  if (descriptor.Number() < 0) FailWithErrno("cannot read " + file);
+  return ReadDescriptor(descriptor.Number(), file);
+}
+
+void WriteAll(const std::string& file, std::string_view bytes) {
+  if (file != "-") {
+    WriteFile(file, bytes);
+  } else if (!WriteDescriptor(STDOUT_FILENO, bytes)) {
+    FailWithErrno("cannot write to standard output");
+  }
+}
+
+void WriteToStandardError(std::string_view text) {
+  WriteDescriptor(STDERR_FILENO, text);
+}
+
+Redirection Redirection::ToDescriptor(int descriptor, int target) {
+  const int copy = fcntl(target, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  if (copy < 0) FailWithErrno("cannot redirect the library's output");
+  return {descriptor, copy};
+}
+
+Redirection Redirection::ToNothing(int descriptor) {
+  const int null = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  if (null < 0) FailWithErrno("cannot open /dev/null");
+  return {descriptor, null};
+}
+
+Redirection Redirection::ToBuffer(int descriptor) {
+  const int buffer = memfd_create("diagnostics", MFD_CLOEXEC);
+  if (buffer < 0) FailWithErrno("cannot redirect the library's output");
+  return {descriptor, buffer};
+}
+
+Redirection::Redirection(int descriptor, int target)
+    : m_descriptor(descriptor),
+      m_saved(fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)),
+      m_target(target) {
+  if (m_saved >= 0 && dup2(target, descriptor) >= 0) return;
+  const int reason = errno;
+  if (m_saved >= 0) close(m_saved);
+  close(target);
+  errno = reason;
+  FailWithErrno("cannot redirect the library's output");
+}
+
+Redirection::Redirection(Redirection&& other) noexcept
+    : m_descriptor(std::exchange(other.m_descriptor, -1)),
+      m_saved(std::exchange(other.m_saved, -1)),
+      m_target(std::exchange(other.m_target, -1)) {}
+
+Redirection::~Redirection() {
+  if (m_descriptor < 0) return;
+  std::fflush(nullptr);
+  dup2(m_saved, m_descriptor);
+  close(m_saved);
+  close(m_target);
+}
+
+std::string Redirection::Contents() const {
+  std::fflush(nullptr);
+  lseek(m_target, 0, SEEK_SET);
+  std::string contents = ReadDescriptor(m_target, "the library's messages");
+  return contents;
+}
+
+}  // namespace barcode::tool

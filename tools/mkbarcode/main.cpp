@@ -1,0 +1,69 @@
+#include <exception>
+#include <iterator>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "command_line.h"
+#include "draw.h"
+#include "errors.h"
+#include "gallery.h"
+#include "gallery_samples.h"
+#include "io.h"
+#include "quoting.h"
+
+namespace barcode::tool {
+namespace {
+
+std::string TextFrom(const std::string& file, bool keepNewline) {
+  std::string text = ReadAll(file);
+  if (keepNewline || !text.ends_with('\n')) return text;
+  text.pop_back();
+  if (text.ends_with('\r')) text.pop_back();
+  return text;
+}
+
+int Run(const PrintCommand& command) {
+  WriteAll("-", command.text);
+  return kExitDone;
+}
+
+int Run(const DrawCommand& command) {
+  DrawRequest request = command.request;
+  if (!command.inputFile.empty()) request.text = TextFrom(command.inputFile, command.keepNewline);
+  std::string image = DrawImage(request, command.verbose);
+  if (request.asDataUri) image += '\n';
+  WriteAll(command.outputFile, image);
+  return kExitDone;
+}
+
+int Run(const GalleryCommand& command) {
+  const GalleryResult result = WriteGallery(GallerySamples(), command.directory, command.verbose);
+  for (const std::string& failure : result.failures) {
+    WriteToStandardError(Concat({"mkbarcode: ", failure, "\n"}));
+  }
+  WriteAll("-", Concat({"Drew ", std::to_string(result.drawn), " samples of ", std::to_string(result.types),
+                        " symbologies. Look at ", result.indexFile, "\n"}));
+  return result.failures.empty() ? kExitDone : kExitFailed;
+}
+
+int Main(const std::vector<std::string>& arguments) {
+  try {
+    return std::visit([](const auto& command) { return Run(command); }, ParseCommandLine(arguments));
+  } catch (const UsageError& error) {
+    WriteToStandardError(Concat({"mkbarcode: ", error.what(), "\nSee mkbarcode --help\n"}));
+    return kExitUsage;
+  } catch (const std::exception& error) {
+    WriteToStandardError(Concat({"mkbarcode: ", error.what(), "\n"}));
+    return kExitFailed;
+  }
+}
+
+}  // namespace
+}  // namespace barcode::tool
+
+int main(int argc, char** argv) {
+  barcode::tool::ReserveStandardDescriptors();
+  if (argc < 1) return barcode::tool::Main({});
+  return barcode::tool::Main({std::next(argv), std::next(argv, argc)});
+}
