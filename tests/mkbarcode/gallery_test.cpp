@@ -29,7 +29,9 @@ Sample Code39Sample(const std::string& text) {
 TEST(GallerySamples, ShowEveryTypeSeveralTimes) {
   std::map<const TypeInfo*, int> counts;
   for (const Sample& sample : GallerySamples()) ++counts[sample.request.type];
-  for (const TypeInfo& type : AllTypes()) EXPECT_GE(counts[&type], 2) << type.name;
+  for (const TypeInfo& type : AllTypes()) {
+    EXPECT_GE(counts[&type], 2) << type.name;
+  }
 }
 
 TEST(GallerySamples, AreInTheOrderOfTheTypesAndAllDifferent) {
@@ -39,14 +41,16 @@ TEST(GallerySamples, AreInTheOrderOfTheTypesAndAllDifferent) {
   }));
   for (std::size_t i = 0; i < samples.size(); ++i) {
     EXPECT_NE(samples[i].caption, "");
-    for (std::size_t j = 0; j < i; ++j)
+    for (std::size_t j = 0; j < i; ++j) {
       EXPECT_FALSE(samples[i].request == samples[j].request) << samples[i].caption;
+    }
   }
 }
 
 TEST(GallerySamples, AskForNothingThatTheirTypeDoesNotServe) {
-  for (const Sample& sample : GallerySamples())
+  for (const Sample& sample : GallerySamples()) {
     EXPECT_NO_THROW(CheckRequest(sample.request)) << sample.caption;
+  }
 }
 
 TEST(GallerySamples, ShowEveryOptionThatChangesASymbol) {
@@ -57,7 +61,9 @@ TEST(GallerySamples, ShowEveryOptionThatChangesASymbol) {
     forms.insert(sample.request.form);
     for (const Setting& setting : sample.request.settings) shown.insert(setting.option);
   }
-  for (const OptionInfo& option : AllOptions()) EXPECT_TRUE(shown.contains(option.id)) << option.name;
+  for (const OptionInfo& option : AllOptions()) {
+    EXPECT_TRUE(shown.contains(option.id)) << option.name;
+  }
   EXPECT_EQ(forms.size(), 3U);
 }
 
@@ -65,8 +71,9 @@ TEST(GallerySamples, ShowEveryOptionThatChangesASymbol) {
  * one is a correct check digit. */
 int CheckSum(std::string_view digits) {
   int sum = 0;
-  for (std::size_t i = 0; i < digits.size(); ++i)
+  for (std::size_t i = 0; i < digits.size(); ++i) {
     sum += (digits[digits.size() - 1 - i] - '0') * (i % 2 == 0 ? 1 : 3);
+  }
   return sum % 10;
 }
 

@@ -201,7 +201,7 @@ std::vector<Row> TwoDimensionalRows() {
 
       {BARCODE_DATAMATRIX, "Smallest square", "123456", "160"},
       {BARCODE_DATAMATRIX, "Rectangle 8 x 18", "123456", "234x104", {{kCodeSize, "8x18"}}},
-      {BARCODE_DATAMATRIX, "Rectangle 16 x 48", "Part 0042, batch A-7", "384x128", {{kCodeSize, "16x48"}}},
+      {BARCODE_DATAMATRIX, "Rectangle 16 x 48", "Item 0042, batch A-7", "384x128", {{kCodeSize, "16x48"}}},
       {BARCODE_DATAMATRIX,
        "Scheme chosen for the fewest codewords",
        "ABCDEFGHIJ0123456789klmnop",
