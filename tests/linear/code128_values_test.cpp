@@ -1,0 +1,163 @@
+#include "linear/code128_values.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <set>
+#include <stdexcept>
+#include <string>
+
+#include "linear/width_string.h"
+#include "support/all_texts.h"
+#include "support/code128_reference.h"
+#include "support/expect_throw.h"
+#include "support/pattern.h"
+
+namespace barcode {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::int32_t kModeA = 0;
+constexpr std::int32_t kModeB = 1;
+constexpr std::int32_t kModeC = 2;
+
+TEST(Code128Tables, EveryValueHasElevenModulesAndItsOwnPattern) {
+  for (std::size_t value = 0; value < 106; ++value) {
+    const std::string_view widths = kCode128Widths[value];
+    ASSERT_EQ(widths.size(), 6U);
+    EXPECT_EQ(ModuleCount(widths), 11U) << value;
+    EXPECT_EQ((widths[0] + widths[2] + widths[4] - 3 * '0') % 2, 0) << "bars of " << value;
+  }
+  EXPECT_EQ(ModuleCount(kCode128Widths[kCode128Stop]), 13U);
+  EXPECT_EQ(std::set<std::string_view>(kCode128Widths.begin(), kCode128Widths.end()).size(), 107U);
+}
+
+TEST(Code128Values, SetATakesTheByteItself) {
+  for (int byte = 0; byte < 256; ++byte) {
+    const std::string text(1, static_cast<char>(byte));
+    EXPECT_EQ(CharValue(Code128Set::kA, text, 0), byte <= 95 ? byte : -1);
+    EXPECT_EQ(CharValue(Code128Set::kB, text, 0), byte >= 32 && byte <= 126 ? byte - 32 : -1);
+    EXPECT_EQ(CharValue(Code128Set::kC, text, 0), -1);
+  }
+}
+
+TEST(Code128Values, SetCTakesTwoDigits) {
+  EXPECT_EQ(CharValue(Code128Set::kC, "1234", 1), 23);
+  EXPECT_EQ(CharValue(Code128Set::kC, "00", 0), 0);
+  EXPECT_EQ(CharValue(Code128Set::kC, "99", 0), 99);
+  EXPECT_EQ(CharValue(Code128Set::kC, "1a", 0), -1);
+  EXPECT_EQ(CharValue(Code128Set::kC, "a1", 0), -1);
+  EXPECT_EQ(CharValue(Code128Set::kC, "12", 1), -1);
+}
+
+TEST(Code128Values, RefusesEmptyTextAndUnknownModes) {
+  EXPECT_EQ(MessageOf([] { EncodeValues("", kModeA); }), "Empty string");
+  EXPECT_EQ(MessageOf([] { EncodeValues("", 4); }), "Empty string");
+  EXPECT_EQ(MessageOf([] { EncodeValues("A", 4); }), "Invalid CodeMode");
+  EXPECT_EQ(MessageOf([] { EncodeValues("A", -1); }), "Invalid CodeMode");
+}
+
+TEST(Code128Values, FixedSetsEncodeValueByValue) {
+  EXPECT_THAT(EncodeValues("A 1", kModeA),
+              ElementsAre(103, 65, 32, 49, (103 + 65 + 2 * 32 + 3 * 49) % 103, 106));
+  EXPECT_THAT(EncodeValues("A~1", kModeB),
+              ElementsAre(104, 33, 94, 17, (104 + 33 + 2 * 94 + 3 * 17) % 103, 106));
+  EXPECT_THAT(EncodeValues("123456", kModeC),
+              ElementsAre(105, 12, 34, 56, (105 + 12 + 2 * 34 + 3 * 56) % 103, 106));
+}
+
+TEST(Code128Values, FixedSetsRefuseWhatTheyDoNotHold) {
+  EXPECT_EQ(MessageOf([] { EncodeValues("Ba", kModeA); }), "Invalid char for CODE_A");
+  EXPECT_EQ(MessageOf([] { EncodeValues("`", kModeA); }), "Invalid char for CODE_A");
+  EXPECT_EQ(MessageOf([] { EncodeValues("a\x7F", kModeB); }), "Invalid char for CODE_B");
+  EXPECT_EQ(MessageOf([] { EncodeValues("\x1F", kModeB); }), "Invalid char for CODE_B");
+  EXPECT_EQ(MessageOf([] { EncodeValues("12345", kModeC); }), "Not 2-digit at pos=4");
+  EXPECT_EQ(MessageOf([] { EncodeValues("123x", kModeC); }), "Not 2-digit at pos=2");
+}
+
+TEST(Code128Values, AutomaticPrefersSetAAmongEquals) {
+  const Code128Values values = EncodeValues("ABC", kCode128ModeAuto);
+  EXPECT_THAT(values, ElementsAre(103, 65, 66, 67, (103 + 65 + 2 * 66 + 3 * 67) % 103, 106));
+}
+
+TEST(Code128Values, AutomaticUsesSetCForDigits) {
+  EXPECT_THAT(EncodeValues("1234", kCode128ModeAuto),
+              ElementsAre(105, 12, 34, (105 + 12 + 2 * 34) % 103, 106));
+}
+
+TEST(Code128Values, AutomaticNamesOneMessageForWhatNoSetHolds) {
+  EXPECT_EQ(MessageOf([] { EncodeValues("AB\x7F", kCode128ModeAuto); }), "No valid start");
+  EXPECT_EQ(MessageOf([] {
+              EncodeValues(
+                  "12\xFF"
+                  "34",
+                  kCode128ModeAuto);
+            }),
+            "No valid start");
+}
+
+void ExpectAsReference(const std::string& text) {
+  if (text.empty()) return;
+  const auto expected = reference::Code128Automatic(text).Encode();
+  if (!expected) {
+    EXPECT_THROW(EncodeValues(text, kCode128ModeAuto), std::invalid_argument) << testing::PrintToString(text);
+    return;
+  }
+  Code128Values values = EncodeValues(text, kCode128ModeAuto);
+  ASSERT_GE(values.size(), 2U);
+  EXPECT_EQ(values.back(), kCode128Stop);
+  values.resize(values.size() - 2);
+  EXPECT_EQ(values, *expected) << testing::PrintToString(text);
+}
+
+// One byte of each kind: digits, in A and B, in B only, in A only, in none.
+TEST(Code128Values, AutomaticEqualsPlainRecursionForAllShortTexts) {
+  ForAllTexts({"1", "2", "A", "a", "\x01", "\x7F"}, 5, ExpectAsReference);
+}
+
+TEST(Code128Values, AutomaticEqualsPlainRecursionForDigitRuns) {
+  ForAllTexts({"7", "a"}, 10, ExpectAsReference);
+  ForAllTexts({"12", "3", "a", "\x01"}, 6, ExpectAsReference);
+}
+
+// Recursion over a text of this length would exhaust the stack.
+TEST(Code128Values, AutomaticHoldsAMillionBytes) {
+  std::string text;
+  for (int i = 0; i < 100'000; ++i) text += "ab12345\x01XY";
+  const Code128Values values = EncodeValues(text, kCode128ModeAuto);
+  EXPECT_EQ(Code128Values(values.begin(), values.begin() + 11),
+            (Code128Values{104, 65, 66, 17, 99, 23, 45, 101, 1, 88, 89}));
+  EXPECT_EQ(values.back(), kCode128Stop);
+}
+
+TEST(Code128Values, CheckValueWeighsByPosition) {
+  EXPECT_EQ(CheckValue({105}), 2);
+  EXPECT_EQ(CheckValue({104, 1, 2, 3}), (104 + 1 + 4 + 9) % 103);
+  Code128Values values(1, 103);
+  long sum = 103;
+  for (int i = 1; i < 1000; ++i) {
+    values.push_back(i % 103);
+    sum += static_cast<long>(i) * (i % 103);
+  }
+  EXPECT_EQ(CheckValue(values), sum % 103);
+}
+
+TEST(Code128Values, PatternIsTheWidthsWithoutGaps) {
+  EXPECT_EQ(Digits(ValuesToPattern({103, 65, 106})),
+            "211412"
+            "121124"
+            "2331112");
+  for (int n = 1; n < 20; ++n) {
+    const Code128Values values = EncodeValues(std::string(static_cast<std::size_t>(n), 'b'), kModeB);
+    EXPECT_EQ(Modules(ValuesToPattern(values)), 11 * (values.size() - 1) + 13);
+  }
+}
+
+TEST(Code128Values, ValuesAboveTheStopValueHaveNoPattern) {
+  EXPECT_EQ(MessageOf([] { ValuesToPattern({107}); }), "Invalid code value");
+  EXPECT_EQ(MessageOf([] { ValuesToPattern({-1}, "Invalid code val"); }), "Invalid code val");
+}
+
+}  // namespace
+}  // namespace barcode

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <exception>
+#include <string>
+
+namespace barcode {
+
+// The message of the exception that an action throws; "" and a test failure when it throws none.
+template <typename Action>
+std::string MessageOf(Action action) {
+  try {
+    action();
+  } catch (const std::exception& error) {
+    return error.what();
+  }
+  ADD_FAILURE() << "nothing was thrown";
+  return "";
+}
+
+}  // namespace barcode
