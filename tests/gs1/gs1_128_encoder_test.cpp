@@ -160,8 +160,11 @@ std::string Decode(const std::vector<int>& values) {
 }
 
 std::string Without(std::string text, const std::string& piece) {
-  for (std::size_t at = text.find(piece); at != std::string::npos; at = text.find(piece))
+  std::size_t at = text.find(piece);
+  while (at != std::string::npos) {
     text.erase(at, piece.size());
+    at = text.find(piece, at);
+  }
   return text;
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 #include "linear/itf.h"
@@ -22,8 +23,8 @@ TEST(ItfEncoder, FirstDigitIsInTheBarsSecondInTheSpaces) {
 }
 
 TEST(ItfEncoder, EveryDigitHasTwoWideElements) {
-  const std::string digits[] = {"11331", "31113", "13113", "33111", "11313",
-                                "31311", "13311", "11133", "31131", "13131"};
+  const std::array<std::string, 10> digits = {"11331", "31113", "13113", "33111", "11313",
+                                              "31311", "13311", "11133", "31131", "13131"};
   for (std::size_t digit = 0; digit < 10; ++digit) {
     const std::string pair =
         Digits(EncodeItf(std::to_string(digit) + std::to_string(digit), 3)).substr(4, 10);
