@@ -12,12 +12,18 @@
 #include "core/barcode_base_2d.h"
 #include "core/gs1_check_digit.h"
 #include "core/numeric.h"
+#include "gs1/gs1_128.h"
+#include "linear/code128.h"
 #include "linear/code39.h"
+#include "linear/nw7.h"
 
 using barcode::BarcodeBase;
 using barcode::BarcodeBase1D;
 using barcode::BarcodeBase2D;
+using barcode::Code128;
 using barcode::Code39;
+using barcode::GS1_128;
+using barcode::NW7;
 using barcode::Set;
 using barcode::SetText;
 using barcode::With;
@@ -113,13 +119,16 @@ void barcode_set_text_gap(BarcodeHandle handle, double scale) {
 }
 
 void barcode_set_show_start_stop(BarcodeHandle handle, int flag) {
-  Set<Code39>(handle, [&](auto& object) { object.SetShowStartStop(flag != 0); });
+  Set<Code39, NW7>(handle, [&](auto& object) { object.SetShowStartStop(flag != 0); });
 }
 
 // The options below belong to symbologies that this version does not offer yet: no handle is served.
 void barcode_set_extended_guard(BarcodeHandle /*handle*/, int /*flag*/) {}
 
-void barcode_set_code_mode(BarcodeHandle /*handle*/, const char* /*mode*/) {}
+void barcode_set_code_mode(BarcodeHandle handle, const char* mode) {
+  SetText<Code128>(handle, mode,
+                   [](Code128& object, const char* text) { object.SetCodeMode(std::string_view(text)); });
+}
 
 void barcode_set_string_encoding(BarcodeHandle handle, const char* encoding) {
   SetText<BarcodeBase2D>(handle, encoding,
@@ -174,8 +183,10 @@ int barcode_draw_2d_rect(BarcodeHandle handle, const char* text, int width, int 
   });
 }
 
-int barcode_draw_convenience(BarcodeHandle /*handle*/, const char* /*text*/, int /*width*/, int /*height*/) {
-  return 0;
+int barcode_draw_convenience(BarcodeHandle handle, const char* text, int width, int height) {
+  return barcode::DrawText<GS1_128>(handle, text, [&](GS1_128& object, const std::string& data) {
+    return object.DrawConvenience(data, Size(width), Size(height));
+  });
 }
 
 int barcode_draw_stacked(BarcodeHandle /*handle*/, const char* /*text*/, int /*width*/, int /*height*/) {

@@ -3,7 +3,14 @@
 #include <string_view>
 
 #include "barcode.h"
+#include "gs1/gs1_128.h"
+#include "linear/code128.h"
 #include "linear/code39.h"
+#include "linear/code93.h"
+#include "linear/itf.h"
+#include "linear/matrix_2of5.h"
+#include "linear/nec_2of5.h"
+#include "linear/nw7.h"
 
 namespace barcode {
 namespace {
@@ -21,6 +28,20 @@ std::unique_ptr<BarcodeBase> CreateSymbology(int type) {
   switch (type) {
     case BARCODE_CODE39:
       return Make<Code39>();
+    case BARCODE_CODE93:
+      return Make<Code93>();
+    case BARCODE_CODE128:
+      return Make<Code128>();
+    case BARCODE_GS1_128:
+      return Make<GS1_128>();
+    case BARCODE_NW7:
+      return Make<NW7>();
+    case BARCODE_MATRIX_2OF5:
+      return Make<Matrix2of5>();
+    case BARCODE_NEC_2OF5:
+      return Make<NEC2of5>();
+    case BARCODE_ITF:
+      return Make<ITF>();
     default:
       return nullptr;
   }

@@ -40,11 +40,15 @@ void BarcodeBase1D::DrawText(std::string_view text, int x, int y, int barsWidth,
     return;
   }
   const TextBox box{.top = std::int64_t{y} + height - size, .bottom = std::int64_t{y} + height};
+  DrawTextLine(painter, text, x, barsWidth, size, box);
+}
+
+void BarcodeBase1D::DrawTextLine(TextPainter& painter, std::string_view text, int x, int width, int size,
+                                 const TextBox& box) const {
   if (m_textEvenSpacing) {
-    const auto spacing = EvenSpacing::Across(x, barsWidth, text.size(), size, m_textMarginScale);
-    painter.DrawSpaced(text, spacing, box);
+    painter.DrawSpaced(text, EvenSpacing::Across(x, width, text.size(), size, m_textMarginScale), box);
   } else {
-    painter.DrawCentred(text, x, barsWidth, box);
+    painter.DrawCentred(text, x, width, box);
   }
 }
 
@@ -53,13 +57,16 @@ void BarcodeBase1D::DrawSvgText(std::string_view text, int x, int y, int barsWid
     return;
   }
   const int size = TextSize(height, m_textFontScale);
-  const auto top = static_cast<double>(std::int64_t{y} + height - size);
+  SvgTextLine(text, x, barsWidth, size, static_cast<double>(std::int64_t{y} + height - size));
+}
+
+void BarcodeBase1D::SvgTextLine(std::string_view text, int x, int width, int size, double top) {
   if (!m_textEvenSpacing) {
-    const std::int64_t centre = std::int64_t{x} + barsWidth / 2;
+    const std::int64_t centre = std::int64_t{x} + width / 2;
     SvgText(static_cast<double>(centre), top, text, size, m_foreColor, "middle");
     return;
   }
-  const auto spacing = EvenSpacing::Across(x, barsWidth, text.size(), size, m_textMarginScale);
+  const auto spacing = EvenSpacing::Across(x, width, text.size(), size, m_textMarginScale);
   for (std::size_t i = 0; i < text.size(); ++i) {
     SvgText(static_cast<double>(spacing.Centre(i)), top, text.substr(i, 1), size, m_foreColor, "middle");
   }

@@ -11,6 +11,9 @@
 
 namespace barcode {
 
+class TextPainter;
+struct TextBox;
+
 // What the plain linear draw needs of a class: the bars and the line under them.
 struct LinearSymbol {
   RunVector pattern;
@@ -41,6 +44,12 @@ class BarcodeBase1D : public BarcodeBase {
 
   // The same line of the SVG draw.
   void DrawSvgText(std::string_view text, int x, int y, int barsWidth, std::uint32_t height);
+
+  // One line of text of a font size (at least one byte) in width pixels from x, spread evenly or in one piece
+  // around their middle: in the raster draw inside a box, in the SVG draw with its top at a height.
+  void DrawTextLine(TextPainter& painter, std::string_view text, int x, int width, int size,
+                    const TextBox& box) const;
+  void SvgTextLine(std::string_view text, int x, int width, int size, double top);
 
   // The plain linear draw. tag: the prefix of error lines, "[Code39] ". makeSymbol encodes, and throws on bad
   // text.

@@ -113,14 +113,14 @@ int HeldValue(Code128Set set, std::string_view text, std::size_t pos) {
 
 Code128Values EncodeAutomatic(std::string_view text) {
   const auto isHeld = [](char c) { return static_cast<unsigned char>(c) <= kLastHeldByte; };
-  if (!std::all_of(text.begin(), text.end(), isHeld)) throw std::invalid_argument("No valid start");
+  if (!std::all_of(text.begin(), text.end(), isHeld)) throw std::runtime_error("No valid start");
   const SetPlan plan(text);
   Code128Set set = Code128Set::kA;
   for (const Code128Set start : kCode128Sets) {
     if (plan.CostFromStart(start) < plan.CostFromStart(set)) set = start;
   }
   const Cost cost = plan.CostFromStart(set);
-  if (cost >= kCostLimit) throw std::invalid_argument("No valid start");
+  if (cost >= kCostLimit) throw std::runtime_error("No valid start");
 
   Code128Values values;
   values.reserve(std::size_t{cost} + 3);  // with start, check and stop
@@ -141,13 +141,13 @@ Code128Values EncodeAutomatic(std::string_view text) {
 [[noreturn]] void ThrowNotInSet(Code128Set set, std::size_t pos) {
   switch (set) {
     case Code128Set::kA:
-      throw std::invalid_argument("Invalid char for CODE_A");
+      throw std::runtime_error("Invalid char for CODE_A");
     case Code128Set::kB:
-      throw std::invalid_argument("Invalid char for CODE_B");
+      throw std::runtime_error("Invalid char for CODE_B");
     case Code128Set::kC:
       break;
   }
-  throw std::invalid_argument("Not 2-digit at pos=" + std::to_string(pos));
+  throw std::runtime_error("Not 2-digit at pos=" + std::to_string(pos));
 }
 
 Code128Values EncodeFixed(std::string_view text, Code128Set set) {
@@ -179,8 +179,8 @@ int CharValue(Code128Set set, std::string_view text, std::size_t pos) {
 }
 
 Code128Values EncodeValues(std::string_view text, std::int32_t mode) {
-  if (text.empty()) throw std::invalid_argument("Empty string");
-  if (mode < 0 || mode > kCode128ModeAuto) throw std::invalid_argument("Invalid CodeMode");
+  if (text.empty()) throw std::runtime_error("Empty string");
+  if (mode < 0 || mode > kCode128ModeAuto) throw std::runtime_error("Invalid CodeMode");
   Code128Values values =
       mode == kCode128ModeAuto ? EncodeAutomatic(text) : EncodeFixed(text, static_cast<Code128Set>(mode));
   AppendCheckAndStop(values);

@@ -15,13 +15,13 @@ constexpr std::size_t kMaxWeightK = 15;
 
 std::size_t CharacterValue(char character) {
   const int value = kCode93Values[static_cast<unsigned char>(character)];
-  if (value < 0) throw std::invalid_argument(std::string("Invalid character in CODE93: ") + character);
+  if (value < 0) throw std::runtime_error(std::string("Invalid character in CODE93: ") + character);
   return static_cast<std::size_t>(value);
 }
 
 }  // namespace
 
-std::size_t Code93CheckIndex(std::string_view text, std::size_t maxWeight) {
+std::size_t Code93::CheckIndex(std::string_view text, std::size_t maxWeight) {
   std::size_t sum = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const std::size_t weight = (text.size() - i - 1) % maxWeight + 1;
@@ -30,11 +30,13 @@ std::size_t Code93CheckIndex(std::string_view text, std::size_t maxWeight) {
   return sum % kCode93Characters.size();
 }
 
-RunVector EncodeCode93(std::string_view text) {
-  if (text.empty()) throw std::invalid_argument("Empty string");
+RunVector Code93::Encode(const std::string& text) const {
+  if (text.empty()) {
+    throw std::runtime_error("Empty string");
+  }
   std::string characters = ToUpper(text);
-  characters += kCode93Characters[Code93CheckIndex(characters, kMaxWeightC)];
-  characters += kCode93Characters[Code93CheckIndex(characters, kMaxWeightK)];
+  characters += kCode93Characters[CheckIndex(characters, kMaxWeightC)];
+  characters += kCode93Characters[CheckIndex(characters, kMaxWeightK)];
 
   RunVector pattern;
   pattern.reserve(6 * characters.size() + kCode93Start.size() + kCode93Stop.size());

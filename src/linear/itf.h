@@ -1,17 +1,30 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "core/barcode_base_1d.h"
 #include "core/run_vector.h"
 
 namespace barcode {
 
-// The digits that an ITF symbol holds: the text, with a zero in front when their number is odd.
-std::string ItfDigits(std::string_view text);
+// Interleaved 2 of 5 (ISO/IEC 16390): pairs of digits, the first in the bars, the second in the spaces. No
+// check digit.
+class ITF : public PlainLinear<ITF> {
+ public:
+  static constexpr std::string_view kTag = "[ITF] ";
 
-// The module pattern of an Interleaved 2 of 5 symbol. Throws std::invalid_argument for anything but digits.
-RunVector EncodeItf(std::string_view text, std::uint32_t wide);
+  using PlainLinear::PlainLinear;
+
+  // An odd number of digits gets a zero in front. Throws std::runtime_error on empty text and on anything but
+  // digits.
+  RunVector Encode(const std::string& text) const;
+
+  // The digits that are encoded, the zero in front included.
+  std::string DisplayText(const std::string& text) const;
+
+ private:
+  float m_wideRatio = 1.0F;
+};
 
 }  // namespace barcode

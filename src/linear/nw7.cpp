@@ -18,7 +18,8 @@ constexpr std::array<std::uint32_t, kCharacters.size()> kMasks = {
     0b1010001, 0b0011000, 0b0001100, 0b0000011, 0b0000110, 0b0001001, 0b1100000,
     0b0010010, 0b1000010, 0b0100001, 0b0100100, 0b0110000, 0b1001000,
 };
-constexpr int kElements = 7;
+constexpr std::size_t kElements = 7;
+constexpr std::uint32_t kFirstElement = 0b1000000;
 constexpr std::uint32_t kNarrow = 1;
 constexpr std::uint32_t kWide = 3;
 constexpr std::uint32_t kGap = 2;
@@ -35,7 +36,7 @@ std::string Framed(std::string_view text) {
   const bool starts = IsStartStop(upper.front());
   const bool stops = IsStartStop(upper.back());
   if (starts != stops) {
-    throw std::invalid_argument("Invalid start/stop character combination in NW7: " + upper);
+    throw std::runtime_error("Invalid start/stop character combination in NW7: " + upper);
   }
   return starts ? upper : kDefaultStartStop + upper + kDefaultStartStop;
 }
@@ -43,32 +44,38 @@ std::string Framed(std::string_view text) {
 std::uint32_t Mask(char character) {
   const std::size_t index = kCharacters.find(character);
   if (index == std::string_view::npos) {
-    throw std::invalid_argument(std::string("Invalid character in NW7: ") + character);
+    throw std::runtime_error(std::string("Invalid character in NW7: ") + character);
   }
   return kMasks[index];
 }
 
 }  // namespace
 
-RunVector EncodeNw7(std::string_view text) {
-  if (text.empty()) throw std::invalid_argument("Empty string");
+RunVector NW7::Encode(const std::string& text) const {
+  if (text.empty()) {
+    throw std::runtime_error("Empty string");
+  }
   const std::string framed = Framed(text);
   RunVector pattern;
   pattern.reserve(framed.size() * (kElements + 1));
   for (const char character : framed) {
     const std::uint32_t mask = Mask(character);
-    if (!pattern.empty()) pattern.push_back(kGap);
-    for (int bit = kElements - 1; bit >= 0; --bit) {
-      pattern.push_back((mask >> bit & 1U) != 0 ? kWide : kNarrow);
+    if (!pattern.empty()) {
+      pattern.push_back(kGap);
+    }
+    for (std::uint32_t element = kFirstElement; element != 0; element >>= 1U) {
+      pattern.push_back((mask & element) != 0 ? kWide : kNarrow);
     }
   }
   return pattern;
 }
 
-std::string_view Nw7DisplayText(std::string_view text, bool showStartStop) {
-  if (showStartStop || text.empty() || !IsStartStop(text.front()) || !IsStartStop(text.back())) return text;
-  if (text.size() == 1) return {};  // one character is start and stop at once
-  return text.substr(1, text.size() - 2);
+std::string NW7::DisplayText(const std::string& text) const {
+  if (m_showStartStop || text.empty() || !IsStartStop(text.front()) || !IsStartStop(text.back())) {
+    return text;
+  }
+  // One character is start and stop at once.
+  return text.size() == 1 ? std::string() : text.substr(1, text.size() - 2);
 }
 
 }  // namespace barcode

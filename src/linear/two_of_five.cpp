@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "core/ascii.h"
+#include "core/numeric.h"
 
 namespace barcode {
 namespace {
@@ -20,13 +21,13 @@ constexpr std::array<std::uint32_t, 3> kBarBits = {16, 4, 1};
 }  // namespace
 
 std::uint32_t WideModules(float ratio) {
-  const bool odd = static_cast<int>(ratio) % 2 != 0;
+  const bool odd = TruncToInt(ratio) % 2 != 0;
   return odd ? 3 : 2;
 }
 
 void RequireDigits(std::string_view text, const char* message) {
-  if (text.empty()) throw std::invalid_argument("Empty string");
-  if (!AllDigits(text)) throw std::invalid_argument(message);
+  if (text.empty()) throw std::runtime_error("Empty string");
+  if (!AllDigits(text)) throw std::runtime_error(message);
 }
 
 RunVector EncodeTwoOfFive(std::string_view digits, std::uint32_t wide, const char* notDigitsMessage) {

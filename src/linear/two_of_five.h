@@ -13,7 +13,7 @@ namespace barcode {
 // which a whole-module pattern keeps 2.
 std::uint32_t WideModules(float ratio);
 
-// Throws std::invalid_argument for an empty text ("Empty string") and, with the message, for one that holds
+// Throws std::runtime_error for an empty text ("Empty string") and, with the message, for one that holds
 // anything but decimal digits.
 void RequireDigits(std::string_view text, const char* message);
 

@@ -75,6 +75,22 @@ std::shared_ptr<TTF_Font> SizedRobotoFont(int size) {
   return font;
 }
 
+std::optional<TextExtent> MeasureText(const std::string& text, int size) {
+  if (!IsTextRenderingReady()) {
+    return std::nullopt;
+  }
+  const FontLibraryLock lock;
+  const std::shared_ptr<TTF_Font> font = SizedRobotoFont(size);
+  if (font == nullptr) {
+    return std::nullopt;
+  }
+  TextExtent extent;
+  if (TTF_SizeUTF8(font.get(), text.c_str(), &extent.width, &extent.height) != 0) {
+    return std::nullopt;
+  }
+  return extent;
+}
+
 bool InitTextRendering() {
   auto& library = FontLibrary::Instance();
   const std::lock_guard lock(library.mutex);

@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <span>
+#include <string>
 
 #include "core/sdl_ptr.h"
 
@@ -23,6 +25,15 @@ FontPtr OpenEmbeddedRobotoFont(int size);
 // sizes stay open, with the glyphs they have rendered: opening one and hinting its first glyphs costs as much
 // as half a PNG.
 std::shared_ptr<TTF_Font> SizedRobotoFont(int size);
+
+// Size in pixels of a text of one line.
+struct TextExtent {
+  int width = 0;
+  int height = 0;
+};
+
+// The size of a text at a font size, as it would be drawn; nothing when text cannot be drawn at that size.
+std::optional<TextExtent> MeasureText(const std::string& text, int size);
 
 // Makes the text library and the shared font ready, once for the life of the process; a failure is reported
 // on standard error and tried again at the next call. True when text can be drawn.

@@ -8,7 +8,7 @@
 
 #include "support/all_texts.h"
 
-namespace barcode {
+namespace barcode::test {
 namespace {
 
 using testing::ElementsAreArray;
@@ -224,4 +224,4 @@ TEST(Gs1_128DisplayText, OnlyCompleteMarkersAreMarkers) {
 }
 
 }  // namespace
-}  // namespace barcode
+}  // namespace barcode::test

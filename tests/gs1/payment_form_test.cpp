@@ -5,9 +5,9 @@
 #include <string>
 
 #include "gs1/gs1_128_encoder.h"
-#include "support/expect_throw.h"
+#include "support/message_of.h"
 
-namespace barcode {
+namespace barcode::test {
 namespace {
 
 // Weighted 3, 1, 3, ... from the right, the 43 digits sum to 305.
@@ -68,4 +68,4 @@ TEST(PaymentForm, WritesTwoLines) {
 }
 
 }  // namespace
-}  // namespace barcode
+}  // namespace barcode::test

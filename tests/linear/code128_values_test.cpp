@@ -10,10 +10,10 @@
 #include "linear/width_string.h"
 #include "support/all_texts.h"
 #include "support/code128_reference.h"
-#include "support/expect_throw.h"
+#include "support/message_of.h"
 #include "support/pattern.h"
 
-namespace barcode {
+namespace barcode::test {
 namespace {
 
 using testing::ElementsAre;
@@ -99,9 +99,9 @@ TEST(Code128Values, AutomaticNamesOneMessageForWhatNoSetHolds) {
 
 void ExpectAsReference(const std::string& text) {
   if (text.empty()) return;
-  const auto expected = reference::Code128Automatic(text).Encode();
+  const auto expected = ReferenceCode128(text).Encode();
   if (!expected) {
-    EXPECT_THROW(EncodeValues(text, kCode128ModeAuto), std::invalid_argument) << testing::PrintToString(text);
+    EXPECT_THROW(EncodeValues(text, kCode128ModeAuto), std::runtime_error) << testing::PrintToString(text);
     return;
   }
   Code128Values values = EncodeValues(text, kCode128ModeAuto);
@@ -160,4 +160,4 @@ TEST(Code128Values, ValuesAboveTheStopValueHaveNoPattern) {
 }
 
 }  // namespace
-}  // namespace barcode
+}  // namespace barcode::test

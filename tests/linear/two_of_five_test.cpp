@@ -5,10 +5,12 @@
 #include <array>
 #include <string>
 
-#include "support/expect_throw.h"
+#include "linear/matrix_2of5.h"
+#include "linear/nec_2of5.h"
+#include "support/message_of.h"
 #include "support/pattern.h"
 
-namespace barcode {
+namespace barcode::test {
 namespace {
 
 constexpr const char* kMessage = "digits only";
@@ -55,6 +57,21 @@ TEST(TwoOfFive, UsesTheWideWidth) {
             "122");
 }
 
+TEST(TwoOfFive, BothSymbologiesEncodeAlike) {
+  EXPECT_EQ(Digits(Matrix2of5("png").Encode("79")), Encoded("79"));
+  EXPECT_EQ(NEC2of5("png").Encode("0123456789"), Matrix2of5("png").Encode("0123456789"));
+  EXPECT_EQ(Matrix2of5("png").Encode("3"), Matrix2of5("png").Encode("6"));
+  EXPECT_EQ(Matrix2of5("png").Encode("5").size(), 4U + 5U + 3U);
+}
+
+TEST(TwoOfFive, EachSymbologyHasItsOwnMessage) {
+  EXPECT_EQ(MessageOf([] { Matrix2of5("png").Encode("1-"); }),
+            "Matrix 2 of 5 barcode requires numeric digits only");
+  EXPECT_EQ(MessageOf([] { NEC2of5("png").Encode("A"); }), "NEC 2 of 5 barcode requires numeric digits only");
+  EXPECT_EQ(MessageOf([] { Matrix2of5("png").Encode(""); }), "Empty string");
+  EXPECT_EQ(MessageOf([] { NEC2of5("png").Encode(""); }), "Empty string");
+}
+
 TEST(TwoOfFive, RefusesWhatIsNotDigits) {
   EXPECT_EQ(MessageOf([] { EncodeTwoOfFive("", 3, kMessage); }), "Empty string");
   EXPECT_EQ(MessageOf([] { EncodeTwoOfFive("12a", 3, kMessage); }), kMessage);
@@ -62,4 +79,4 @@ TEST(TwoOfFive, RefusesWhatIsNotDigits) {
 }
 
 }  // namespace
-}  // namespace barcode
+}  // namespace barcode::test

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace barcode {
+namespace barcode::test {
 
 // Calls visit(text) for every sequence of up to maxLength of the pieces, the empty one included.
 template <typename Visit>
@@ -20,4 +20,4 @@ void ForAllTexts(const std::vector<std::string>& pieces, std::size_t maxLength, 
   }
 }
 
-}  // namespace barcode
+}  // namespace barcode::test

@@ -6,13 +6,13 @@
 #include <utility>
 #include <vector>
 
-namespace barcode::reference {
+namespace barcode::test {
 
 // The automatic encoder of Code 128 as plain recursion over copied lists: slow, and written from the rules
 // alone.
-class Code128Automatic {
+class ReferenceCode128 {
  public:
-  explicit Code128Automatic(std::string text) : m_text(std::move(text)) {}
+  explicit ReferenceCode128(std::string text) : m_text(std::move(text)) {}
 
   // Start value and data, or nothing when no start set can encode the text.
   std::optional<std::vector<int>> Encode() {
@@ -72,4 +72,4 @@ class Code128Automatic {
   std::map<std::pair<std::size_t, int>, std::optional<Result>> m_memo;
 };
 
-}  // namespace barcode::reference
+}  // namespace barcode::test

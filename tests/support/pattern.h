@@ -5,7 +5,7 @@
 
 #include "core/run_vector.h"
 
-namespace barcode {
+namespace barcode::test {
 
 // A module pattern as digits, one for each element.
 inline std::string Digits(const RunVector& pattern) {
@@ -18,4 +18,4 @@ inline std::uint32_t Modules(const RunVector& pattern) {
   return std::accumulate(pattern.begin(), pattern.end(), std::uint32_t{0});
 }
 
-}  // namespace barcode
+}  // namespace barcode::test

@@ -5,7 +5,7 @@
 #include <exception>
 #include <string>
 
-namespace barcode {
+namespace barcode::test {
 
 // The message of the exception that an action throws; "" and a test failure when it throws none.
 template <typename Action>
@@ -19,4 +19,4 @@ std::string MessageOf(Action action) {
   return "";
 }
 
-}  // namespace barcode
+}  // namespace barcode::test
