@@ -22,4 +22,10 @@ std::optional<GreyImage> DrawnSymbol(int type, int moduleSize, const std::functi
 // enough for `modules` modules.
 std::optional<GreyImage> DrawnLinear(int type, const std::string& text, int modules, int moduleSize = 2);
 
+// The same for symbols whose number of modules depends on the text: the box is as wide as the bars. prepare
+// sets the object's options.
+std::optional<GreyImage> DrawnToFit(
+    int type, const std::string& text, int moduleSize,
+    const std::function<void(BarcodeHandle)>& prepare = [](BarcodeHandle) {});
+
 }  // namespace barcode::test

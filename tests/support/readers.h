@@ -1,6 +1,9 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <optional>
+#include <ostream>
 #include <string>
 
 #include "support/image.h"
@@ -14,6 +17,11 @@ struct Reading {
 
   bool operator==(const Reading&) const = default;
 };
+
+// How failed expectations show a reading.
+inline void PrintTo(const Reading& reading, std::ostream* out) {
+  *out << reading.format << ' ' << testing::PrintToString(reading.data);
+}
 
 // The first symbol that ZXing sees. formats: names as ZXing writes them ("Code39|Code93"), empty for all.
 // Start and stop characters of Codabar are part of the data.

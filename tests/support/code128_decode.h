@@ -1,0 +1,33 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace barcode::test {
+
+// What a reader makes of a start value and data by the standard's tables (ISO/IEC 15417); fnc1: what it
+// writes for FNC1.
+inline std::string DecodeCode128(const std::vector<int>& values, const std::string& fnc1) {
+  std::string text;
+  int set = values.front() - 103;
+  for (std::size_t i = 1; i < values.size(); ++i) {
+    const int value = values[i];
+    if (value == 102) {
+      text += fnc1;
+    } else if (set == 2 && value < 100) {
+      text += static_cast<char>('0' + value / 10);
+      text += static_cast<char>('0' + value % 10);
+    } else if (value < 96) {
+      text += static_cast<char>(set == 0 && value >= 64 ? value - 64 : value + 32);
+    } else {
+      EXPECT_TRUE(value >= 99 && value <= 101 && set != 101 - value) << value;
+      set = 101 - value;
+    }
+  }
+  return text;
+}
+
+}  // namespace barcode::test
