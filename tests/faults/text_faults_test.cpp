@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "faults/interposed.h"
+#include "gs1/gs1_128.h"
 #include "linear/code39.h"
 #include "support/capture.h"
 #include "support/image.h"
@@ -64,6 +65,46 @@ TEST(TextFaults, NoStreamForTheSharedFont) {
   ExpectBarsWithoutText(Fault::RwFromConstMem,
                         "OpenEmbeddedRobotoFont: SDL_RWFromConstMem failed: injected\n"
                         "フォントの読み込みに失敗: injected\n");
+}
+
+class PaymentFormFaults : public ::testing::Test {
+ protected:
+  const std::string digits = "91912345000000000012345678901234567890123455";
+  GS1_128 form{"png"};
+
+  std::string DrawWith(Fault fault) {
+    return CaptureInternal([&] {
+             const Failing failing(fault);
+             EXPECT_TRUE(form.DrawConvenience(digits, 600, 100));
+           })
+        .err;
+  }
+};
+
+TEST_F(PaymentFormFaults, NoFontToDrawWith) {
+  const std::string open = "OpenEmbeddedRobotoFont: TTF_OpenFontRW failed: injected\n";
+  // To measure the sample, to measure a line, to draw.
+  EXPECT_EQ(DrawWith(Fault::OpenFont), open + open + open + "OpenEmbeddedRobotoFont error: injected\n");
+  const test::Image image = test::DecodePng(form.GetImageData());
+  EXPECT_EQ(image.At(0, 59), test::kBlackPixel);  // two lines of size 20 are left out, their room is kept
+  EXPECT_FALSE(HasInkBelow(image, 60));
+}
+
+TEST_F(PaymentFormFaults, LinesThatCannotBeRenderedAreLeftOut) {
+  form.SetTextEvenSpacing(false);
+  EXPECT_EQ(DrawWith(Fault::RenderText),
+            "TTF_RenderUTF8_Blended error: injected\nTTF_RenderUTF8_Blended error: injected\n");
+  EXPECT_EQ(DrawWith(Fault::CreateTexture),
+            "SDL_CreateTextureFromSurface error: injected\nSDL_CreateTextureFromSurface error: injected\n");
+  EXPECT_FALSE(HasInkBelow(test::DecodePng(form.GetImageData()), 52));
+}
+
+TEST_F(PaymentFormFaults, NoCanvas) {
+  const auto captured = CaptureInternal([&] {
+    const Failing failing(Fault::CreateRenderer);
+    EXPECT_FALSE(form.DrawConvenience(digits, 600, 100));
+  });
+  EXPECT_EQ(captured.err, "レンダラー作成に失敗: injected\n");
 }
 
 }  // namespace

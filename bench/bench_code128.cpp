@@ -1,0 +1,40 @@
+#include <random>
+
+#include "draws.h"
+#include "linear/code128.h"
+
+namespace barcode::bench {
+namespace {
+
+// Bytes 0 to 126 mixed, with runs of digits among them.
+std::string MixedText(std::size_t size) {
+  std::mt19937 random(128);
+  std::string text;
+  while (text.size() < size) {
+    const bool digits = random() % 4 == 0;
+    for (auto length = random() % 12; length > 0; --length) {
+      text += static_cast<char>(digits ? '0' + random() % 10 : random() % 127);
+    }
+  }
+  text.resize(size);
+  return text;
+}
+
+// bytes_per_second is what must not depend on the length.
+void EncodeAutomatic(benchmark::State& state) {
+  const Code128 code("png");
+  const std::string text = MixedText(static_cast<std::size_t>(state.range(0)));
+  for (const auto _ : state) {
+    benchmark::DoNotOptimize(code.Encode(text));
+  }
+  state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(EncodeAutomatic)->Name("Code128/encode automatic, bytes")->Arg(12)->Arg(200)->Arg(20'000);
+
+const bool kRegistered = [] {
+  RegisterDraws("Code128 300x100", {.type = BARCODE_CODE128, .text = "Code128-1234", .setUp = {}});
+  return true;
+}();
+
+}  // namespace
+}  // namespace barcode::bench

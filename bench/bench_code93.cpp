@@ -1,0 +1,22 @@
+#include "draws.h"
+#include "linear/code93.h"
+
+namespace barcode::bench {
+namespace {
+
+void Encode(benchmark::State& state) {
+  const Code93 code("png");
+  const std::string text = "CODE93-12345";
+  for (const auto _ : state) {
+    benchmark::DoNotOptimize(code.Encode(text));
+  }
+}
+BENCHMARK(Encode)->Name("Code93/encode 12 characters");
+
+const bool kRegistered = [] {
+  RegisterDraws("Code93 300x100", {.type = BARCODE_CODE93, .text = "CODE93-12345", .setUp = {}});
+  return true;
+}();
+
+}  // namespace
+}  // namespace barcode::bench

@@ -1,0 +1,22 @@
+#include "draws.h"
+#include "linear/itf.h"
+
+namespace barcode::bench {
+namespace {
+
+void Encode(benchmark::State& state) {
+  const ITF code("png");
+  const std::string text = "15412345678908";
+  for (const auto _ : state) {
+    benchmark::DoNotOptimize(code.Encode(text));
+  }
+}
+BENCHMARK(Encode)->Name("ITF/encode 14 digits");
+
+const bool kRegistered = [] {
+  RegisterDraws("ITF 300x100", {.type = BARCODE_ITF, .text = "15412345678908", .setUp = {}});
+  return true;
+}();
+
+}  // namespace
+}  // namespace barcode::bench

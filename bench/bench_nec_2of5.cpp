@@ -1,0 +1,22 @@
+#include "draws.h"
+#include "linear/nec_2of5.h"
+
+namespace barcode::bench {
+namespace {
+
+void Encode(benchmark::State& state) {
+  const NEC2of5 code("png");
+  const std::string text = "123456789012";
+  for (const auto _ : state) {
+    benchmark::DoNotOptimize(code.Encode(text));
+  }
+}
+BENCHMARK(Encode)->Name("NEC2of5/encode 12 digits");
+
+const bool kRegistered = [] {
+  RegisterDraws("NEC2of5 300x100", {.type = BARCODE_NEC_2OF5, .text = "123456789012", .setUp = {}});
+  return true;
+}();
+
+}  // namespace
+}  // namespace barcode::bench
