@@ -128,7 +128,9 @@ BARCODE_API void barcode_set_show_start_stop(BarcodeHandle handle, int flag);
  * UPC-E. 0: all bars of equal height, the text in one line below. */
 BARCODE_API void barcode_set_extended_guard(BarcodeHandle handle, int flag);
 
-/* Code 128 code set: "AUTO" (default; fewest symbol characters), "A", "B", "C". Other words change nothing. */
+/* Code 128 code set: "AUTO" (default; fewest symbol characters), "A", "B", "C". Other words change nothing. In set A
+ * a byte is its own symbol value, which readers take for another character: choose "B" or "C" for text that is to be
+ * read as it stands. */
 BARCODE_API void barcode_set_code_mode(BarcodeHandle handle, const char* mode);
 
 /* ---- Options of two-dimensional symbologies (types 16 to 18) ---------------------------------------------- */
