@@ -85,7 +85,11 @@ std::optional<MatrixTarget> BarcodeBase2D::PrepareTarget(int x, int y, std::uint
                       static_cast<std::uint32_t>(m_surface->h)};
 }
 
-void BarcodeBase2D::FillTarget(const MatrixTarget& target) const {
+void BarcodeBase2D::FillTarget(const MatrixTarget& target) {
+  if (target.owned != nullptr) {
+    FillBackground();  // the rectangle is the whole surface
+    return;
+  }
   SDL_SetRenderDrawBlendMode(target.renderer, SDL_BLENDMODE_NONE);
   RectPainter(*target.renderer, m_backColor)
       .Fill({static_cast<float>(target.x), static_cast<float>(target.y), static_cast<float>(target.width),

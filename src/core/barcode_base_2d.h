@@ -62,7 +62,7 @@ class BarcodeBase2D : public BarcodeBase {
                                             Progress progress);
 
   // Fills the whole rectangle with the background.
-  void FillTarget(const MatrixTarget& target) const;
+  void FillTarget(const MatrixTarget& target);
 
   // Fills the dark modules, from the top-left corner of the rectangle, at edges rounded to whole pixels.
   // adjust: pixels added to the width and height of each.

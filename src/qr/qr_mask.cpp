@@ -53,48 +53,62 @@ constexpr MaskColumns MakeMaskColumns() {
 }
 constexpr MaskColumns kMaskColumns = MakeMaskColumns();
 
-// 64 sums side by side: bit j of plane p is bit p of sum j.
-class LaneSums {
+struct BitSum {
+  Lanes sum;
+  Lanes carry;
+};
+
+constexpr BitSum AddBits(Lanes a, Lanes b, Lanes c) {
+  return {.sum = a ^ b ^ c, .carry = (a & b) | (c & (a ^ b))};
+}
+
+// A number in each of the 64 lanes, as the words of its binary digits, the lowest first.
+template <std::size_t Digits>
+using LaneNumbers = std::array<Lanes, Digits>;
+
+// The sum of such numbers for every mask. Largest: the largest number that is added.
+template <std::size_t Digits, unsigned Largest>
+class MaskSums {
  public:
-  // Adds 2^plane to the sum of every lane that is set in `lanes`. A plane keeps one word waiting until a
-  // second comes, so that a carry moves up only half as often.
-  void Add(Lanes lanes, std::size_t plane) {
-    while (m_waiting[plane] != 0) {
-      const Lanes sum = m_sum[plane];
-      const Lanes waiting = m_waiting[plane];
-      m_waiting[plane] = 0;
-      m_sum[plane] = sum ^ waiting ^ lanes;
-      lanes = (sum & waiting) | (lanes & (sum ^ waiting));
-      ++plane;
+  void Add(const LaneNumbers<Digits>& numbers) {
+    Lanes carry = 0;
+    for (std::size_t digit = 0; digit < kSumDigits; ++digit) {
+      const BitSum result = AddBits(m_sums[digit], digit < Digits ? numbers[digit] : 0, carry);
+      m_sums[digit] = result.sum;
+      carry = result.carry;
     }
-    m_waiting[plane] = lanes;
-  }
-
-  void Add(const std::array<Lanes, 4>& number) {
-    for (std::size_t plane = 0; plane < number.size(); ++plane) {
-      if (number[plane] != 0) {
-        Add(number[plane], plane);
-      }
+    if (++m_count == kMaxSum / Largest) {
+      Collect();
     }
   }
 
-  // Sum over the lanes of one mask.
-  unsigned Total(std::size_t mask) const {
-    unsigned total = 0;
-    for (std::size_t plane = 0; plane < kPlanes; ++plane) {
-      const Lanes ofMask = kOneMask << mask;
-      total += static_cast<unsigned>(std::popcount(m_sum[plane] & ofMask) +
-                                     std::popcount(m_waiting[plane] & ofMask))
-               << plane;
-    }
-    return total;
+  std::array<unsigned, kQrMasks> Totals() {
+    Collect();
+    return m_totals;
   }
 
  private:
-  static constexpr std::size_t kPlanes = 24;  // a lane meets at most 177 x 23 words of penalty 89
+  static constexpr std::size_t kSumDigits = 8;
+  static constexpr unsigned kMaxSum = 255;
 
-  std::array<Lanes, kPlanes> m_sum{};
-  std::array<Lanes, kPlanes> m_waiting{};
+  // Adds the lanes of each mask to its total and starts again from zero.
+  void Collect() {
+    for (std::size_t mask = 0; mask < kQrMasks; ++mask) {
+      Lanes bytes = 0;  // the mask's sum of each cell
+      for (std::size_t digit = 0; digit < kSumDigits; ++digit) {
+        bytes |= (m_sums[digit] >> mask & kOneMask) << digit;
+      }
+      constexpr Lanes kEvenBytes = 0x00FF00FF00FF00FF;
+      const Lanes pairs = (bytes & kEvenBytes) + (bytes >> 8U & kEvenBytes);
+      m_totals[mask] += static_cast<unsigned>(pairs * 0x0001000100010001U >> 48U);
+    }
+    m_sums = {};
+    m_count = 0;
+  }
+
+  LaneNumbers<kSumDigits> m_sums{};
+  unsigned m_count = 0;
+  std::array<unsigned, kQrMasks> m_totals{};
 };
 
 Lanes Load(const std::uint8_t* cells) {
@@ -145,19 +159,9 @@ LinePenalties ScoreLine(const std::uint8_t* cells, std::size_t step, const Reach
           .finder = m[0] & ~m[1] & m[2] & m[3] & m[4] & ~m[5] & m[6] & reach.six};
 }
 
-struct BitSum {
-  Lanes sum;
-  Lanes carry;
-};
-
-constexpr BitSum AddBits(Lanes a, Lanes b, Lanes c) {
-  return {.sum = a ^ b ^ c, .carry = (a & b) | (c & (a ^ b))};
-}
-
-// 1 for the fifth and every further module of a run, 2 more for the fifth, 3 for a block of four; as binary
-// numbers of four digits, the lowest first.
-std::array<Lanes, 4> RunAndBlockPenalties(const LinePenalties& down, const LinePenalties& across,
-                                          Lanes block) {
+// 1 for the fifth and every further module of a run, 2 more for the fifth, 3 for a block of four; nine
+// at most.
+LaneNumbers<4> RunAndBlockPenalties(const LinePenalties& down, const LinePenalties& across, Lanes block) {
   const BitSum ones = AddBits(down.run, across.run, block);
   const BitSum twos = AddBits(down.runStart, across.runStart, block);
   const Lanes carry = twos.sum & ones.carry;
@@ -196,8 +200,9 @@ std::span<const std::uint8_t> MaskConditions(int x) {
 }
 
 std::array<unsigned, kQrMasks> MaskPenalties(const MaskCells& cells, int dataBits) {
-  LaneSums dark;
-  LaneSums penalties;
+  MaskSums<4, 9> runsAndBlocks;
+  MaskSums<2, 2> finders;
+  MaskSums<1, 1> dark;
   const int size = cells.Size();
   const auto pitch = static_cast<std::size_t>(size);
   for (int x = 0; x < size; ++x) {
@@ -206,25 +211,21 @@ std::array<unsigned, kQrMasks> MaskPenalties(const MaskCells& cells, int dataBit
       const std::uint8_t* word = column + y;
       const LinePenalties down = ScoreLine(word, 1, ReachAlong(y, size));
       const LinePenalties across = ScoreLine(word, pitch, ReachAcross(x, y, size));
-      const Lanes equalAbove = ~(Load(word - pitch) ^ Load(word - pitch - 1));
-      const Lanes block = down.equal & across.equal & equalAbove;
-
-      dark.Add(Load(word) & CellLanes(0, size - y), 0);
-      penalties.Add(RunAndBlockPenalties(down, across, block));
-      // 40 = 8 + 32 for a finder-like pattern.
-      for (const Lanes finder : {down.finder, across.finder}) {
-        if (finder != 0) {
-          penalties.Add(finder, 3);
-          penalties.Add(finder, 5);
-        }
-      }
+      const Lanes equalLeft = ~(Load(word - pitch) ^ Load(word - pitch - 1));
+      runsAndBlocks.Add(RunAndBlockPenalties(down, across, down.equal & across.equal & equalLeft));
+      finders.Add({down.finder ^ across.finder, down.finder & across.finder});
+      dark.Add({Load(word) & CellLanes(0, size - y)});
     }
   }
-  std::array<unsigned, kQrMasks> totals{};
+  constexpr unsigned kFinderPenalty = 40;
+  std::array<unsigned, kQrMasks> penalties = runsAndBlocks.Totals();
+  const auto finderCounts = finders.Totals();
+  const auto darkCounts = dark.Totals();
   for (std::size_t mask = 0; mask < kQrMasks; ++mask) {
-    totals[mask] = penalties.Total(mask) + BalancePenalty(dark.Total(mask), static_cast<unsigned>(dataBits));
+    penalties[mask] += kFinderPenalty * finderCounts[mask] +
+                       BalancePenalty(darkCounts[mask], static_cast<unsigned>(dataBits));
   }
-  return totals;
+  return penalties;
 }
 
 int BestMask(const std::array<unsigned, kQrMasks>& penalties) {
