@@ -184,7 +184,8 @@ constexpr std::array<unsigned, 21> kBalancePenalties = {90, 80, 70, 60, 50, 40, 
                                                         10, 20, 30, 40, 50, 60, 70, 80, 90, 90};
 
 unsigned BalancePenalty(unsigned darkModules, unsigned dataBits) {
-  const std::size_t k = (2 * 20 * static_cast<std::size_t>(darkModules) + dataBits) / (2 * dataBits);
+  const std::size_t twice = std::size_t{2} * dataBits;
+  const std::size_t k = (std::size_t{40} * darkModules + dataBits) / twice;  // rounded
   return kBalancePenalties[std::min(k, kBalancePenalties.size() - 1)];
 }
 

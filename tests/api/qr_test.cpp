@@ -186,7 +186,7 @@ TEST_F(Qr, BlackAdjustmentGrowsModulesToTheRightAndDownwards) {
 
   barcode_set_px_adjust_black(code, -10);
   Draw("HELLO", 210, 210);
-  EXPECT_EQ(code.Picture().pixels, std::vector<Pixel>(210 * 210, kWhitePixel));
+  EXPECT_EQ(code.Picture().pixels, std::vector<Pixel>(std::size_t{210} * 210, kWhitePixel));
 }
 
 TEST_F(Qr, WhiteAdjustmentChangesNothing) {
@@ -295,7 +295,7 @@ TEST_F(Qr, ATextTooLongIsRefused) {
       Capture([&] { EXPECT_EQ(barcode_draw_2d(code, std::string(2954, 'x').c_str(), 100), 0); });
   EXPECT_EQ(captured.out, kTargetLines);
   EXPECT_EQ(captured.err, kTooLong);
-  EXPECT_EQ(code.Picture().pixels, std::vector<Pixel>(100 * 100, kWhitePixel));
+  EXPECT_EQ(code.Picture().pixels, std::vector<Pixel>(std::size_t{100} * 100, kWhitePixel));
   Draw(std::string(2953, 'x'));
 }
 
@@ -303,7 +303,7 @@ TEST_F(Qr, AnEmptyTextIsABackgroundInRaster) {
   const Captured captured = Draw("");
   EXPECT_EQ(captured.out, kTargetLines + kDumpStart + kDumpEnd);
   EXPECT_EQ(captured.err, "");
-  EXPECT_EQ(code.Picture().pixels, std::vector<Pixel>(100 * 100, kWhitePixel));
+  EXPECT_EQ(code.Picture().pixels, std::vector<Pixel>(std::size_t{100} * 100, kWhitePixel));
 }
 
 TEST_F(Qr, AnEmptyFormatHasNoTarget) {

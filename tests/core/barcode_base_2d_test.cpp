@@ -36,7 +36,7 @@ class Dot : public BarcodeBase2D {
 };
 
 std::uint32_t PixelAt(const SDL_Surface& surface, int x, int y) {
-  const auto* row = static_cast<const std::uint8_t*>(surface.pixels) + y * surface.pitch;
+  const auto* row = static_cast<const std::uint8_t*>(surface.pixels) + std::ptrdiff_t{y} * surface.pitch;
   return reinterpret_cast<const std::uint32_t*>(row)[x];
 }
 

@@ -43,34 +43,36 @@ std::vector<std::uint8_t> Codewords(const Symbol& symbol) {
 
 // The data codewords and a check of the error correction, block by block.
 std::string DataBits(const Symbol& symbol) {
-  const QrBlocks layout = QrBlocksOf(symbol.level, symbol.version);
   const auto codewords = Codewords(symbol);
-  const int dataTotal = QrDataCodewords(symbol.level, symbol.version);
+  const QrBlocks layout = QrBlocksOf(symbol.level, symbol.version);
+  const auto blocks = static_cast<std::size_t>(layout.blocks);
+  const auto ecLength = static_cast<std::size_t>(layout.ecPerBlock);
+  const auto dataTotal = static_cast<std::size_t>(QrDataCodewords(symbol.level, symbol.version));
+  const std::size_t shortLength = dataTotal / blocks;
+  const std::size_t shortBlocks = blocks - dataTotal % blocks;
   std::string bits;
-  for (int block = 0; block < layout.blocks; ++block) {
+  for (std::size_t block = 0; block < blocks; ++block) {
     // Column by column; the longer blocks stand last and have one codeword more.
     std::vector<std::uint8_t> message;
-    const int longBlocks = dataTotal % layout.blocks;
-    const int shortLength = dataTotal / layout.blocks;
-    for (int i = 0; i < shortLength; ++i) {
-      message.push_back(codewords[static_cast<std::size_t>(i * layout.blocks + block)]);
+    message.reserve(shortLength + 1 + ecLength);
+    for (std::size_t i = 0; i < shortLength; ++i) {
+      message.push_back(codewords[i * blocks + block]);
     }
-    if (block >= layout.blocks - longBlocks) {
-      const int at = shortLength * layout.blocks + block - (layout.blocks - longBlocks);
-      message.push_back(codewords[static_cast<std::size_t>(at)]);
+    if (block >= shortBlocks) {
+      message.push_back(codewords[shortLength * blocks + block - shortBlocks]);
     }
     for (const std::uint8_t codeword : message) {
       bits += std::bitset<8>(codeword).to_string();
     }
-    for (int i = 0; i < layout.ecPerBlock; ++i) {
-      message.push_back(codewords[static_cast<std::size_t>(dataTotal + i * layout.blocks + block)]);
+    for (std::size_t i = 0; i < ecLength; ++i) {
+      message.push_back(codewords[dataTotal + i * blocks + block]);
     }
     // A whole block is a multiple of the generator: zero at each of its roots.
     using Field = GaloisField256<0x11D>;
-    for (int root = 0; root < layout.ecPerBlock; ++root) {
+    for (std::size_t root = 0; root < ecLength; ++root) {
       std::uint8_t value = 0;
       for (const std::uint8_t codeword : message) {
-        value = Field::Multiply(value, Field::kTables.antilog[static_cast<std::size_t>(root)]) ^ codeword;
+        value = Field::Multiply(value, Field::kTables.antilog[root]) ^ codeword;
       }
       EXPECT_EQ(value, 0) << "version " << symbol.version << " level " << symbol.level << " block " << block;
     }
