@@ -60,6 +60,16 @@ void DrawAndSvg(benchmark::State& state, const Drawing& drawing) {
   }
 }
 
+void BarePng(benchmark::State& state, const Drawing& drawing) {
+  const SurfacePtr pixels = PixelsOf(drawing);
+  std::vector<unsigned char> buffer(
+      static_cast<std::size_t>(pixels->w) * static_cast<std::size_t>(pixels->h) * 4 + 1'024'000);
+  for (const auto _ : state) {
+    const RwopsPtr stream(SDL_RWFromMem(buffer.data(), static_cast<int>(buffer.size())));
+    benchmark::DoNotOptimize(IMG_SavePNG_RW(pixels.get(), stream.get(), 0));
+  }
+}
+
 void RegisterDraws(const std::string& name, const Drawing& drawing) {
   benchmark::RegisterBenchmark((name + "/draw+PNG").c_str(),
                                [drawing](benchmark::State& state) { DrawAndPng(state, drawing); });
@@ -68,15 +78,8 @@ void RegisterDraws(const std::string& name, const Drawing& drawing) {
 }
 
 void RegisterBarePng(const std::string& name, const Drawing& drawing) {
-  benchmark::RegisterBenchmark((name + "/bare IMG_SavePNG_RW").c_str(), [drawing](benchmark::State& state) {
-    const SurfacePtr pixels = PixelsOf(drawing);
-    std::vector<unsigned char> buffer(
-        static_cast<std::size_t>(pixels->w) * static_cast<std::size_t>(pixels->h) * 4 + 1'024'000);
-    for (const auto _ : state) {
-      const RwopsPtr stream(SDL_RWFromMem(buffer.data(), static_cast<int>(buffer.size())));
-      benchmark::DoNotOptimize(IMG_SavePNG_RW(pixels.get(), stream.get(), 0));
-    }
-  });
+  benchmark::RegisterBenchmark((name + "/bare IMG_SavePNG_RW").c_str(),
+                               [drawing](benchmark::State& state) { BarePng(state, drawing); });
 }
 
 }  // namespace barcode::bench

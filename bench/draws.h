@@ -23,10 +23,13 @@ struct Drawing {
 void DrawAndPng(benchmark::State& state, const Drawing& drawing);
 void DrawAndSvg(benchmark::State& state, const Drawing& drawing);
 
+// The encoder alone (IMG_SavePNG_RW), on the same pixels as the drawing's.
+void BarePng(benchmark::State& state, const Drawing& drawing);
+
 // Registers "<name>/draw+PNG" and "<name>/draw+SVG".
 void RegisterDraws(const std::string& name, const Drawing& drawing);
 
-// Registers "<name>/bare IMG_SavePNG_RW": the encoder alone, on the same pixels as the drawing's.
+// Registers "<name>/bare IMG_SavePNG_RW".
 void RegisterBarePng(const std::string& name, const Drawing& drawing);
 
 }  // namespace barcode::bench

@@ -11,6 +11,7 @@
 #include "linear/matrix_2of5.h"
 #include "linear/nec_2of5.h"
 #include "linear/nw7.h"
+#include "qr/qr.h"
 
 namespace barcode {
 namespace {
@@ -42,6 +43,8 @@ std::unique_ptr<BarcodeBase> CreateSymbology(int type) {
       return Make<NEC2of5>();
     case BARCODE_ITF:
       return Make<ITF>();
+    case BARCODE_QR:
+      return Make<QR>();
     default:
       return nullptr;
   }

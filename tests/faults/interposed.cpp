@@ -9,10 +9,11 @@ namespace barcode::test {
 namespace {
 
 Fault current = Fault::None;
+int callsSpared = 0;
 
 // True, with SDL's error text set, when the function is to fail.
 bool Fails(Fault fault) {
-  if (current != fault) {
+  if (current != fault || callsSpared-- > 0) {
     return false;
   }
   SDL_SetError("injected");
@@ -27,8 +28,9 @@ Function* Real(Function* /*replacement*/, const char* name) {
 
 }  // namespace
 
-Failing::Failing(Fault fault) {
+Failing::Failing(Fault fault, int spared) {
   current = fault;
+  callsSpared = spared;
 }
 
 Failing::~Failing() {

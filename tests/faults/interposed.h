@@ -17,10 +17,10 @@ enum class Fault {
   RenderText,
 };
 
-// Makes one of them fail while it lives.
+// Makes one of them fail while it lives, after `spared` calls that succeed.
 class Failing {
  public:
-  explicit Failing(Fault fault);
+  explicit Failing(Fault fault, int spared = 0);
   ~Failing();
   Failing(const Failing&) = delete;
   Failing& operator=(const Failing&) = delete;
