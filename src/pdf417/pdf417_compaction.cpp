@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <ranges>
 
 #include "pdf417/pdf417_text_compaction.h"
 
@@ -28,8 +29,8 @@ void AppendByteGroup(std::vector<int>& codewords, std::string_view bytes) {
     value = value << 8U | static_cast<unsigned char>(byte);
   }
   std::array<int, kCodewordsPerByteGroup> digits{};
-  for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
-    *digit = static_cast<int>(value % kBase);
+  for (int& digit : std::views::reverse(digits)) {
+    digit = static_cast<int>(value % kBase);
     value /= kBase;
   }
   codewords.insert(codewords.end(), digits.begin(), digits.end());
@@ -52,7 +53,7 @@ void AppendDigitGroup(std::vector<int>& codewords, std::string_view digits) {
   const std::size_t length = digits.size() / 3 + 1;
   number[0] = 1;
   for (const char digit : digits) {
-    unsigned carry = static_cast<unsigned>(digit - '0');
+    auto carry = static_cast<unsigned>(digit - '0');
     for (std::size_t i = 0; i < length; ++i) {
       const unsigned value = number[i] * 10 + carry;
       number[i] = value % kBase;

@@ -155,7 +155,7 @@ ModuleMatrix BuildPDF417Modules(std::span<const int> codewords, const PDF417Layo
   ModuleMatrix modules(17 * layout.columns + 69, layout.rows);
   for (int row = 0; row < layout.rows; ++row) {
     AppendFields(diagnostics, {{"[C++] row=", row},
-                               {" startCp=", row * layout.columns},
+                               {" startCp=", std::int64_t{row} * layout.columns},
                                {" codeColumns=", layout.columns},
                                {" lenCodewords=", std::ssize(codewords)}});
     diagnostics += '\n';

@@ -44,7 +44,7 @@ class TextReader {
 
  private:
   void Value(int value) {
-    const std::size_t mode = static_cast<std::size_t>(m_shift >= 0 ? m_shift : m_mode);
+    const auto mode = static_cast<std::size_t>(m_shift >= 0 ? m_shift : m_mode);
     const bool shifted = m_shift >= 0;
     m_shift = -1;
     if (static_cast<std::size_t>(value) < kCharacters[mode].size()) {
