@@ -10,7 +10,7 @@
 
 #include "pdf417/pdf417_tables.h"
 
-namespace barcode::testing {
+namespace barcode::test {
 namespace {
 
 using namespace std::string_view_literals;
@@ -292,4 +292,4 @@ bool HasZeroSyndromes(std::span<const int> codewords, int errorCodewords) {
   return true;
 }
 
-}  // namespace barcode::testing
+}  // namespace barcode::test

@@ -6,7 +6,7 @@
 
 #include "core/module_matrix.h"
 
-namespace barcode::testing {
+namespace barcode::test {
 
 // What a reader of ISO/IEC 15438 makes of the data codewords of a symbol (length descriptor first, error
 // correction left out): the bytes, or nothing when the codewords break a rule. Written from the reader's side
@@ -29,4 +29,4 @@ std::optional<ReadPDF417Symbol> ReadPDF417Modules(const ModuleMatrix& modules);
 // 3^1 ... 3^n is a root.
 bool HasZeroSyndromes(std::span<const int> codewords, int errorCodewords);
 
-}  // namespace barcode::testing
+}  // namespace barcode::test

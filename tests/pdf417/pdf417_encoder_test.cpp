@@ -5,12 +5,12 @@
 
 #include <array>
 #include <climits>
-#include <random>
 #include <stdexcept>
 #include <string>
 
 #include "pdf417/codeword_decoder.h"
 #include "pdf417/pdf417_tables.h"
+#include "support/mixed_text.h"
 
 namespace barcode {
 namespace {
@@ -25,7 +25,7 @@ constexpr const char* kDefaultProperties =
 
 // The text of a symbol, read from its modules and checked on the way.
 std::string ReadBack(const PDF417Encoder& encoder) {
-  const auto symbol = testing::ReadPDF417Modules(encoder.Modules());
+  const auto symbol = test::ReadPDF417Modules(encoder.Modules());
   if (!symbol) {
     return "unreadable";
   }
@@ -34,9 +34,9 @@ std::string ReadBack(const PDF417Encoder& encoder) {
   EXPECT_EQ(symbol->columns, encoder.Layout().columns);
   EXPECT_EQ(symbol->errorLevel, encoder.Layout().errorLevel);
   const int errorCodewords = 2 << symbol->errorLevel;
-  EXPECT_TRUE(testing::HasZeroSyndromes(symbol->codewords, errorCodewords));
+  EXPECT_TRUE(test::HasZeroSyndromes(symbol->codewords, errorCodewords));
   const std::span<const int> all = symbol->codewords;
-  return testing::DecodePDF417Codewords(all.first(all.size() - static_cast<std::size_t>(errorCodewords)))
+  return test::DecodePDF417Codewords(all.first(all.size() - static_cast<std::size_t>(errorCodewords)))
       .value_or("undecodable");
 }
 
@@ -228,107 +228,34 @@ TEST(PDF417Encoder, EncodersDoNotInfluenceEachOther) {
   EXPECT_EQ(second.Diagnostics(), first.Diagnostics());
 }
 
-// Random texts of the kinds that hosts send, built from pieces whose lengths lie around every bound of the
-// segmentation and of the groups.
-class RandomText {
- public:
-  explicit RandomText(unsigned seed) : m_random(seed) {}
-
-  unsigned Below(std::size_t bound) { return static_cast<unsigned>(m_random() % bound); }
-
-  std::string Mixture() {
-    std::string text;
-    for (unsigned pieces = 1 + Below(8); pieces > 0; --pieces) {
-      text += Piece(kLengths[Below(kLengths.size())]);
-    }
-    return text;
-  }
-
- private:
-  static constexpr std::array<unsigned, 18> kLengths = {1, 1,  1,  2,  2,  3,  4,  5,  6,
-                                                        7, 11, 12, 13, 14, 43, 44, 45, 89};
-
-  std::string Piece(unsigned length) {
-    std::string piece;
-    const unsigned kind = Below(7);
-    while (piece.size() < length) {
-      switch (kind) {
-        case 0:
-          piece += static_cast<char>('0' + Below(10));
-          break;
-        case 1:
-          piece += static_cast<char>(32 + Below(95));
-          break;
-        case 2:
-          piece += "abcxyz ABC,.;\r\n\t-*!"[Below(19)];
-          break;
-        case 3:
-          piece += static_cast<char>(Below(256));
-          break;
-        case 4:
-          AppendUtf8(piece);
-          break;
-        case 5:
-          AppendShiftJis(piece);
-          break;
-        default:
-          piece += static_cast<char>(0x80 + Below(128));
-          break;
-      }
-    }
-    return piece;
-  }
-
-  // Hiragana, katakana and common kanji.
-  void AppendUtf8(std::string& out) {
-    const unsigned code = Below(2) == 0 ? 0x3041 + Below(0xB0) : 0x4E00 + Below(0x5000);
-    out += static_cast<char>(0xE0U | code >> 12U);
-    out += static_cast<char>(0x80U | (code >> 6U & 0x3FU));
-    out += static_cast<char>(0x80U | (code & 0x3FU));
-  }
-
-  // Lead byte and a trail byte that may be ASCII, or a half-width katakana.
-  void AppendShiftJis(std::string& out) {
-    if (Below(3) == 0) {
-      out += static_cast<char>(0xA1 + Below(0x3F));
-    } else {
-      out += static_cast<char>(0x82 + Below(0x1E));
-      out += static_cast<char>(Below(2) == 0 ? 0x40 + Below(0x3F) : 0x80 + Below(0x7D));
-    }
-  }
-
-  std::mt19937 m_random;
-};
-
 TEST(PDF417Encoder, EveryTextIsReadBackByteForByte) {
-  RandomText random(7);
+  test::RandomText random(7);
   for (int i = 0; i < 40000; ++i) {
-    const std::string text = random.Mixture();
+    const std::string text = test::MixedText(random, 8);
     PDF417Encoder encoder({});
     encoder.Encode(text);
     const std::span<const int> all = encoder.Codewords();
-    ASSERT_EQ(
-        testing::DecodePDF417Codewords(all.first(static_cast<std::size_t>(encoder.Layout().DataLength()))),
-        text)
+    ASSERT_EQ(test::DecodePDF417Codewords(all.first(static_cast<std::size_t>(encoder.Layout().DataLength()))),
+              text)
         << "text " << i;
   }
 }
 
 TEST(PDF417Encoder, EverySymbolIsReadBackFromItsModules) {
-  RandomText random(8);
+  test::RandomText random(8);
   constexpr std::array kKinds = {PDF417SizeKind::kAuto, PDF417SizeKind::kColumns, PDF417SizeKind::kRows,
                                  PDF417SizeKind::kColumnsAndRows};
   constexpr std::array kRatios = {0.001, 0.1, 0.5, 1.0, 4.0, 1000.0};
   for (int i = 0; i < 1500; ++i) {
     PDF417Options options;
-    options.sizeKind = kKinds[random.Below(kKinds.size())];
-    options.codeColumns = static_cast<int>(random.Below(31));
-    options.codeRows = static_cast<int>(random.Below(91));
-    options.useAutoErrorLevel = random.Below(2) == 0;
-    options.errorLevel = static_cast<int>(random.Below(9));
-    options.aspectRatio = kRatios[random.Below(kRatios.size())];
-    options.yHeight = 1 + static_cast<int>(random.Below(20));
-    const std::string text = random.Mixture();
+    options.sizeKind = kKinds[static_cast<std::size_t>(random.Number(0, 3))];
+    options.codeColumns = random.Number(0, 30);
+    options.codeRows = random.Number(0, 90);
+    options.useAutoErrorLevel = random.Number(0, 1) == 0;
+    options.errorLevel = random.Number(0, 8);
+    options.aspectRatio = kRatios[static_cast<std::size_t>(random.Number(0, 5))];
+    options.yHeight = random.Number(1, 20);
+    const std::string text = test::MixedText(random, 8);
     ASSERT_EQ(EncodeAndReadBack(text, options), text) << "text " << i;
   }
 }

@@ -26,7 +26,7 @@ TEST(PDF417ErrorCorrection, GeneratorHasThePowersOf3AsItsRoots) {
     ASSERT_EQ(generator.size(), std::size_t{2} << static_cast<unsigned>(level));
     std::vector<int> highestFirst = {1};
     highestFirst.insert(highestFirst.end(), generator.rbegin(), generator.rend());
-    EXPECT_TRUE(testing::HasZeroSyndromes(highestFirst, static_cast<int>(generator.size()))) << level;
+    EXPECT_TRUE(test::HasZeroSyndromes(highestFirst, static_cast<int>(generator.size()))) << level;
   }
 }
 
@@ -46,9 +46,9 @@ TEST(PDF417ErrorCorrection, DataAndCheckAreAMultipleOfTheGenerator) {
     }
     const std::vector<int> check = PDF417ErrorCorrection(codewords, level);
     codewords.insert(codewords.end(), check.begin(), check.end());
-    EXPECT_TRUE(testing::HasZeroSyndromes(codewords, static_cast<int>(check.size()))) << level;
+    EXPECT_TRUE(test::HasZeroSyndromes(codewords, static_cast<int>(check.size()))) << level;
     codewords.front() = (codewords.front() + 1) % 929;
-    EXPECT_FALSE(testing::HasZeroSyndromes(codewords, static_cast<int>(check.size()))) << level;
+    EXPECT_FALSE(test::HasZeroSyndromes(codewords, static_cast<int>(check.size()))) << level;
   }
 }
 

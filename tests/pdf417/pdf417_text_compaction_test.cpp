@@ -26,7 +26,7 @@ std::vector<int> Compact(std::string_view text) {
 
 std::string Decode(std::vector<int> codewords) {
   codewords.insert(codewords.begin(), static_cast<int>(codewords.size()) + 1);
-  return testing::DecodePDF417Codewords(codewords).value_or("undecodable");
+  return test::DecodePDF417Codewords(codewords).value_or("undecodable");
 }
 
 TEST(PDF417TextCompaction, ExampleOfTheStandard) {
