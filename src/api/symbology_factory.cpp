@@ -4,6 +4,7 @@
 
 #include "barcode.h"
 #include "linear/code39.h"
+#include "pdf417/pdf417.h"
 #include "qr/qr.h"
 
 namespace barcode {
@@ -24,6 +25,8 @@ std::unique_ptr<BarcodeBase> CreateSymbology(int type) {
       return Make<Code39>();
     case BARCODE_QR:
       return Make<QR>();
+    case BARCODE_PDF417:
+      return Make<PDF417>();
     default:
       return nullptr;
   }
