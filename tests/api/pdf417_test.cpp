@@ -6,6 +6,8 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "support/barcode_object.h"
 #include "support/capture.h"
@@ -295,6 +297,31 @@ TEST_F(Pdf417Draw, TwoObjectsDoNotInfluenceEachOther) {
   barcode_set_columns(other, 12);
   (void)Capture([&] { EXPECT_EQ(barcode_draw_1d(other, "something else", 400, 400), 1); });
   EXPECT_EQ(Draw("A", 90, 30).out, kReportOfA);
+}
+
+TEST(Pdf417Threads, ObjectsOnDifferentThreadsDrawWhatTheyDrawAlone) {
+  const auto draw = [](int thread) {
+    const BarcodeObject code(BARCODE_PDF417);
+    barcode_set_aspect_ratio(code, 0.3 * (thread + 1));
+    return code.SvgOf(
+        std::string(static_cast<std::size_t>(20 + 60 * thread), static_cast<char>('a' + thread)), 400, 150);
+  };
+  constexpr int kThreads = 4;
+  (void)Capture([&] {
+    std::vector<int> differences(kThreads);
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < kThreads; ++thread) {
+      threads.emplace_back([&, thread, alone = draw(thread)] {
+        for (int round = 0; round < 50; ++round) {
+          differences[static_cast<std::size_t>(thread)] += draw(thread) != alone ? 1 : 0;
+        }
+      });
+    }
+    for (std::thread& thread : threads) {
+      thread.join();
+    }
+    EXPECT_EQ(differences, std::vector<int>(kThreads));
+  });
 }
 
 TEST(Pdf417Options, OfOtherTypesAreLeftAlone) {

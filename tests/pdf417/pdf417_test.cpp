@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <span>
+
+#include "core/sdl_ptr.h"
+#include "support/capture.h"
+
 namespace barcode {
 namespace {
 
@@ -29,6 +35,37 @@ TEST(PDF417, OptionsReachTheEncoder) {
   EXPECT_EQ(options.aspectRatio, 7.5);
   EXPECT_EQ(options.yHeight, 8);
   EXPECT_EQ(options.stringEncoding, "shift_jis");
+}
+
+TEST(PDF417, DrawsOnTheCanvasOfTheCaller) {
+  constexpr std::uint32_t kUntouched = 0x11223344;
+  constexpr std::uint32_t kWhitePixel = 0xFFFFFFFF;
+  constexpr std::uint32_t kBlackPixel = 0xFF000000;
+  const SurfacePtr surface(SDL_CreateRGBSurfaceWithFormat(0, 300, 60, 32, SDL_PIXELFORMAT_ABGR8888));
+  SDL_FillRect(surface.get(), nullptr, kUntouched);
+  const RendererPtr canvas(SDL_CreateSoftwareRenderer(surface.get()));
+  PDF417 symbol("png");
+  symbol.SetProvidedCanvas(canvas.get());
+  (void)test::CaptureInternal([&] { EXPECT_TRUE(symbol.DrawMatrix("A", 10, 5, 180, 42)); });
+  const auto pixel = [&](int x, int y) {
+    const std::span pixels(static_cast<const std::uint32_t*>(surface->pixels), 300 * 60);
+    return pixels[static_cast<std::size_t>(y * 300 + x)];
+  };
+  // 86 modules of 2 pixels, ten rows of 4; the rest of the box is background.
+  EXPECT_EQ(pixel(10, 5), kBlackPixel);
+  EXPECT_EQ(pixel(10 + 171, 5 + 39), kBlackPixel);
+  EXPECT_EQ(pixel(10 + 172, 5), kWhitePixel);
+  EXPECT_EQ(pixel(10, 5 + 40), kWhitePixel);
+  EXPECT_EQ(pixel(10 + 179, 5 + 41), kWhitePixel);
+  for (const auto& [x, y] : {std::pair{9, 5}, {10, 4}, {10 + 180, 5}, {10, 5 + 42}}) {
+    EXPECT_EQ(pixel(x, y), kUntouched) << x << ", " << y;
+  }
+}
+
+TEST(PDF417, RefusedTextLeavesNoDocument) {
+  PDF417 symbol("svg");
+  (void)test::CaptureInternal([&] { EXPECT_FALSE(symbol.DrawMatrix("", 0, 0, 100, 50)); });
+  EXPECT_EQ(symbol.GetSvgDocument(), "");
 }
 
 }  // namespace
