@@ -7,7 +7,7 @@ namespace {
 const std::string kMixed = "PDF417 holds text, 0123456789012345 and \xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E";
 
 void Encode(benchmark::State& state, const std::string& text) {
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     PDF417Encoder encoder({});
     encoder.Encode(text);
     benchmark::DoNotOptimize(encoder.Modules().Columns());

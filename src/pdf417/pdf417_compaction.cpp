@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <ranges>
 
 #include "pdf417/pdf417_text_compaction.h"
 
@@ -29,8 +28,8 @@ void AppendByteGroup(std::vector<int>& codewords, std::string_view bytes) {
     value = value << 8U | static_cast<unsigned char>(byte);
   }
   std::array<int, kCodewordsPerByteGroup> digits{};
-  for (int& digit : std::views::reverse(digits)) {
-    digit = static_cast<int>(value % kBase);
+  for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
+    *digit = static_cast<int>(value % kBase);
     value /= kBase;
   }
   codewords.insert(codewords.end(), digits.begin(), digits.end());

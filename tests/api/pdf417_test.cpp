@@ -260,14 +260,17 @@ TEST_F(Pdf417Draw, SvgShowsTheModulesOfTheRaster) {
   (void)Draw(text, 300, 90);
   const Image image = code.Picture();
   const std::vector<std::string> rects = SvgElements(Svg(text, 300, 90), "rect");
-  Image fromSvg{300, 90, std::vector<Pixel>(300 * 90, kWhitePixel)};
+  constexpr std::size_t kWidth = 300;
+  constexpr std::size_t kHeight = 90;
+  Image fromSvg{kWidth, kHeight, std::vector<Pixel>(kWidth * kHeight, kWhitePixel)};
   for (std::size_t i = 1; i < rects.size(); ++i) {
-    const auto number = [&](const char* name) { return std::stod(Attribute(rects[i], name)); };
-    const int x = static_cast<int>(number("x"));
-    const int y = static_cast<int>(number("y"));
-    for (int dy = 0; dy < static_cast<int>(number("height") - 0.5); ++dy) {
-      for (int dx = 0; dx < static_cast<int>(number("width") - 0.5); ++dx) {
-        fromSvg.pixels[static_cast<std::size_t>((y + dy) * 300 + x + dx)] = kBlackPixel;
+    const auto number = [&](const char* name) {
+      return static_cast<std::size_t>(std::stod(Attribute(rects[i], name)));
+    };
+    // The sizes are half a pixel larger than the cell: rounding down gives the cell.
+    for (std::size_t y = number("y"); y < number("y") + number("height"); ++y) {
+      for (std::size_t x = number("x"); x < number("x") + number("width"); ++x) {
+        fromSvg.pixels[y * kWidth + x] = kBlackPixel;
       }
     }
   }
@@ -310,6 +313,7 @@ TEST(Pdf417Threads, ObjectsOnDifferentThreadsDrawWhatTheyDrawAlone) {
   (void)Capture([&] {
     std::vector<int> differences(kThreads);
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int thread = 0; thread < kThreads; ++thread) {
       threads.emplace_back([&, thread, alone = draw(thread)] {
         for (int round = 0; round < 50; ++round) {
