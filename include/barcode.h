@@ -195,7 +195,8 @@ BARCODE_API void barcode_set_no_of_columns(BarcodeHandle handle, int columns);
  * not be made, or when the output format is unknown. */
 BARCODE_API int barcode_draw_1d(BarcodeHandle handle, const char* text, int width, int height);
 
-/* 2D types: draws the text into a box of size x size pixels. */
+/* 2D types: draws the text into a box of size x size pixels. PDF417 keeps the height and takes the width that is
+ * natural for the symbol, as it does in every square box. */
 BARCODE_API int barcode_draw_2d(BarcodeHandle handle, const char* text, int size);
 
 /* 2D types: draws the text into a box of width x height pixels. */

@@ -16,6 +16,7 @@
 #include "linear/code128.h"
 #include "linear/code39.h"
 #include "linear/nw7.h"
+#include "pdf417/pdf417.h"
 #include "qr/qr.h"
 
 using barcode::BarcodeBase;
@@ -25,6 +26,7 @@ using barcode::Code128;
 using barcode::Code39;
 using barcode::GS1_128;
 using barcode::NW7;
+using barcode::PDF417;
 using barcode::QR;
 using barcode::Set;
 using barcode::SetText;
@@ -164,15 +166,25 @@ void barcode_set_code_size(BarcodeHandle /*handle*/, const char* /*size*/) {}
 
 void barcode_set_encode_scheme(BarcodeHandle /*handle*/, const char* /*scheme*/) {}
 
-void barcode_set_columns(BarcodeHandle /*handle*/, int /*columns*/) {}
+void barcode_set_columns(BarcodeHandle handle, int columns) {
+  Set<PDF417>(handle, [&](PDF417& object) { object.SetCodeColumns(columns); });
+}
 
-void barcode_set_rows(BarcodeHandle /*handle*/, int /*rows*/) {}
+void barcode_set_rows(BarcodeHandle handle, int rows) {
+  Set<PDF417>(handle, [&](PDF417& object) { object.SetCodeRows(rows); });
+}
 
-void barcode_set_error_level(BarcodeHandle /*handle*/, int /*level*/) {}
+void barcode_set_error_level(BarcodeHandle handle, int level) {
+  Set<PDF417>(handle, [&](PDF417& object) { object.SetErrorLevel(level); });
+}
 
-void barcode_set_aspect_ratio(BarcodeHandle /*handle*/, double /*ratio*/) {}
+void barcode_set_aspect_ratio(BarcodeHandle handle, double ratio) {
+  Set<PDF417>(handle, [&](PDF417& object) { object.SetAspectRatio(ratio); });
+}
 
-void barcode_set_y_height(BarcodeHandle /*handle*/, int /*height*/) {}
+void barcode_set_y_height(BarcodeHandle handle, int height) {
+  Set<PDF417>(handle, [&](PDF417& object) { object.SetYHeight(height); });
+}
 
 void barcode_set_symbol_type_14(BarcodeHandle /*handle*/, const char* /*type*/) {}
 

@@ -11,6 +11,7 @@
 #include "linear/matrix_2of5.h"
 #include "linear/nec_2of5.h"
 #include "linear/nw7.h"
+#include "pdf417/pdf417.h"
 #include "qr/qr.h"
 
 namespace barcode {
@@ -45,6 +46,8 @@ std::unique_ptr<BarcodeBase> CreateSymbology(int type) {
       return Make<ITF>();
     case BARCODE_QR:
       return Make<QR>();
+    case BARCODE_PDF417:
+      return Make<PDF417>();
     default:
       return nullptr;
   }
