@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace barcode {
@@ -23,6 +24,14 @@ class ModuleMatrix {
   // Unchecked: 0 <= x < Columns(), 0 <= y < Rows().
   bool At(int x, int y) const { return m_modules[Index(x, y)] != 0; }
   void Set(int x, int y, bool dark) { m_modules[Index(x, y)] = dark ? 1 : 0; }
+
+  // The modules of column x from top to bottom, 1 = dark, 0 = light.
+  std::span<std::uint8_t> Column(int x) {
+    return std::span(m_modules).subspan(Index(x, 0), static_cast<std::size_t>(m_rows));
+  }
+  std::span<const std::uint8_t> Column(int x) const {
+    return std::span(m_modules).subspan(Index(x, 0), static_cast<std::size_t>(m_rows));
+  }
 
   bool operator==(const ModuleMatrix&) const = default;
 

@@ -64,26 +64,71 @@ constexpr std::vector<std::uint8_t> GeneratorPolynomial(std::size_t degree, std:
   return coefficients;
 }
 
-// The error-correction codewords of one block: the remainder of data * x^degree divided by the generator,
-// highest power first. `out` has generator.size() elements.
+// Divides blocks of codewords by one generator polynomial. The products of the generator with all factors are
+// looked up in two tables, one for each half of the factor's bits, so that a codeword costs a few 64-bit
+// operations.
+template <unsigned Primitive>
+class ReedSolomonDivider {
+ public:
+  // The generator as GeneratorPolynomial returns it.
+  constexpr explicit ReedSolomonDivider(std::span<const std::uint8_t> generator)
+      : m_degree(generator.size()), m_words((m_degree + 7) / 8), m_products(2 * kHalf * m_words) {
+    for (unsigned bit = 0; bit < 8; ++bit) {
+      const std::size_t half = bit < 4 ? 0 : kHalf;
+      const std::size_t power = std::size_t{1} << (bit % 4);
+      SetProduct(half + power, static_cast<std::uint8_t>(1U << bit), generator);
+      // The products of the factors up to 2 * power follow by addition.
+      for (std::size_t i = 1; i < power; ++i) {
+        for (std::size_t word = 0; word < m_words; ++word) {
+          Product(half + power + i)[word] = Product(half + power)[word] ^ Product(half + i)[word];
+        }
+      }
+    }
+  }
+
+  // The error-correction codewords of one block: the remainder of data * x^degree, highest power first. `out`
+  // has as many elements as the generator.
+  constexpr void Remainder(std::span<const std::uint8_t> data, std::span<std::uint8_t> out) const {
+    if (m_degree == 0) {
+      return;
+    }
+    std::vector<std::uint64_t> remainder(m_words + 1);  // the highest power in the lowest byte
+    for (const std::uint8_t codeword : data) {
+      const auto factor = static_cast<std::size_t>(codeword ^ (remainder[0] & 0xFFU));
+      const std::uint64_t* low = Product(factor % kHalf);
+      const std::uint64_t* high = Product(kHalf + factor / kHalf);
+      for (std::size_t word = 0; word < m_words; ++word) {
+        remainder[word] = (remainder[word] >> 8U | remainder[word + 1] << 56U) ^ low[word] ^ high[word];
+      }
+    }
+    for (std::size_t k = 0; k < m_degree; ++k) {
+      out[k] = static_cast<std::uint8_t>(remainder[k / 8] >> (8 * (k % 8)));
+    }
+  }
+
+ private:
+  static constexpr std::size_t kHalf = 16;
+
+  constexpr std::uint64_t* Product(std::size_t row) { return m_products.data() + row * m_words; }
+  constexpr const std::uint64_t* Product(std::size_t row) const { return m_products.data() + row * m_words; }
+
+  constexpr void SetProduct(std::size_t row, std::uint8_t factor, std::span<const std::uint8_t> generator) {
+    for (std::size_t k = 0; k < m_degree; ++k) {
+      const std::uint64_t product = GaloisField256<Primitive>::Multiply(generator[k], factor);
+      Product(row)[k / 8] |= product << (8 * (k % 8));
+    }
+  }
+
+  std::size_t m_degree;
+  std::size_t m_words;                    // of eight codewords each
+  std::vector<std::uint64_t> m_products;  // rows 0..15: factors 0..15, rows 16..31: factors 0, 16, .., 240
+};
+
+// The error-correction codewords of a single block.
 template <unsigned Primitive>
 constexpr void ReedSolomonRemainder(std::span<const std::uint8_t> data,
                                     std::span<const std::uint8_t> generator, std::span<std::uint8_t> out) {
-  using Field = GaloisField256<Primitive>;
-  const std::size_t degree = generator.size();
-  for (std::uint8_t& codeword : out) {
-    codeword = 0;
-  }
-  if (degree == 0) {
-    return;
-  }
-  for (const std::uint8_t codeword : data) {
-    const std::uint8_t factor = codeword ^ out[0];
-    for (std::size_t k = 0; k + 1 < degree; ++k) {
-      out[k] = out[k + 1] ^ Field::Multiply(generator[k], factor);
-    }
-    out[degree - 1] = Field::Multiply(generator[degree - 1], factor);
-  }
+  ReedSolomonDivider<Primitive>(generator).Remainder(data, out);
 }
 
 }  // namespace barcode

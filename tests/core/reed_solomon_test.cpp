@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 namespace barcode {
 namespace {
 
@@ -36,6 +39,34 @@ TEST(ReedSolomon, GeneratorOfDegree7) {
   EXPECT_THAT(GeneratorPolynomial<kQrField>(7, 0),
               ElementsAre(antilog[87], antilog[229], antilog[146], antilog[149], antilog[238], antilog[102],
                           antilog[21]));
+}
+
+TEST(ReedSolomon, EveryDegreeLeavesTheRemainderOfTheLongDivision) {
+  std::mt19937 random(1);
+  for (std::size_t degree = 1; degree <= 68; ++degree) {
+    const auto generator = GeneratorPolynomial<kQrField>(degree, 0);
+    std::vector<std::uint8_t> data(1 + random() % 160);
+    std::generate(data.begin(), data.end(), [&random] { return static_cast<std::uint8_t>(random()); });
+    std::vector<std::uint8_t> check(degree);
+    ReedSolomonRemainder<kQrField>(data, generator, check);
+
+    std::vector<std::uint8_t> division = data;
+    division.resize(data.size() + degree);
+    for (std::size_t i = 0; i < data.size(); ++i) {
+      for (std::size_t k = 0; k < degree; ++k) {
+        division[i + 1 + k] ^= GaloisField256<kQrField>::Multiply(generator[k], division[i]);
+      }
+    }
+    division.erase(division.begin(), division.begin() + static_cast<std::ptrdiff_t>(data.size()));
+    EXPECT_EQ(check, division) << "degree " << degree;
+  }
+}
+
+TEST(ReedSolomon, DegreeZeroLeavesNothing) {
+  const std::vector<std::uint8_t> data = {1, 2};
+  std::vector<std::uint8_t> check;
+  ReedSolomonRemainder<kQrField>(data, GeneratorPolynomial<kQrField>(0, 0), check);
+  EXPECT_TRUE(check.empty());
 }
 
 TEST(ReedSolomon, LogAndAntilogAreInverse) {

@@ -1,0 +1,102 @@
+#include "qr/qr_tables.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <bitset>
+#include <numeric>
+#include <string>
+#include <vector>
+
+namespace barcode {
+namespace {
+
+// The published tables of ISO/IEC 18004, against which the derived numbers are checked.
+const std::vector<std::vector<int>> kCapacityBits = {
+    {152,   272,   440,   640,   864,   1088,  1248,  1552,  1856,  2192,  2592,  2960,  3424,  3688,
+     4184,  4712,  5176,  5768,  6360,  6888,  7456,  8048,  8752,  9392,  10208, 10960, 11744, 12248,
+     13048, 13880, 14744, 15640, 16568, 17528, 18448, 19472, 20528, 21616, 22496, 23648},
+    {128,   224,   352,   512,   688,   864,   992,   1232,  1456,  1728,  2032,  2320, 2672, 2920,
+     3320,  3624,  4056,  4504,  5016,  5352,  5712,  6256,  6880,  7312,  8000,  8496, 9024, 9544,
+     10136, 10984, 11640, 12328, 13048, 13800, 14496, 15312, 15936, 16816, 17728, 18672},
+    {104,  176,  272,  384,  496,  608,  704,   880,   1056,  1232,  1440,  1648, 1952, 2088,
+     2360, 2600, 2936, 3176, 3560, 3880, 4096,  4544,  4912,  5312,  5744,  6032, 6464, 6968,
+     7288, 7880, 8264, 8920, 9368, 9848, 10288, 10832, 11408, 12016, 12656, 13328},
+    {72,   128,  208,  288,  368,  480,  528,  688,  800,  976,  1120, 1264, 1440, 1576,
+     1784, 2024, 2264, 2504, 2728, 3080, 3248, 3536, 3712, 4112, 4304, 4768, 5024, 5288,
+     5608, 5960, 6344, 6760, 7208, 7688, 7888, 8432, 8768, 9136, 9776, 10208}};
+
+const std::vector<int> kRemainderBits = {0, 7, 7, 7, 7, 7, 0, 0, 0, 0, 0, 0, 0, 3, 3, 3, 3, 3, 3, 3,
+                                         4, 4, 4, 4, 4, 4, 4, 3, 3, 3, 3, 3, 3, 3, 0, 0, 0, 0, 0, 0};
+
+const std::vector<std::string> kFormatStrings = {
+    "111011111000100", "111001011110011", "111110110101010", "111100010011101", "110011000101111",
+    "110001100011000", "110110001000001", "110100101110110", "101010000010010", "101000100100101",
+    "101111001111100", "101101101001011", "100010111111001", "100000011001110", "100111110010111",
+    "100101010100000", "011010101011111", "011000001101000", "011111100110001", "011101000000110",
+    "010010010110100", "010000110000011", "010111011011010", "010101111101101", "001011010001001",
+    "001001110111110", "001110011100111", "001100111010000", "000011101100010", "000001001010101",
+    "000110100001100", "000100000111011"};
+
+const std::vector<std::string> kVersionStrings = {  // from version 7
+    "000111110010010100", "001000010110111100", "001001101010011001", "001010010011010011",
+    "001011101111110110", "001100011101100010", "001101100001000111", "001110011000001101",
+    "001111100100101000", "010000101101111000", "010001010001011101", "010010101000010111",
+    "010011010100110010", "010100100110100110", "010101011010000011", "010110100011001001",
+    "010111011111101100", "011000111011000100", "011001000111100001", "011010111110101011",
+    "011011000010001110", "011100110000011010", "011101001100111111", "011110110101110101",
+    "011111001001010000", "100000100111010101", "100001011011110000", "100010100010111010",
+    "100011011110011111", "100100101100001011", "100101010000101110", "100110101001100100",
+    "100111010101000001", "101000110001101001"};
+
+TEST(QrTables, CapacityOfEveryVersionAndLevel) {
+  for (int level = 0; level < kQrLevels; ++level) {
+    for (int version = 1; version <= kQrMaxVersion; ++version) {
+      const auto& expected = kCapacityBits[static_cast<std::size_t>(level)];
+      EXPECT_EQ(QrCapacityBits(level, version), expected[static_cast<std::size_t>(version - 1)])
+          << "level " << level << " version " << version;
+    }
+  }
+}
+
+TEST(QrTables, RemainderBits) {
+  for (int version = 1; version <= kQrMaxVersion; ++version) {
+    EXPECT_EQ(QrRemainderBits(version), kRemainderBits[static_cast<std::size_t>(version - 1)]) << version;
+  }
+}
+
+TEST(QrTables, FormatInformation) {
+  for (int level = 0; level < kQrLevels; ++level) {
+    for (int mask = 0; mask < 8; ++mask) {
+      EXPECT_EQ(std::bitset<15>(QrFormatBits(level, mask)).to_string(),
+                kFormatStrings[static_cast<std::size_t>(level * 8 + mask)]);
+    }
+  }
+}
+
+TEST(QrTables, VersionInformation) {
+  for (int version = 7; version <= kQrMaxVersion; ++version) {
+    EXPECT_EQ(std::bitset<18>(QrVersionBits(version)).to_string(),
+              kVersionStrings[static_cast<std::size_t>(version - 7)]);
+  }
+}
+
+TEST(QrTables, AlignmentCentresRunFromTheTimingPatternToTheFarEdgeInEvenSteps) {
+  EXPECT_EQ(QrAlignmentCentreCount(1), 0);
+  for (int version = 2; version <= kQrMaxVersion; ++version) {
+    const auto& centres = QrAlignmentCentres(version);
+    const int count = QrAlignmentCentreCount(version);
+    EXPECT_EQ(count, version / 7 + 2);
+    EXPECT_EQ(centres[0], 6);
+    EXPECT_EQ(centres[static_cast<std::size_t>(count - 1)], QrSize(version) - 7);
+    for (int i = 2; i < count; ++i) {
+      const auto at = static_cast<std::size_t>(i);
+      EXPECT_EQ(centres[at] - centres[at - 1], centres[2] - centres[1]) << "version " << version;
+    }
+  }
+  EXPECT_THAT(QrAlignmentCentres(32), ::testing::ElementsAre(6, 34, 60, 86, 112, 138, 0));
+  EXPECT_THAT(QrAlignmentCentres(40), ::testing::ElementsAre(6, 30, 58, 86, 114, 142, 170));
+}
+
+}  // namespace
+}  // namespace barcode
