@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <exception>
 #include <span>
 #include <stdexcept>
 
@@ -99,6 +100,15 @@ void BarcodeBase::FillBackground() {
 void BarcodeBase::PresentCanvas() {
   if (m_canvas != nullptr) {
     SDL_RenderPresent(m_canvas.get());
+  }
+}
+
+bool BarcodeBase::Reported(std::string_view tag, const std::function<bool()>& draw) {
+  try {
+    return draw();
+  } catch (const std::exception& error) {
+    ErrorLine(tag, error.what());
+    return false;
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,6 +51,9 @@ class BarcodeBase : public IBarcodeSymbology {
 
   // Executes what is queued on the canvas.
   void PresentCanvas();
+
+  // Runs a draw; an exception becomes tag + message on standard error and false. tag: "[Code39] ".
+  static bool Reported(std::string_view tag, const std::function<bool()>& draw);
 
   void BeginSvg(std::uint32_t width, std::uint32_t height) { m_svgStream.Begin(width, height); }
   void SvgRect(double x, double y, double width, double height, const Colour& colour) {

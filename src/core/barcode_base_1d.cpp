@@ -1,7 +1,6 @@
 #include "core/barcode_base_1d.h"
 
 #include <algorithm>
-#include <exception>
 
 #include "core/diagnostics.h"
 #include "core/number_format.h"
@@ -129,15 +128,6 @@ void BarcodeBase1D::PrintSizeReport(std::uint32_t width, std::uint32_t height, f
     AppendInt(report, m_surface->h);
   }
   PrintLine(report);
-}
-
-bool BarcodeBase1D::Reported(std::string_view tag, const std::function<bool()>& draw) {
-  try {
-    return draw();
-  } catch (const std::exception& error) {
-    ErrorLine(tag, error.what());
-    return false;
-  }
 }
 
 }  // namespace barcode

@@ -58,8 +58,6 @@ class BarcodeBase1D : public BarcodeBase {
   ElementScale ScaleFor(std::uint32_t width, std::uint64_t modules) const;
   // The size report on standard output that ends every linear raster draw. drawnWidth in pixels.
   void PrintSizeReport(std::uint32_t width, std::uint32_t height, float drawnWidth) const;
-  // Runs a draw; an exception becomes tag + message on standard error and false.
-  static bool Reported(std::string_view tag, const std::function<bool()>& draw);
 
   bool m_showText = true;
   float m_textFontScale = 1.0F;
