@@ -13,11 +13,13 @@
 #include "core/gs1_check_digit.h"
 #include "core/numeric.h"
 #include "linear/code39.h"
+#include "qr/qr.h"
 
 using barcode::BarcodeBase;
 using barcode::BarcodeBase1D;
 using barcode::BarcodeBase2D;
 using barcode::Code39;
+using barcode::QR;
 using barcode::Set;
 using barcode::SetText;
 using barcode::With;
@@ -34,6 +36,17 @@ std::uint8_t Byte(int value) {
 
 std::uint32_t Size(int pixels) {
   return static_cast<std::uint32_t>(pixels);
+}
+
+// The letter of a QR encode mode; unknown keywords encode bytes.
+std::string_view QrModeLetter(std::string_view keyword) {
+  if (keyword == "NUMERIC") {
+    return "N";
+  }
+  if (keyword == "ALPHANUMERIC") {
+    return "A";
+  }
+  return keyword == "KANJI" ? "K" : "B";
 }
 
 // Copies a string result into the handle.
@@ -126,11 +139,17 @@ void barcode_set_string_encoding(BarcodeHandle handle, const char* encoding) {
                          [](BarcodeBase2D& object, const char* text) { object.SetStringEncoding(text); });
 }
 
-void barcode_set_version(BarcodeHandle /*handle*/, int /*version*/) {}
+void barcode_set_version(BarcodeHandle handle, int version) {
+  Set<QR>(handle, [&](QR& object) { object.SetVersion(static_cast<std::uint32_t>(version)); });
+}
 
-void barcode_set_error_correction_level(BarcodeHandle /*handle*/, const char* /*level*/) {}
+void barcode_set_error_correction_level(BarcodeHandle handle, const char* level) {
+  SetText<QR>(handle, level, [](QR& object, const char* text) { object.SetErrorCorrectionLevel(text); });
+}
 
-void barcode_set_encode_mode(BarcodeHandle /*handle*/, const char* /*mode*/) {}
+void barcode_set_encode_mode(BarcodeHandle handle, const char* mode) {
+  SetText<QR>(handle, mode, [](QR& object, const char* text) { object.SetEncodeMode(QrModeLetter(text)); });
+}
 
 void barcode_set_code_size(BarcodeHandle /*handle*/, const char* /*size*/) {}
 

@@ -4,6 +4,7 @@
 
 #include "barcode.h"
 #include "linear/code39.h"
+#include "qr/qr.h"
 
 namespace barcode {
 namespace {
@@ -21,6 +22,8 @@ std::unique_ptr<BarcodeBase> CreateSymbology(int type) {
   switch (type) {
     case BARCODE_CODE39:
       return Make<Code39>();
+    case BARCODE_QR:
+      return Make<QR>();
     default:
       return nullptr;
   }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "core/ascii.h"
 #include "core/diagnostics.h"
@@ -41,9 +40,9 @@ void QR::SetVersion(std::uint32_t version) {
 }
 
 void QR::SetEncodeMode(std::string_view mode) {
-  std::string letter = ToUpper(mode);
-  if (std::find(kModes.begin(), kModes.end(), letter) != kModes.end()) {
-    m_encodeMode = std::move(letter);
+  const auto letter = std::find(kModes.begin(), kModes.end(), ToUpper(mode));
+  if (letter != kModes.end()) {
+    m_encodeMode = *letter;
     return;
   }
   m_encodeMode = kByteMode;

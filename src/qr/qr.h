@@ -35,7 +35,7 @@ class QR : public BarcodeBase2D {
 
   std::uint32_t m_errorCorrectionLevel = 1;
   std::uint32_t m_version = 0;
-  std::string m_encodeMode = "B";
+  std::string_view m_encodeMode = "B";  // one of the constant letters
 };
 
 }  // namespace barcode
