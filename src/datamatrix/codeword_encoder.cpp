@@ -19,9 +19,9 @@ std::size_t Capacity(int sizeIndex) {
   return static_cast<std::size_t>(LookUpSymbolAttribute(SymbolAttribute::kDataCodewords, sizeIndex));
 }
 
-// The plans of the optimiser, and behind them the six of a single scheme. Comparing unfinished encodings, a channel
-// may pass over one that only the end-of-data rules make the shortest; with these, automatic never needs more
-// codewords than any fixed scheme.
+// The plans of the optimiser, and behind them the six of a single scheme. Comparing unfinished encodings, a
+// channel may pass over one that only the end-of-data rules make the shortest; with these, automatic never
+// needs more codewords than any fixed scheme.
 std::vector<SchemePlan> AutomaticPlans(std::string_view text, EncoderMessages& messages) {
   std::vector<SchemePlan> plans = OptimizePlans(text, messages);
   for (int scheme = 0; scheme < kEncodationSchemes; ++scheme) {

@@ -144,7 +144,7 @@ std::vector<std::size_t> AsciiLengths(std::string_view text) {
   return lengths;
 }
 
-std::uint8_t Randomize253State(int codeword, std::size_t position, std::vector<std::string_view>& messages) {
+std::uint8_t Randomize253State(int codeword, std::size_t position, EncoderMessages& messages) {
   int randomized = codeword + PseudoRandom(position, 253);
   if (randomized > 254) {
     randomized -= 254;
@@ -160,8 +160,7 @@ std::uint8_t Randomize255State(std::uint8_t codeword, std::size_t position) {
   return static_cast<std::uint8_t>((codeword + PseudoRandom(position, 255)) % 256);
 }
 
-std::uint8_t Unrandomize255State(int codeword, std::size_t position,
-                                 std::vector<std::string_view>& messages) {
+std::uint8_t Unrandomize255State(int codeword, std::size_t position, EncoderMessages& messages) {
   int plain = codeword - PseudoRandom(position, 255);
   if (plain < 0) {
     plain += 256;

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "datamatrix/messages.h"
+
 namespace barcode {
 
 // The encodation schemes of ISO/IEC 16022.
@@ -66,8 +68,8 @@ std::vector<std::size_t> AsciiLengths(std::string_view text);
 // ISO/IEC 16022 annex B randomising of the codeword at a position (1 for the first of the symbol): of pads
 // beyond the first (253-state) and of Base 256 fields (255-state, with its inverse). A codeword that is none
 // gives 0 and appends to `messages`.
-std::uint8_t Randomize253State(int codeword, std::size_t position, std::vector<std::string_view>& messages);
+std::uint8_t Randomize253State(int codeword, std::size_t position, EncoderMessages& messages);
 std::uint8_t Randomize255State(std::uint8_t codeword, std::size_t position);
-std::uint8_t Unrandomize255State(int codeword, std::size_t position, std::vector<std::string_view>& messages);
+std::uint8_t Unrandomize255State(int codeword, std::size_t position, EncoderMessages& messages);
 
 }  // namespace barcode

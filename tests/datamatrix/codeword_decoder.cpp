@@ -87,8 +87,12 @@ class Decoder {
   }
 
   void Triplets(bool text) {
-    constexpr std::string_view kC40Basic = "   " " 0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
-    constexpr std::string_view kTextBasic = "   " " 0123456789abcdefghijklmnopqrstuvwxyz";
+    constexpr std::string_view kC40Basic =
+        "   "
+        " 0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    constexpr std::string_view kTextBasic =
+        "   "
+        " 0123456789abcdefghijklmnopqrstuvwxyz";
     constexpr std::string_view kSet2 = "!\"#$%&'()*+,-./:;<=>?@[\\]^_";
     constexpr std::string_view kC40Set3 = "`abcdefghijklmnopqrstuvwxyz{|}~\x7F";
     constexpr std::string_view kTextSet3 = "`ABCDEFGHIJKLMNOPQRSTUVWXYZ{|}~\x7F";
