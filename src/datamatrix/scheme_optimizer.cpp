@@ -23,38 +23,45 @@ struct Step {
   std::uint8_t origin = 0;
 };
 
-Channel Advance(Channel channel, EncodationScheme target, std::string_view text, EncoderMessages& messages) {
-  if (channel.scheme != target) {
-    ChangeScheme(channel, target, messages);
+// The channels once more, each unlatched into ASCII; invalid where that is not possible.
+Channels InAscii(const Channels& channels, EncoderMessages& messages) {
+  Channels unlatched = channels;
+  for (Channel& channel : unlatched) {
+    if (channel.Valid() && channel.scheme != EncodationScheme::kAscii) {
+      ChangeScheme(channel, EncodationScheme::kAscii, messages);
+    }
   }
-  if (channel.Valid()) {
-    EncodeNext(channel, target, text, messages);
-  }
-  return channel;
+  return unlatched;
 }
 
-// The new channel of the target scheme. A fatal candidate is taken at once; otherwise the shortest, the
-// earlier one on equal lengths. Lengths are compared with their open triplets and quadruplets, as fractions
-// of a codeword.
-Step NextChannel(const Channels& channels, EncodationScheme target, std::string_view text,
-                 EncoderMessages& messages) {
-  Step best;
-  best.channel.status = ChannelStatus::kInvalid;
-  for (std::size_t source = 0; source < channels.size(); ++source) {
-    const Channel& old = channels[source];
-    if (!old.Valid() || old.position >= text.size()) {
-      continue;
+// The new channel of the target scheme. A fatal candidate is taken at once; otherwise the shortest, the earlier one
+// on equal lengths. Lengths are compared with their open triplets and quadruplets, as fractions of a codeword.
+Step NextChannel(const Channels& channels, const Channels& unlatched, EncodationScheme target,
+                 std::string_view text, EncoderMessages& messages) {
+  Channels candidates = unlatched;
+  candidates[static_cast<std::size_t>(target)] = channels[static_cast<std::size_t>(target)];
+  std::size_t best = candidates.size();
+  for (std::size_t source = 0; source < candidates.size(); ++source) {
+    Channel& candidate = candidates[source];
+    if (candidate.Valid() && candidate.scheme != target) {
+      ChangeScheme(candidate, target, messages);
     }
-    const Channel candidate = Advance(old, target, text, messages);
-    const Step step = {candidate, static_cast<std::uint8_t>(source)};
+    // A byte never makes a channel shorter.
+    const bool longer = best < candidates.size() && candidate.length >= candidates[best].length;
+    if (candidate.Valid() && !longer) {
+      EncodeNext(candidate, target, text, messages);
+    }
     if (candidate.status == ChannelStatus::kFatal) {
-      return step;
+      return {candidate, static_cast<std::uint8_t>(source)};
     }
-    if (candidate.Valid() && (!best.channel.Valid() || candidate.length < best.channel.length)) {
-      best = step;
+    if (candidate.Valid() && (best == candidates.size() || candidate.length < candidates[best].length)) {
+      best = source;
     }
   }
-  return best;
+  if (best == candidates.size()) {
+    return {{.status = ChannelStatus::kInvalid}, 0};
+  }
+  return {candidates[best], static_cast<std::uint8_t>(best)};
 }
 
 SchemePlan TraceBack(const std::vector<Origins>& origins, std::size_t lastChannel) {
@@ -93,10 +100,11 @@ std::vector<SchemePlan> OptimizePlans(std::string_view text, EncoderMessages& me
   origins.reserve(text.size());
   const auto valid = [](const Channel& channel) { return channel.Valid(); };
   while (origins.size() < text.size() && std::any_of(channels.begin(), channels.end(), valid)) {
+    const Channels unlatched = InAscii(channels, messages);
     Channels next;
     Origins nextOrigins{};
     for (std::size_t target = 0; target < next.size(); ++target) {
-      const Step step = NextChannel(channels, SchemeAt(target), text, messages);
+      const Step step = NextChannel(channels, unlatched, SchemeAt(target), text, messages);
       next[target] = step.channel;
       nextOrigins[target] = step.origin;
     }
