@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "barcode.h"
+#include "datamatrix/datamatrix.h"
 #include "linear/code39.h"
 #include "qr/qr.h"
 
@@ -24,6 +25,8 @@ std::unique_ptr<BarcodeBase> CreateSymbology(int type) {
       return Make<Code39>();
     case BARCODE_QR:
       return Make<QR>();
+    case BARCODE_DATAMATRIX:
+      return Make<DataMatrix>();
     default:
       return nullptr;
   }

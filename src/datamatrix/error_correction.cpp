@@ -1,17 +1,15 @@
 #include "datamatrix/error_correction.h"
 
-#include <array>
 #include <cstddef>
 
-#include "core/reed_solomon.h"
 #include "datamatrix/encodation.h"
 #include "datamatrix/symbol_attributes.h"
 
 namespace barcode {
 namespace {
 
-constexpr unsigned kPrimitive = 0x12D;  // x^8 + x^5 + x^3 + x^2 + 1
 constexpr std::size_t kFirstRoot = 1;
+constexpr std::size_t kLongestBlock = 255;
 
 std::size_t Attribute(SymbolAttribute attribute, int sizeIndex) {
   return static_cast<std::size_t>(LookUpSymbolAttribute(attribute, sizeIndex));
@@ -30,6 +28,16 @@ void PadCodewords(std::vector<std::uint8_t>& codewords, int sizeIndex, EncoderMe
   }
 }
 
+bool CorrectBlock(const DataMatrixDivider& divider, std::span<const std::uint8_t> data,
+                  std::span<std::uint8_t> out, EncoderMessages& messages) {
+  if (data.size() + out.size() > kLongestBlock) {
+    messages.emplace_back("Error generation reed solomon error correction\n");
+    return false;
+  }
+  divider.Remainder(data, out);
+  return true;
+}
+
 // Position p of the whole stream belongs to block p mod blocks. In 144x144 the last two blocks are one data
 // codeword short, so the error-correction codewords begin with the ninth block: the order that deployed
 // readers agree on.
@@ -42,11 +50,7 @@ bool AppendErrorCorrection(std::vector<std::uint8_t>& codewords, int sizeIndex, 
   const std::size_t dataSize = codewords.size();
   const std::size_t blocks = Attribute(SymbolAttribute::kInterleavedBlocks, sizeIndex);
   const std::size_t blockErrorSize = Attribute(SymbolAttribute::kBlockErrorCodewords, sizeIndex);
-  const auto generator = GeneratorPolynomial<kPrimitive>(blockErrorSize, kFirstRoot);
-  if (generator.size() != blockErrorSize) {
-    messages.emplace_back("Error generation reed solomon error correction\n");
-    return false;
-  }
+  const DataMatrixDivider divider(GeneratorPolynomial<kDataMatrixPrimitive>(blockErrorSize, kFirstRoot));
   codewords.resize(dataSize + blocks * blockErrorSize);
   std::vector<std::uint8_t> blockData;
   std::vector<std::uint8_t> blockError(blockErrorSize);
@@ -56,7 +60,9 @@ bool AppendErrorCorrection(std::vector<std::uint8_t>& codewords, int sizeIndex, 
     for (; position < dataSize; position += blocks) {
       blockData.push_back(codewords[position]);
     }
-    ReedSolomonRemainder<kPrimitive>(blockData, generator, blockError);
+    if (!CorrectBlock(divider, blockData, blockError, messages)) {
+      return false;
+    }
     for (const std::uint8_t codeword : blockError) {
       codewords[position] = codeword;
       position += blocks;

@@ -34,8 +34,9 @@ Channels InAscii(const Channels& channels, EncoderMessages& messages) {
   return unlatched;
 }
 
-// The new channel of the target scheme. A fatal candidate is taken at once; otherwise the shortest, the earlier one
-// on equal lengths. Lengths are compared with their open triplets and quadruplets, as fractions of a codeword.
+// The new channel of the target scheme. A fatal candidate is taken at once; otherwise the shortest, the
+// earlier one on equal lengths. Lengths are compared with their open triplets and quadruplets, as fractions
+// of a codeword.
 Step NextChannel(const Channels& channels, const Channels& unlatched, EncodationScheme target,
                  std::string_view text, EncoderMessages& messages) {
   Channels candidates = unlatched;

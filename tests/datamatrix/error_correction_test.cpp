@@ -99,6 +99,16 @@ TEST(ErrorCorrection, LargestSizeEndsItsDataInTheEighthBlock) {
   EXPECT_NE(codewords[1568], 0);
 }
 
+TEST(ErrorCorrection, BlockBeyondTheFieldIsTold) {
+  EncoderMessages messages;
+  const DataMatrixDivider divider(GeneratorPolynomial<kDataMatrixPrimitive>(5, 1));
+  Codewords checks(5);
+  EXPECT_TRUE(CorrectBlock(divider, Codewords(250, 1), checks, messages));
+  EXPECT_THAT(messages, IsEmpty());
+  EXPECT_FALSE(CorrectBlock(divider, Codewords(251, 1), checks, messages));
+  EXPECT_THAT(messages, ElementsAre("Error generation reed solomon error correction\n"));
+}
+
 TEST(ErrorCorrection, WrongNumberOfCodewordsIsTold) {
   EncoderMessages messages;
   Codewords codewords = {142, 164};
