@@ -170,7 +170,8 @@ class Decoder {
     const int first = NextUnrandomized();
     std::size_t length = Left();
     if (first >= 250) {
-      length = static_cast<std::size_t>((first - 249) * 250 + NextUnrandomized());
+      const int more = NextUnrandomized();
+      length = static_cast<std::size_t>(first - 249) * 250 + static_cast<std::size_t>(more);
     } else if (first > 0) {
       length = static_cast<std::size_t>(first);
     }
