@@ -12,6 +12,7 @@
 #include "core/barcode_base_2d.h"
 #include "core/gs1_check_digit.h"
 #include "core/numeric.h"
+#include "datamatrix/datamatrix.h"
 #include "gs1/gs1_128.h"
 #include "linear/code128.h"
 #include "linear/code39.h"
@@ -24,6 +25,7 @@ using barcode::BarcodeBase1D;
 using barcode::BarcodeBase2D;
 using barcode::Code128;
 using barcode::Code39;
+using barcode::DataMatrix;
 using barcode::GS1_128;
 using barcode::NW7;
 using barcode::PDF417;
@@ -162,9 +164,14 @@ void barcode_set_encode_mode(BarcodeHandle handle, const char* mode) {
   SetText<QR>(handle, mode, [](QR& object, const char* text) { object.SetEncodeMode(QrModeLetter(text)); });
 }
 
-void barcode_set_code_size(BarcodeHandle /*handle*/, const char* /*size*/) {}
+void barcode_set_code_size(BarcodeHandle handle, const char* size) {
+  SetText<DataMatrix>(handle, size, [](DataMatrix& object, const char* text) { object.SetCodeSize(text); });
+}
 
-void barcode_set_encode_scheme(BarcodeHandle /*handle*/, const char* /*scheme*/) {}
+void barcode_set_encode_scheme(BarcodeHandle handle, const char* scheme) {
+  SetText<DataMatrix>(handle, scheme,
+                      [](DataMatrix& object, const char* text) { object.SetEncodeScheme(text); });
+}
 
 void barcode_set_columns(BarcodeHandle handle, int columns) {
   Set<PDF417>(handle, [&](PDF417& object) { object.SetCodeColumns(columns); });

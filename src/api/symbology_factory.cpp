@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "barcode.h"
+#include "datamatrix/datamatrix.h"
 #include "gs1/gs1_128.h"
 #include "linear/code128.h"
 #include "linear/code39.h"
@@ -48,6 +49,10 @@ std::unique_ptr<BarcodeBase> CreateSymbology(int type) {
       return Make<QR>();
     case BARCODE_PDF417:
       return Make<PDF417>();
+    case BARCODE_QR:
+      return Make<QR>();
+    case BARCODE_DATAMATRIX:
+      return Make<DataMatrix>();
     default:
       return nullptr;
   }
