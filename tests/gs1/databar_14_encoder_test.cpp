@@ -1,0 +1,201 @@
+#include "gs1/databar_14_encoder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace barcode {
+namespace {
+
+using testing::ElementsAre;
+
+struct Vector14 {
+  std::string input;
+  std::string oneRow;
+  std::vector<std::string> stacked;
+  std::vector<std::string> stackedOmnidirectional;
+};
+
+// Complete symbols. In the first the chain of the stacked separator begins at module 4 with differing rows;
+// the fourth has the lower finder 3, whose dark separator module stands one to the right.
+const std::vector<Vector14> kVectors = {
+    {"2001234567890",
+     "1111331151274111221215125121112112833212123211",
+     {"01010001110100000100111111100001010011011011111010",
+      "00001110101011011010010101011010101001001001010000",
+      "10110000010010100101100000000111000110110110001101"},
+     {"01010001110100000100111111100001010011011011111010",
+      "00001110001011111010000000010100101100100100000000",
+      "00000101010101010101010101010101010101010101010000",
+      "00001111101101011010010101010000111001001001110000",
+      "10110000010010100101100000000111000110110110001101"}},
+    {"0001234567890",
+     "1111112181274113211214132111124117332224131111",
+     {"01010100100000000100111111100001011100101101111010",
+      "00001010101011111010000000111010100011010010000000",
+      "10111001010110000101111111000111001100111101110101"},
+     {"01010100100000000100111111100001011100101101111010",
+      "00001011011111111010000000010100100011010010000000",
+      "00000101010101010101010101010101010101010101010000",
+      "00000110101001111010000000101000110011000010000000",
+      "10111001010110000101111111000111001100111101110101"}},
+    {"0082193510642",
+     "1111215141274112123311214112231117517111311111",
+     {"01010010000010000100111111100001011011000111010010",
+      "00001101101101011010000000111110101101101010100000",
+      "10100001011001110101111111000001000000010100010101"},
+     {"01010010000010000100111111100001011011000111010010",
+      "00001101111101111010000000010100100100111000100000",
+      "00000101010101010101010101010101010101010101010000",
+      "00001110100110001010000000101010111111101011100000",
+      "10100001011001110101111111000001000000010100010101"}},
+    {"0000000000000",
+     "1111112181382117211111111111127119131812111111",
+     {"01010100100000000100011111111001011111110010101010",
+      "00001011011111111010100000001010100000001101010000",
+      "10101010110000000101111111110111011111111011010101"},
+     {"01010100100000000100011111111001011111110010101010",
+      "00001011011111111010100000000100100000001101010000",
+      "00000101010101010101010101010101010101010101010000",
+      "00000101001111111010000000000100100000000100100000",
+      "10101010110000000101111111110111011111111011010101"}},
+    {"9999999999999",
+     "1121131341382114121123113611111117513511111311",
+     {"01001011101110000100011111111001011110110100111010",
+      "00001100010010101010100000101110101001001010100000",
+      "10100011111101010101111111000001000111110101011101"},
+     {"01001011101110000100011111111001011110110100111010",
+      "00000100010001111010100000000100100001001011000000",
+      "00000101010101010101010101010101010101010101010000",
+      "00001100000010101010000000101010111000001010100000",
+      "10100011111101010101111111000001000111110101011101"}},
+    {"1234567890123",
+     "1113112161238111411511121132222119311212333111",
+     {"01011101001000000100111000000001010000101111101010",
+      "00001010100110111010000101011110101101010000110000",
+      "10110100011001100101111111110001011011000111000101"},
+     {"01011101001000000100111000000001010000101111101010",
+      "00000010110111111010000101010100101111010000010000",
+      "00000101010101010101010101010101010101010101010000",
+      "00001011100110011010000000001010100100111000110000",
+      "10110100011001100101111111110001011011000111000101"}},
+    {"0003456789012",
+     "1111112181256111232222121313113112834112213211",
+     {"01010100100000000100111110000001010011100110011010",
+      "00001010101010111010010101111010101101011001100000",
+      "10110111011101000101100000000111000010110010001101"},
+     {"01010100100000000100111110000001010011100110011010",
+      "00001011011111111010000001010100101100011001100000",
+      "00000101010101010101010101010101010101010101010000",
+      "00001000100010111010010101010000111101001101110000",
+      "10110111011101000101100000000111000010110010001101"}},
+};
+
+std::string ErrorOf(std::string_view text) {
+  try {
+    EncodeDataBar14(text, DataBar14Type::kOmnidirectional);
+  } catch (const std::exception& error) {
+    return error.what();
+  }
+  return "";
+}
+
+TEST(DataBar14Encoder, OneRowVectors) {
+  for (const Vector14& vector : kVectors) {
+    const DataBar14Symbol symbol = EncodeDataBar14(vector.input, DataBar14Type::kOmnidirectional);
+    EXPECT_THAT(symbol.rows, ElementsAre(DataBarRow{vector.oneRow, kSharedHeight})) << vector.input;
+    EXPECT_EQ(DataBarRowModules(symbol.rows.front().widths), 96U);
+    EXPECT_TRUE(symbol.moduleRows.empty());
+  }
+}
+
+TEST(DataBar14Encoder, StackedVectors) {
+  for (const Vector14& vector : kVectors) {
+    const DataBar14Symbol symbol = EncodeDataBar14(vector.input, DataBar14Type::kStacked);
+    EXPECT_EQ(symbol.moduleRows, vector.stacked) << vector.input;
+  }
+}
+
+TEST(DataBar14Encoder, StackedOmnidirectionalVectors) {
+  for (const Vector14& vector : kVectors) {
+    const DataBar14Symbol symbol = EncodeDataBar14(vector.input, DataBar14Type::kStackedOmnidirectional);
+    EXPECT_EQ(symbol.moduleRows, vector.stackedOmnidirectional) << vector.input;
+  }
+}
+
+TEST(DataBar14Encoder, StackedRowsAreWidthDigitsWithUnits) {
+  const DataBar14Symbol stacked = EncodeDataBar14("0000000000000", DataBar14Type::kStacked);
+  EXPECT_THAT(stacked.rows, ElementsAre(DataBarRow{"01111112181382117211111111", 5}, testing::_, testing::_));
+  EXPECT_EQ(stacked.rows[1].height, 1);
+  EXPECT_EQ(stacked.rows[2].height, 7);
+  EXPECT_EQ(stacked.rows[2].widths.front(), '1');
+  const DataBar14Symbol omni = EncodeDataBar14("0000000000000", DataBar14Type::kStackedOmnidirectional);
+  std::vector<int> units;
+  for (const DataBarRow& row : omni.rows) {
+    units.push_back(row.height);
+    EXPECT_EQ(DataBarRowModules(row.widths), 50U);
+  }
+  EXPECT_THAT(units, ElementsAre(-1, 1, 1, 1, -1));
+}
+
+TEST(DataBar14Encoder, PadsToThirteenDigitsAndAppendsTheCheckDigit) {
+  const auto digits = [](std::string_view text) {
+    return EncodeDataBar14(text, DataBar14Type::kOmnidirectional).digits;
+  };
+  EXPECT_EQ(digits("2001234567890"), "20012345678909");
+  EXPECT_EQ(digits("950110153000"), "09501101530003");
+  EXPECT_EQ(digits("1"), "00000000000017");
+  EXPECT_EQ(digits(""), "00000000000000");
+}
+
+TEST(DataBar14Encoder, RefusesOtherText) {
+  EXPECT_EQ(ErrorOf("12345678901A"), "GS1 DataBar requires numeric digits only");
+  EXPECT_EQ(ErrorOf("1234567890123\x80"), "GS1 DataBar requires numeric digits only");
+  EXPECT_EQ(ErrorOf("-1"), "GS1 DataBar requires numeric digits only");
+  EXPECT_EQ(ErrorOf("12345678901231"), "Input too long (max 13 digits)");
+  EXPECT_EQ(ErrorOf(std::string(1'000'000, '1')), "Input too long (max 13 digits)");
+  EXPECT_EQ(ErrorOf("9999999999999"), "");
+}
+
+TEST(DataBar14Encoder, CheckDigit) {
+  EXPECT_EQ(CalculateDataBar14CheckDigit("2001234567890"), "9");
+  EXPECT_EQ(CalculateDataBar14CheckDigit("0000000000000"), "0");
+  EXPECT_EQ(CalculateDataBar14CheckDigit("1000000000000"), "7");
+  EXPECT_EQ(CalculateDataBar14CheckDigit("0100000000000"), "9");
+  for (const std::string_view bad : {"200123456789", "20012345678909", "", "200123456789A"}) {
+    EXPECT_THAT(
+        [bad] { CalculateDataBar14CheckDigit(bad); },
+        testing::ThrowsMessage<std::invalid_argument>("CalculateCheckDigit requires exactly 13 digits"));
+  }
+}
+
+TEST(DataBar14Encoder, DescribesOneRow) {
+  EXPECT_THAT(
+      DescribeDataBar14(EncodeDataBar14("2001234567890", DataBar14Type::kOmnidirectional)),
+      ElementsAre(
+          "DEBUG DataBar14: m_rowCount=1", "DEBUG DataBar14: m_symbolType=0",
+          "DEBUG DataBar14: row 0: height=-1, pattern[0:20]=11113311512741112212, pattern.length=46"));
+}
+
+TEST(DataBar14Encoder, DescribesStackedRows) {
+  EXPECT_THAT(
+      DescribeDataBar14(EncodeDataBar14("2001234567890", DataBar14Type::kStacked)),
+      ElementsAre("DEBUG encode: row 0 bin[0:20]=01010001110100000100",
+                  "DEBUG encode: row 1 bin[0:20]=00001110101011011010",
+                  "DEBUG encode: row 2 bin[0:20]=10110000010010100101", "DEBUG DataBar14: m_rowCount=3",
+                  "DEBUG DataBar14: m_symbolType=1",
+                  "DEBUG DataBar14: row 0: height=5, pattern[0:20]=01111331151274111221, pattern.length=26",
+                  "DEBUG DataBar14: row 1: height=1, pattern[0:20]=04311111212112111111, pattern.length=36",
+                  "DEBUG DataBar14: row 2: height=7, pattern[0:20]=11251211121128332121, pattern.length=25"));
+}
+
+TEST(DataBar14Encoder, DescribesTheFormNumber) {
+  const auto lines = DescribeDataBar14(EncodeDataBar14("1", DataBar14Type::kStackedOmnidirectional));
+  ASSERT_EQ(lines.size(), 12U);
+  EXPECT_EQ(lines[5], "DEBUG DataBar14: m_rowCount=5");
+  EXPECT_EQ(lines[6], "DEBUG DataBar14: m_symbolType=2");
+}
+
+}  // namespace
+}  // namespace barcode
