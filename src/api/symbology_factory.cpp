@@ -4,6 +4,9 @@
 
 #include "barcode.h"
 #include "gs1/gs1_128.h"
+#include "gs1/gs1_databar_14.h"
+#include "gs1/gs1_databar_expanded.h"
+#include "gs1/gs1_databar_limited.h"
 #include "linear/code128.h"
 #include "linear/code39.h"
 #include "linear/code93.h"
@@ -42,6 +45,12 @@ std::unique_ptr<BarcodeBase> CreateSymbology(int type) {
       return Make<NEC2of5>();
     case BARCODE_ITF:
       return Make<ITF>();
+    case BARCODE_GS1_DATABAR_14:
+      return Make<GS1DataBar14>();
+    case BARCODE_GS1_DATABAR_LIMITED:
+      return Make<GS1DataBarLimited>();
+    case BARCODE_GS1_DATABAR_EXPANDED:
+      return Make<GS1DataBarExpanded>();
     default:
       return nullptr;
   }

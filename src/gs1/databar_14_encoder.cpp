@@ -7,7 +7,6 @@
 
 #include "core/ascii.h"
 #include "core/gs1_check_digit.h"
-#include "core/number_format.h"
 #include "gs1/databar_characters.h"
 #include "gs1/databar_tables.h"
 
@@ -152,20 +151,6 @@ std::vector<int> RowUnits(DataBar14Type type) {
   return {kSharedHeight};
 }
 
-std::string Digits(std::span<const std::uint8_t> elements) {
-  std::string digits;
-  for (const std::uint8_t width : elements) {
-    digits += static_cast<char>('0' + width);
-  }
-  return digits;
-}
-
-std::string Numbered(std::string_view before, std::size_t number, std::string_view after = {}) {
-  std::string line(before);
-  AppendInt(line, static_cast<std::int64_t>(number));
-  return line.append(after);
-}
-
 }  // namespace
 
 DataBar14Symbol EncodeDataBar14(std::string_view text, DataBar14Type type) {
@@ -177,7 +162,7 @@ DataBar14Symbol EncodeDataBar14(std::string_view text, DataBar14Type type) {
   symbol.elements = OneRowElements(parts);
   const std::vector<int> units = RowUnits(type);
   if (type == DataBar14Type::kOmnidirectional) {
-    symbol.rows.push_back({Digits(symbol.elements), units.front()});
+    symbol.rows.push_back({WidthDigits(symbol.elements), units.front()});
     return symbol;
   }
   symbol.moduleRows = StackedRows(parts, type);
@@ -192,25 +177,6 @@ std::string CalculateDataBar14CheckDigit(std::string_view digits) {
     throw std::invalid_argument("CalculateCheckDigit requires exactly 13 digits");
   }
   return {Gs1CheckDigit(digits)};
-}
-
-std::vector<std::string> DescribeDataBar14(const DataBar14Symbol& symbol) {
-  constexpr std::size_t kShown = 20;
-  std::vector<std::string> lines;
-  for (std::size_t row = 0; row < symbol.moduleRows.size(); ++row) {
-    lines.push_back(Numbered("DEBUG encode: row ", row, " bin[0:20]=") +
-                    symbol.moduleRows[row].substr(0, kShown));
-  }
-  lines.push_back(Numbered("DEBUG DataBar14: m_rowCount=", symbol.rows.size()));
-  lines.push_back(Numbered("DEBUG DataBar14: m_symbolType=", static_cast<std::size_t>(symbol.type)));
-  for (std::size_t row = 0; row < symbol.rows.size(); ++row) {
-    const auto& [widths, height] = symbol.rows[row];
-    std::string line = Numbered("DEBUG DataBar14: row ", row, ": height=");
-    AppendInt(line, height);
-    line += ", pattern[0:20]=" + widths.substr(0, kShown);
-    lines.push_back(line + Numbered(", pattern.length=", widths.size()));
-  }
-  return lines;
 }
 
 }  // namespace barcode

@@ -31,7 +31,4 @@ DataBar14Symbol EncodeDataBar14(std::string_view text, DataBar14Type type);
 // The check digit of exactly 13 digits, as a text of one character. Throws std::invalid_argument.
 std::string CalculateDataBar14CheckDigit(std::string_view digits);
 
-// What the encoder reports about a symbol, line by line without line breaks.
-std::vector<std::string> DescribeDataBar14(const DataBar14Symbol& symbol);
-
 }  // namespace barcode

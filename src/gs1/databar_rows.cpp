@@ -79,6 +79,19 @@ std::string WidthDigits(const DataBarModuleRow& row) {
   return digits;
 }
 
+std::string WidthDigits(std::span<const std::uint8_t> elements) {
+  std::string digits;
+  digits.reserve(elements.size());
+  for (const std::uint8_t width : elements) {
+    digits += static_cast<char>('0' + width);
+  }
+  return digits;
+}
+
+std::string BehindEmptyBar(std::span<const std::uint8_t> elements) {
+  return '0' + WidthDigits(elements);
+}
+
 std::size_t DataBarRowModules(const std::string& widths) {
   std::size_t modules = 0;
   for (const char digit : widths) {

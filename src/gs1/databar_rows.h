@@ -60,6 +60,11 @@ struct DataBarRow {
 
 std::string WidthDigits(const DataBarModuleRow& row);
 
+// Element widths of at most 9 modules as digits; in the second form behind an empty bar, for a row that
+// begins with a space.
+std::string WidthDigits(std::span<const std::uint8_t> elements);
+std::string BehindEmptyBar(std::span<const std::uint8_t> elements);
+
 // The sum of a row's digits.
 std::size_t DataBarRowModules(const std::string& widths);
 

@@ -170,32 +170,5 @@ TEST(DataBar14Encoder, CheckDigit) {
   }
 }
 
-TEST(DataBar14Encoder, DescribesOneRow) {
-  EXPECT_THAT(
-      DescribeDataBar14(EncodeDataBar14("2001234567890", DataBar14Type::kOmnidirectional)),
-      ElementsAre(
-          "DEBUG DataBar14: m_rowCount=1", "DEBUG DataBar14: m_symbolType=0",
-          "DEBUG DataBar14: row 0: height=-1, pattern[0:20]=11113311512741112212, pattern.length=46"));
-}
-
-TEST(DataBar14Encoder, DescribesStackedRows) {
-  EXPECT_THAT(
-      DescribeDataBar14(EncodeDataBar14("2001234567890", DataBar14Type::kStacked)),
-      ElementsAre("DEBUG encode: row 0 bin[0:20]=01010001110100000100",
-                  "DEBUG encode: row 1 bin[0:20]=00001110101011011010",
-                  "DEBUG encode: row 2 bin[0:20]=10110000010010100101", "DEBUG DataBar14: m_rowCount=3",
-                  "DEBUG DataBar14: m_symbolType=1",
-                  "DEBUG DataBar14: row 0: height=5, pattern[0:20]=01111331151274111221, pattern.length=26",
-                  "DEBUG DataBar14: row 1: height=1, pattern[0:20]=04311111212112111111, pattern.length=36",
-                  "DEBUG DataBar14: row 2: height=7, pattern[0:20]=11251211121128332121, pattern.length=25"));
-}
-
-TEST(DataBar14Encoder, DescribesTheFormNumber) {
-  const auto lines = DescribeDataBar14(EncodeDataBar14("1", DataBar14Type::kStackedOmnidirectional));
-  ASSERT_EQ(lines.size(), 12U);
-  EXPECT_EQ(lines[5], "DEBUG DataBar14: m_rowCount=5");
-  EXPECT_EQ(lines[6], "DEBUG DataBar14: m_symbolType=2");
-}
-
 }  // namespace
 }  // namespace barcode
