@@ -259,7 +259,7 @@ TEST(DataBarExpandedEncoder, OneRowIsWidthDigitsBehindAnEmptyBar) {
 }
 
 TEST(DataBarExpandedEncoder, StackedRowsAndHeights) {
-  // Seven pairs, two to a row: four rows with three separators in each gap.
+  // Eight pairs, two to a row: four rows with three separators in each gap.
   const DataBarExpandedSymbol symbol = Encode("011234567890123110UNIVERSITY-OF-DEUSTO", 2);
   ASSERT_EQ(symbol.rows.size(), 4U * 4 - 3);
   for (std::size_t row = 0; row < symbol.rows.size(); ++row) {
