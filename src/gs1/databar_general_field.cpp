@@ -85,6 +85,7 @@ class GeneralFieldEncoder {
       m_field.lastDigit = m_rest[0];
       m_rest = {};
     } else {
+      // Out of numeric mode the latch has a code of its own.
       Latch(GeneralFieldMode::kAlphanumeric, 0b0000, 4);
     }
   }
@@ -92,7 +93,7 @@ class GeneralFieldEncoder {
   void AlphanumericStep() {
     const char c = m_rest.front();
     if (c == kGs1Separator) return WriteFnc1();
-    if (!IsAlphanumeric(c)) return Latch(GeneralFieldMode::kIso646, 0b00100, 5);
+    if (!IsAlphanumeric(c)) return LatchToIso646();
     const std::size_t run = NumericRun(m_rest.substr(0, kNumericRun));
     if (run == kNumericRun || (run >= kNumericRunAtEnd && run == m_rest.size())) return LatchToNumeric();
     if (IsDigit(c)) return WriteDigit();
@@ -106,8 +107,7 @@ class GeneralFieldEncoder {
     const std::string_view window = m_rest.substr(0, kIso646Window);
     if (std::all_of(window.begin(), window.end(), IsAlphanumeric)) {
       if (NumericRun(window) >= kNumericRunInIso646) return LatchToNumeric();
-      if (window.size() >= kAlphanumericRunInIso646)
-        return Latch(GeneralFieldMode::kAlphanumeric, 0b00100, 5);
+      if (window.size() >= kAlphanumericRunInIso646) return LatchToAlphanumeric();
     }
     if (IsDigit(c)) return WriteDigit();
     if (IsUpper(c)) return Write(0b1000000 + Offset(c, 'A'), 7);
@@ -125,6 +125,10 @@ class GeneralFieldEncoder {
   }
 
   void LatchToNumeric() { Latch(GeneralFieldMode::kNumeric, 0b000, 3); }
+
+  // Between the character modes one code latches either way.
+  void LatchToAlphanumeric() { Latch(GeneralFieldMode::kAlphanumeric, 0b00100, 5); }
+  void LatchToIso646() { Latch(GeneralFieldMode::kIso646, 0b00100, 5); }
 
   void Latch(GeneralFieldMode mode, std::uint32_t code, std::size_t bitCount) {
     AppendBits(m_field.bits, code, bitCount);

@@ -59,7 +59,8 @@ constexpr AiRules kAiRules = MakeAiRules();
 // The rule of the AI that a field begins with; a rule of length 0 when it begins with none.
 AiRule RuleOf(std::string_view field) {
   if (field.size() < 2 || !AllDigits(field.substr(0, 2))) return {};
-  const AiRule rule = kAiRules[static_cast<std::size_t>((field[0] - '0') * 10 + (field[1] - '0'))];
+  const int prefix = (field[0] - '0') * 10 + (field[1] - '0');
+  const AiRule rule = kAiRules[static_cast<std::size_t>(prefix)];
   return field.size() >= rule.aiLength && AllDigits(field.substr(0, rule.aiLength)) ? rule : AiRule{};
 }
 
