@@ -17,7 +17,7 @@ struct Vector14 {
   std::vector<std::string> stackedOmnidirectional;
 };
 
-// Complete symbols. In the first the chain of the stacked separator begins at module 4 with differing rows;
+// Complete symbols. In the fourth and fifth the rows differ where the chain of the stacked separator begins;
 // the fourth has the lower finder 3, whose dark separator module stands one to the right.
 const std::vector<Vector14> kVectors = {
     {"2001234567890",
