@@ -176,13 +176,17 @@ BARCODE_API void barcode_set_y_height(BarcodeHandle handle, int height);
 /* ---- Options of GS1 DataBar ------------------------------------------------------------------------------- */
 
 /* Form of GS1 DataBar (type 12): "OMNIDIRECTIONAL" (default), "STACKED", "STACKED_OMNIDIRECTIONAL". Other words
- * change nothing. */
+ * change nothing. The one-row form is drawn with the colours of ISO/IEC 24724 exchanged, beginning with a bar: for a
+ * scanner draw it in white on black, into a width that is a multiple of 96. The stacked forms have the standard's
+ * colours. */
 BARCODE_API void barcode_set_symbol_type_14(BarcodeHandle handle, const char* type);
 
 /* The word for the current form; "" for a handle of another type. The string is constant. */
 BARCODE_API const char* barcode_get_symbol_type_14(BarcodeHandle handle);
 
-/* Form of GS1 DataBar Expanded (type 14): "UNSTACKED" (default) or "STACKED". Other words change nothing. */
+/* Form of GS1 DataBar Expanded (type 14): "UNSTACKED" (default) or "STACKED". Other words change nothing. Its text is
+ * a GS1 element string: application identifiers and data without parentheses, "{FNC1}" or the byte 0x1D behind a
+ * field of variable length when another follows, "{AI}" where the human-readable text is to show an identifier. */
 BARCODE_API void barcode_set_symbol_type_exp(BarcodeHandle handle, const char* type);
 
 /* Segment pairs per row of the stacked GS1 DataBar Expanded, 1 to 10; any other number counts as 2 (default 0). */

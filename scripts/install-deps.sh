@@ -1,8 +1,10 @@
 #!/bin/sh
-# Installs what the project builds, tests and runs with: Debian packages, only those that are absent.
+# Installs what the project builds, tests and runs with: Debian packages and, for the tests, one barcode reader from
+# npm, each only if it is absent.
 #   scripts/install-deps.sh          build, demo and tests
 #   scripts/install-deps.sh --lint   the same and the linters
 set -eu
+cd "$(dirname "$0")/.."
 
 packages="
   make g++ cmake ninja-build pkg-config
@@ -14,19 +16,31 @@ packages="
 if [ "${1:-}" = "--lint" ]; then
   packages="$packages clang-format clang-tidy"
 fi
+# Node.js may also have come from elsewhere.
+if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
+  packages="$packages nodejs npm"
+fi
 
 missing=""
 for package in $packages; do
   state=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)
   [ "$state" = installed ] || missing="$missing $package"
 done
-[ -n "$missing" ] || exit 0
-
-as_root=""
-if [ "$(id -u)" -ne 0 ]; then
-  as_root=sudo
+if [ -n "$missing" ]; then
+  as_root=""
+  if [ "$(id -u)" -ne 0 ]; then
+    as_root=sudo
+  fi
+  echo "Installing:$missing"
+  $as_root env DEBIAN_FRONTEND=noninteractive apt-get update -q
+  # shellcheck disable=SC2086  # a list of words
+  $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends $missing
 fi
-echo "Installing:$missing"
-$as_root env DEBIAN_FRONTEND=noninteractive apt-get update -q
-# shellcheck disable=SC2086  # a list of words
-$as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends $missing
+
+# The reader that package-lock.json names, byte for byte.
+installed=node_modules/.installed-lock.json
+if ! cmp -s package-lock.json "$installed"; then
+  echo "Installing the reader for the round-trip tests into node_modules/"
+  npm ci --ignore-scripts --no-audit --no-fund
+  cp package-lock.json "$installed"
+fi

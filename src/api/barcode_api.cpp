@@ -1,19 +1,17 @@
 #include <array>
 #include <atomic>
-#include <cstring>
 #include <limits>
-#include <string_view>
 
 #include "api/handle.h"
 #include "api/symbology_factory.h"
 #include "barcode.h"
-#include "core/ascii.h"
 #include "core/barcode_base_1d.h"
 #include "core/barcode_base_2d.h"
-#include "core/gs1_check_digit.h"
 #include "core/numeric.h"
 #include "datamatrix/datamatrix.h"
 #include "gs1/gs1_128.h"
+#include "gs1/gs1_databar_14.h"
+#include "gs1/gs1_databar_expanded.h"
 #include "linear/code128.h"
 #include "linear/code39.h"
 #include "linear/nw7.h"
@@ -27,6 +25,8 @@ using barcode::Code128;
 using barcode::Code39;
 using barcode::DataMatrix;
 using barcode::GS1_128;
+using barcode::GS1DataBar14;
+using barcode::GS1DataBarExpanded;
 using barcode::NW7;
 using barcode::PDF417;
 using barcode::QR;
@@ -193,15 +193,23 @@ void barcode_set_y_height(BarcodeHandle handle, int height) {
   Set<PDF417>(handle, [&](PDF417& object) { object.SetYHeight(height); });
 }
 
-void barcode_set_symbol_type_14(BarcodeHandle /*handle*/, const char* /*type*/) {}
-
-const char* barcode_get_symbol_type_14(BarcodeHandle /*handle*/) {
-  return kNoText;
+void barcode_set_symbol_type_14(BarcodeHandle handle, const char* type) {
+  SetText<GS1DataBar14>(handle, type,
+                        [](GS1DataBar14& object, const char* text) { object.SetSymbolType(text); });
 }
 
-void barcode_set_symbol_type_exp(BarcodeHandle /*handle*/, const char* /*type*/) {}
+const char* barcode_get_symbol_type_14(BarcodeHandle handle) {
+  return With<GS1DataBar14>(handle, kNoText, [](GS1DataBar14& object) { return object.SymbolType(); });
+}
 
-void barcode_set_no_of_columns(BarcodeHandle /*handle*/, int /*columns*/) {}
+void barcode_set_symbol_type_exp(BarcodeHandle handle, const char* type) {
+  SetText<GS1DataBarExpanded>(
+      handle, type, [](GS1DataBarExpanded& object, const char* text) { object.SetSymbolType(text); });
+}
+
+void barcode_set_no_of_columns(BarcodeHandle handle, int columns) {
+  Set<GS1DataBarExpanded>(handle, [&](GS1DataBarExpanded& object) { object.SetPairsPerRow(columns); });
+}
 
 int barcode_draw_1d(BarcodeHandle handle, const char* text, int width, int height) {
   return barcode::DrawText<BarcodeBase>(handle, text, [&](BarcodeBase& object, const std::string& data) {
@@ -227,8 +235,12 @@ int barcode_draw_convenience(BarcodeHandle handle, const char* text, int width, 
   });
 }
 
-int barcode_draw_stacked(BarcodeHandle /*handle*/, const char* /*text*/, int /*width*/, int /*height*/) {
-  return 0;
+int barcode_draw_stacked(BarcodeHandle handle, const char* text, int width, int height) {
+  return barcode::DrawText<GS1DataBarExpanded>(handle, text,
+                                               [&](GS1DataBarExpanded& object, const std::string& data) {
+                                                 object.SetStacked(true);
+                                                 return object.Draw(data, 0, 0, Size(width), Size(height));
+                                               });
 }
 
 int barcode_draw_yubin(BarcodeHandle /*handle*/, const char* /*text*/, int /*height*/) {
@@ -240,23 +252,22 @@ int barcode_draw_yubin_with_width(BarcodeHandle /*handle*/, const char* /*text*/
   return 0;
 }
 
-int barcode_encode_14(BarcodeHandle /*handle*/, const char* /*text*/) {
-  return 0;
+int barcode_encode_14(BarcodeHandle handle, const char* text) {
+  return barcode::DrawText<GS1DataBar14>(
+      handle, text, [](const GS1DataBar14& object, const std::string& data) { return object.Encode(data); });
 }
 
 const char* barcode_calculate_check_digit_14(const char* text) {
-  constexpr std::size_t kDigits = 13;
   if (text == nullptr) {
     return kNoText;
   }
-  const std::string_view digits(text, strnlen(text, kDigits + 1));
-  if (digits.size() != kDigits || !barcode::AllDigits(digits)) {
-    return kNoText;
-  }
-  // One result for all callers, replaced by each call; its one character is stored atomically.
-  static std::array<char, 2> result{};
-  std::atomic_ref(result[0]).store(barcode::Gs1CheckDigit(digits));
-  return result.data();
+  return barcode::Guarded(kNoText, [&]() -> const char* {
+    const std::string digit = GS1DataBar14::CalculateCheckDigit(text);
+    // One result for all callers, replaced by each call; its one character is stored atomically.
+    static std::array<char, 2> result{};
+    std::atomic_ref(result[0]).store(digit.front());
+    return result.data();
+  });
 }
 
 const char* barcode_get_base64(BarcodeHandle handle) {

@@ -5,6 +5,9 @@
 #include "barcode.h"
 #include "datamatrix/datamatrix.h"
 #include "gs1/gs1_128.h"
+#include "gs1/gs1_databar_14.h"
+#include "gs1/gs1_databar_expanded.h"
+#include "gs1/gs1_databar_limited.h"
 #include "linear/code128.h"
 #include "linear/code39.h"
 #include "linear/code93.h"
@@ -53,6 +56,12 @@ std::unique_ptr<BarcodeBase> CreateSymbology(int type) {
       return Make<QR>();
     case BARCODE_DATAMATRIX:
       return Make<DataMatrix>();
+    case BARCODE_GS1_DATABAR_14:
+      return Make<GS1DataBar14>();
+    case BARCODE_GS1_DATABAR_LIMITED:
+      return Make<GS1DataBarLimited>();
+    case BARCODE_GS1_DATABAR_EXPANDED:
+      return Make<GS1DataBarExpanded>();
     default:
       return nullptr;
   }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "support/image.h"
 
@@ -29,5 +30,10 @@ std::optional<Reading> ReadWithZxing(const GreyImage& image, const std::string& 
 
 // The first symbol that ZBar sees ("CODE-39", "EAN-13", ...).
 std::optional<Reading> ReadWithZbar(const GreyImage& image);
+
+// The first symbol of each image as a current ZXing sees it ("DataBarLtd", "DataBarStk", ...), which also
+// looks for light symbols on dark ground. All images go to one process. Throws std::runtime_error when the
+// reader cannot run.
+std::vector<std::optional<Reading>> ReadWithWasm(const std::vector<GreyImage>& images);
 
 }  // namespace barcode::test
