@@ -48,20 +48,18 @@ std::unique_ptr<BarcodeBase> CreateSymbology(int type) {
       return Make<NEC2of5>();
     case BARCODE_ITF:
       return Make<ITF>();
-    case BARCODE_QR:
-      return Make<QR>();
-    case BARCODE_PDF417:
-      return Make<PDF417>();
-    case BARCODE_QR:
-      return Make<QR>();
-    case BARCODE_DATAMATRIX:
-      return Make<DataMatrix>();
     case BARCODE_GS1_DATABAR_14:
       return Make<GS1DataBar14>();
     case BARCODE_GS1_DATABAR_LIMITED:
       return Make<GS1DataBarLimited>();
     case BARCODE_GS1_DATABAR_EXPANDED:
       return Make<GS1DataBarExpanded>();
+    case BARCODE_QR:
+      return Make<QR>();
+    case BARCODE_DATAMATRIX:
+      return Make<DataMatrix>();
+    case BARCODE_PDF417:
+      return Make<PDF417>();
     default:
       return nullptr;
   }

@@ -90,7 +90,6 @@ void BarcodeBase2D::FillTarget(const MatrixTarget& target) {
     FillBackground();  // the rectangle is the whole surface
     return;
   }
-void BarcodeBase2D::FillTarget(const MatrixTarget& target) const {
   SDL_SetRenderDrawBlendMode(target.renderer, SDL_BLENDMODE_NONE);
   RectPainter(*target.renderer, m_backColor)
       .Fill({static_cast<float>(target.x), static_cast<float>(target.y), static_cast<float>(target.width),

@@ -63,7 +63,6 @@ class BarcodeBase2D : public BarcodeBase {
 
   // Fills the whole rectangle with the background.
   void FillTarget(const MatrixTarget& target);
-  void FillTarget(const MatrixTarget& target) const;
 
   // Fills the dark modules, from the top-left corner of the rectangle, at edges rounded to whole pixels.
   // adjust: pixels added to the width and height of each.

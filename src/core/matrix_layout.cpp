@@ -31,8 +31,6 @@ ModuleSize StretchedModules(std::uint32_t width, std::uint32_t height, int colum
   }
   return {static_cast<double>(std::max(1U, width / static_cast<std::uint32_t>(columns))),
           static_cast<double>(std::max(1U, height / static_cast<std::uint32_t>(rows)))};
-  return {std::max(1.0, static_cast<double>(width / static_cast<std::uint32_t>(columns))),
-          std::max(1.0, static_cast<double>(height / static_cast<std::uint32_t>(rows)))};
 }
 
 ModuleSize SquareModules(std::uint32_t width, std::uint32_t height, int columns, int rows, bool fitWidth) {
@@ -43,10 +41,6 @@ ModuleSize SquareModules(std::uint32_t width, std::uint32_t height, int columns,
                           ? std::min(static_cast<double>(height) / rows, static_cast<double>(width) / columns)
                           : static_cast<double>(std::min(height / static_cast<std::uint32_t>(rows),
                                                          width / static_cast<std::uint32_t>(columns)));
-  const double size =
-      fitWidth
-          ? std::min(static_cast<double>(height) / rows, static_cast<double>(width) / columns)
-          : std::min(height / static_cast<std::uint32_t>(rows), width / static_cast<std::uint32_t>(columns));
   return {size, size};
 }
 

@@ -109,48 +109,6 @@ class MaskSums {
   LaneNumbers<kSumDigits> m_sums{};
   unsigned m_count = 0;
   std::array<unsigned, kQrMasks> m_totals{};
-// 64 sums side by side: bit j of plane p is bit p of sum j.
-class LaneSums {
- public:
-  // Adds 2^plane to the sum of every lane that is set in `lanes`. A plane keeps one word waiting until a
-  // second comes, so that a carry moves up only half as often.
-  void Add(Lanes lanes, std::size_t plane) {
-    while (m_waiting[plane] != 0) {
-      const Lanes sum = m_sum[plane];
-      const Lanes waiting = m_waiting[plane];
-      m_waiting[plane] = 0;
-      m_sum[plane] = sum ^ waiting ^ lanes;
-      lanes = (sum & waiting) | (lanes & (sum ^ waiting));
-      ++plane;
-    }
-    m_waiting[plane] = lanes;
-  }
-
-  void Add(const std::array<Lanes, 4>& number) {
-    for (std::size_t plane = 0; plane < number.size(); ++plane) {
-      if (number[plane] != 0) {
-        Add(number[plane], plane);
-      }
-    }
-  }
-
-  // Sum over the lanes of one mask.
-  unsigned Total(std::size_t mask) const {
-    unsigned total = 0;
-    for (std::size_t plane = 0; plane < kPlanes; ++plane) {
-      const Lanes ofMask = kOneMask << mask;
-      total += static_cast<unsigned>(std::popcount(m_sum[plane] & ofMask) +
-                                     std::popcount(m_waiting[plane] & ofMask))
-               << plane;
-    }
-    return total;
-  }
-
- private:
-  static constexpr std::size_t kPlanes = 24;  // a lane meets at most 177 x 23 words of penalty 89
-
-  std::array<Lanes, kPlanes> m_sum{};
-  std::array<Lanes, kPlanes> m_waiting{};
 };
 
 Lanes Load(const std::uint8_t* cells) {
@@ -204,19 +162,6 @@ LinePenalties ScoreLine(const std::uint8_t* cells, std::size_t step, const Reach
 // 1 for the fifth and every further module of a run, 2 more for the fifth, 3 for a block of four; nine
 // at most.
 LaneNumbers<4> RunAndBlockPenalties(const LinePenalties& down, const LinePenalties& across, Lanes block) {
-struct BitSum {
-  Lanes sum;
-  Lanes carry;
-};
-
-constexpr BitSum AddBits(Lanes a, Lanes b, Lanes c) {
-  return {.sum = a ^ b ^ c, .carry = (a & b) | (c & (a ^ b))};
-}
-
-// 1 for the fifth and every further module of a run, 2 more for the fifth, 3 for a block of four; as binary
-// numbers of four digits, the lowest first.
-std::array<Lanes, 4> RunAndBlockPenalties(const LinePenalties& down, const LinePenalties& across,
-                                          Lanes block) {
   const BitSum ones = AddBits(down.run, across.run, block);
   const BitSum twos = AddBits(down.runStart, across.runStart, block);
   const Lanes carry = twos.sum & ones.carry;
@@ -241,7 +186,6 @@ constexpr std::array<unsigned, 21> kBalancePenalties = {90, 80, 70, 60, 50, 40, 
 unsigned BalancePenalty(unsigned darkModules, unsigned dataBits) {
   const std::size_t twice = std::size_t{2} * dataBits;
   const std::size_t k = (std::size_t{40} * darkModules + dataBits) / twice;  // rounded
-  const std::size_t k = (2 * 20 * static_cast<std::size_t>(darkModules) + dataBits) / (2 * dataBits);
   return kBalancePenalties[std::min(k, kBalancePenalties.size() - 1)];
 }
 
@@ -260,8 +204,6 @@ std::array<unsigned, kQrMasks> MaskPenalties(const MaskCells& cells, int dataBit
   MaskSums<4, 9> runsAndBlocks;
   MaskSums<2, 2> finders;
   MaskSums<1, 1> dark;
-  LaneSums dark;
-  LaneSums penalties;
   const int size = cells.Size();
   const auto pitch = static_cast<std::size_t>(size);
   for (int x = 0; x < size; ++x) {
@@ -285,25 +227,6 @@ std::array<unsigned, kQrMasks> MaskPenalties(const MaskCells& cells, int dataBit
                        BalancePenalty(darkCounts[mask], static_cast<unsigned>(dataBits));
   }
   return penalties;
-      const Lanes equalAbove = ~(Load(word - pitch) ^ Load(word - pitch - 1));
-      const Lanes block = down.equal & across.equal & equalAbove;
-
-      dark.Add(Load(word) & CellLanes(0, size - y), 0);
-      penalties.Add(RunAndBlockPenalties(down, across, block));
-      // 40 = 8 + 32 for a finder-like pattern.
-      for (const Lanes finder : {down.finder, across.finder}) {
-        if (finder != 0) {
-          penalties.Add(finder, 3);
-          penalties.Add(finder, 5);
-        }
-      }
-    }
-  }
-  std::array<unsigned, kQrMasks> totals{};
-  for (std::size_t mask = 0; mask < kQrMasks; ++mask) {
-    totals[mask] = penalties.Total(mask) + BalancePenalty(dark.Total(mask), static_cast<unsigned>(dataBits));
-  }
-  return totals;
 }
 
 int BestMask(const std::array<unsigned, kQrMasks>& penalties) {

@@ -60,21 +60,6 @@ std::string DataBits(const Symbol& symbol) {
     }
     if (block >= shortBlocks) {
       message.push_back(codewords[shortLength * blocks + block - shortBlocks]);
-  const QrBlocks layout = QrBlocksOf(symbol.level, symbol.version);
-  const auto codewords = Codewords(symbol);
-  const int dataTotal = QrDataCodewords(symbol.level, symbol.version);
-  std::string bits;
-  for (int block = 0; block < layout.blocks; ++block) {
-    // Column by column; the longer blocks stand last and have one codeword more.
-    std::vector<std::uint8_t> message;
-    const int longBlocks = dataTotal % layout.blocks;
-    const int shortLength = dataTotal / layout.blocks;
-    for (int i = 0; i < shortLength; ++i) {
-      message.push_back(codewords[static_cast<std::size_t>(i * layout.blocks + block)]);
-    }
-    if (block >= layout.blocks - longBlocks) {
-      const int at = shortLength * layout.blocks + block - (layout.blocks - longBlocks);
-      message.push_back(codewords[static_cast<std::size_t>(at)]);
     }
     for (const std::uint8_t codeword : message) {
       bits += std::bitset<8>(codeword).to_string();
@@ -88,15 +73,6 @@ std::string DataBits(const Symbol& symbol) {
       std::uint8_t value = 0;
       for (const std::uint8_t codeword : message) {
         value = Field::Multiply(value, Field::kTables.antilog[root]) ^ codeword;
-    for (int i = 0; i < layout.ecPerBlock; ++i) {
-      message.push_back(codewords[static_cast<std::size_t>(dataTotal + i * layout.blocks + block)]);
-    }
-    // A whole block is a multiple of the generator: zero at each of its roots.
-    using Field = GaloisField256<0x11D>;
-    for (int root = 0; root < layout.ecPerBlock; ++root) {
-      std::uint8_t value = 0;
-      for (const std::uint8_t codeword : message) {
-        value = Field::Multiply(value, Field::kTables.antilog[static_cast<std::size_t>(root)]) ^ codeword;
       }
       EXPECT_EQ(value, 0) << "version " << symbol.version << " level " << symbol.level << " block " << block;
     }
