@@ -19,7 +19,8 @@ struct Reading {
 // Start and stop characters of Codabar are part of the data.
 std::optional<Reading> ReadWithZxing(const GreyImage& image, const std::string& formats = {});
 
-// The first symbol that ZBar sees ("CODE-39", "EAN-13", ...).
-std::optional<Reading> ReadWithZbar(const GreyImage& image);
+// The first symbol that ZBar sees ("CODE-39", "EAN-13", ...). symbology: the only one to look for, as ZBar's
+// configuration names it ("qrcode"); empty for all.
+std::optional<Reading> ReadWithZbar(const GreyImage& image, const std::string& symbology = {});
 
 }  // namespace barcode::test
