@@ -7,6 +7,9 @@
 namespace barcode::test {
 namespace {
 
+// Looking for linear symbols as well, ZBar leaks memory over some of these pictures.
+constexpr const char* kZbarQr = "qrcode";
+
 constexpr const char* kLevels[] = {"L", "M", "Q", "H"};
 
 int Modules(int version) {
@@ -50,7 +53,7 @@ TEST(QrRoundTrip, BytesInTheVersionThatHoldsThem) {
     const auto symbol = DrawnQr(text, {.level = kLevels[i % 4]}, Modules(9) * 2 + random.Number(0, 100));
     ASSERT_TRUE(symbol);
     EXPECT_EQ(ReadWithZxing(*symbol, "QRCode"), (Reading{"QRCode", text}));
-    EXPECT_EQ(ReadWithZbar(*symbol), (Reading{"QR-Code", text}));
+    EXPECT_EQ(ReadWithZbar(*symbol, kZbarQr), (Reading{"QR-Code", text}));
   }
 }
 
@@ -67,7 +70,7 @@ TEST(QrRoundTrip, EveryVersionAndLevelFullOfBytes) {
       const auto symbol = DrawnQr(text, {.level = kLevels[level], .version = version}, side);
       ASSERT_TRUE(symbol);
       EXPECT_EQ(ReadWithZxing(*symbol, "QRCode"), (Reading{"QRCode", text})) << level << ' ' << version;
-      EXPECT_EQ(ReadWithZbar(*symbol), (Reading{"QR-Code", text})) << level << ' ' << version;
+      EXPECT_EQ(ReadWithZbar(*symbol, kZbarQr), (Reading{"QR-Code", text})) << level << ' ' << version;
     }
   }
 }
@@ -81,7 +84,7 @@ TEST(QrRoundTrip, Digits) {
         DrawnQr(text, {.level = kLevels[i % 4], .mode = "NUMERIC", .version = version}, Modules(version) * 3);
     ASSERT_TRUE(symbol);
     EXPECT_EQ(ReadWithZxing(*symbol, "QRCode"), (Reading{"QRCode", text}));
-    EXPECT_EQ(ReadWithZbar(*symbol), (Reading{"QR-Code", text}));
+    EXPECT_EQ(ReadWithZbar(*symbol, kZbarQr), (Reading{"QR-Code", text}));
   }
 }
 
@@ -94,7 +97,7 @@ TEST(QrRoundTrip, ModulesOfAFractionOfAPixel) {
     const int side = Modules(version) * 3 + random.Number(1, Modules(version) - 1);
     const auto symbol = DrawnQr(text, {.level = "L", .version = version, .fitWidth = true}, side);
     ASSERT_TRUE(symbol);
-    EXPECT_EQ(ReadWithZbar(*symbol), (Reading{"QR-Code", text}));
+    EXPECT_EQ(ReadWithZbar(*symbol, kZbarQr), (Reading{"QR-Code", text}));
   }
 }
 

@@ -28,8 +28,9 @@ inline void PrintTo(const Reading& reading, std::ostream* out) {
 // Start and stop characters of Codabar are part of the data.
 std::optional<Reading> ReadWithZxing(const GreyImage& image, const std::string& formats = {});
 
-// The first symbol that ZBar sees ("CODE-39", "EAN-13", ...).
-std::optional<Reading> ReadWithZbar(const GreyImage& image);
+// The first symbol that ZBar sees ("CODE-39", "EAN-13", ...). symbology: the only one to look for, as ZBar's
+// configuration names it ("qrcode"); empty for all.
+std::optional<Reading> ReadWithZbar(const GreyImage& image, const std::string& symbology = {});
 
 // The first symbol of each image as a current ZXing sees it ("DataBarLtd", "DataBarStk", ...), which also
 // looks for light symbols on dark ground. All images go to one process. Throws std::runtime_error when the
