@@ -149,6 +149,11 @@ std::vector<Row> Gs1AndPostalRows() {
        "200x170",
        {{kSymbolType14, "STACKED_OMNIDIRECTIONAL"}}},
       {BARCODE_GS1_DATABAR_14, "One row, no text", "2001234567890", "200x60", {{kShowText, "off"}}},
+      {BARCODE_GS1_DATABAR_14,
+       "One row in white on black: the colours that scanners expect",
+       "2001234567890",
+       "288x100",
+       {{kForegroundColor, "#ffffff"}, {kBackgroundColor, "#000000"}}},
 
       {BARCODE_GS1_DATABAR_LIMITED, "Thirteen digits", "1501234567890", "300x100"},
       {BARCODE_GS1_DATABAR_LIMITED,
