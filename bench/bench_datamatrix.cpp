@@ -17,7 +17,7 @@ std::string MixedText(std::size_t size) {
 }
 
 void Encode(benchmark::State& state, const std::string& text, int scheme) {
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     EncoderMessages messages;
     benchmark::DoNotOptimize(EncodeDataMatrix(text, scheme, kAutomaticSquareSize, messages));
   }
