@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/diagnostics.h"
+#include "core/numeric.h"
 #include "core/rect_painter.h"
 #include "text/font.h"
 #include "text/text_painter.h"
@@ -101,10 +102,10 @@ void GuardBarSymbology::DrawDigits(const GuardBars& bars, std::string_view code,
     digitWidth = size / 2;
   }
   // The digits stand close under the bars, also where the box ends before they do.
-  const TextBox line{.top = static_cast<std::int64_t>(GuardTextTop(m_style, box, PixelGrid::kRaster)),
+  const TextBox line{.top = TruncToInt(GuardTextTop(m_style, box, PixelGrid::kRaster)),
                      .bottom = std::numeric_limits<std::int64_t>::max()};
   for (const AnchoredText& text : LayoutGuardText(m_style, bars, code, box, digitWidth, PixelGrid::kRaster)) {
-    const auto x = static_cast<std::int64_t>(text.x);
+    const int x = TruncToInt(text.x);
     if (text.anchor == TextAnchor::kStart) {
       painter.DrawAt(text.text, x, line);
     } else {

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -36,22 +37,22 @@ constexpr Retail kJan8{"Jan8", BARCODE_JAN8, "4901234", "49012347", 67};
 constexpr Retail kUpcA{"UpcA", BARCODE_UPC_A, "03600029145", "036000291452", 95};
 constexpr Retail kUpcE{"UpcE", BARCODE_UPC_E, "654321", "06543217", 51};
 
-// x, width and height of each bar of a document, in order.
-std::vector<std::vector<std::string>> Bars(const std::string& document) {
-  std::vector<std::vector<std::string>> bars;
-  for (const std::string& rect : SvgElements(document, "rect")) {
-    bars.push_back({Attribute(rect, "x"), Attribute(rect, "width"), Attribute(rect, "height")});
-  }
-  bars.erase(bars.begin());  // the background
-  return bars;
+// The values of an attribute in some elements, in order.
+std::vector<std::string> Values(const std::vector<std::string>& elements, const std::string& attribute) {
+  std::vector<std::string> values(elements.size());
+  std::transform(elements.begin(), elements.end(), values.begin(),
+                 [&](const std::string& element) { return Attribute(element, attribute); });
+  return values;
 }
 
-std::vector<std::string> Values(const std::vector<std::string>& elements, const std::string& attribute) {
-  std::vector<std::string> values;
-  for (const std::string& element : elements) {
-    values.push_back(Attribute(element, attribute));
-  }
-  return values;
+// x, width and height of each bar of a document, in order.
+std::vector<std::vector<std::string>> Bars(const std::string& document) {
+  const std::vector<std::string> rects = SvgElements(document, "rect");
+  std::vector<std::vector<std::string>> bars(rects.size() - 1);
+  std::transform(rects.begin() + 1, rects.end(), bars.begin(), [](const std::string& rect) {
+    return std::vector{Attribute(rect, "x"), Attribute(rect, "width"), Attribute(rect, "height")};
+  });
+  return bars;
 }
 
 std::string TextOf(const std::vector<std::string>& elements) {
@@ -215,7 +216,7 @@ TEST_P(RetailDraw, ColoursReachBarsTextAndBackground) {
 
 TEST_P(RetailDraw, AnyScaleIsDefined) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  for (const double scale : {0.0, -1.0, std::nan(""), kInfinity, -kInfinity, 1e300, 1e9, 30.0}) {
+  for (const double scale : {0.0, -1.0, std::nan(""), kInfinity, -kInfinity, 1e300, 1e35, -1e35, 1e9, 30.0}) {
     for (const char* const format : {"png", "svg"}) {
       barcode_set_output_format(object, format);
       barcode_set_text_font_scale(object, scale);

@@ -4,6 +4,7 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <limits>
 #include <memory>
 #include <string>
@@ -80,7 +81,9 @@ SurfacePtr DigitsAlone(const Sample& sample, const GuardBarBox& box, const Colou
 }
 
 Pixel At(const SDL_Surface& surface, int x, int y) {
-  const auto* const pixel = static_cast<const std::uint8_t*>(surface.pixels) + y * surface.pitch + x * 4;
+  const auto* const pixel = static_cast<const std::uint8_t*>(surface.pixels) +
+                            static_cast<std::ptrdiff_t>(y) * surface.pitch +
+                            static_cast<std::ptrdiff_t>(x) * 4;
   return {pixel[0], pixel[1], pixel[2], pixel[3]};
 }
 
