@@ -214,7 +214,8 @@ BARCODE_API int barcode_draw_convenience(BarcodeHandle handle, const char* text,
 BARCODE_API int barcode_draw_stacked(BarcodeHandle handle, const char* text, int width, int height);
 
 /* Japanese postal customer barcode: draws with long bars of height pixels; the width follows from the height. The
- * second form takes a width for symmetry and ignores it. */
+ * second form takes a width for symmetry and ignores it. Characters that the symbology lacks are left out; returns 0,
+ * without a message, for an empty text and for a height below 1. */
 BARCODE_API int barcode_draw_yubin(BarcodeHandle handle, const char* text, int height);
 BARCODE_API int barcode_draw_yubin_with_width(BarcodeHandle handle, const char* text, int width, int height);
 

@@ -14,7 +14,9 @@
 #include "gs1/gs1_databar_expanded.h"
 #include "linear/code128.h"
 #include "linear/code39.h"
+#include "linear/guard_bar_symbology.h"
 #include "linear/nw7.h"
+#include "linear/yubin_customer.h"
 #include "pdf417/pdf417.h"
 #include "qr/qr.h"
 
@@ -27,12 +29,14 @@ using barcode::DataMatrix;
 using barcode::GS1_128;
 using barcode::GS1DataBar14;
 using barcode::GS1DataBarExpanded;
+using barcode::GuardBarSymbology;
 using barcode::NW7;
 using barcode::PDF417;
 using barcode::QR;
 using barcode::Set;
 using barcode::SetText;
 using barcode::With;
+using barcode::YubinCustomer;
 
 namespace {
 
@@ -139,8 +143,9 @@ void barcode_set_show_start_stop(BarcodeHandle handle, int flag) {
   Set<Code39, NW7>(handle, [&](auto& object) { object.SetShowStartStop(flag != 0); });
 }
 
-// The options below belong to symbologies that this version does not offer yet: no handle is served.
-void barcode_set_extended_guard(BarcodeHandle /*handle*/, int /*flag*/) {}
+void barcode_set_extended_guard(BarcodeHandle handle, int flag) {
+  Set<GuardBarSymbology>(handle, [&](GuardBarSymbology& object) { object.SetExtendedGuard(flag != 0); });
+}
 
 void barcode_set_code_mode(BarcodeHandle handle, const char* mode) {
   SetText<Code128>(handle, mode,
@@ -243,13 +248,16 @@ int barcode_draw_stacked(BarcodeHandle handle, const char* text, int width, int 
                                                });
 }
 
-int barcode_draw_yubin(BarcodeHandle /*handle*/, const char* /*text*/, int /*height*/) {
-  return 0;
+int barcode_draw_yubin(BarcodeHandle handle, const char* text, int height) {
+  return barcode::DrawText<YubinCustomer>(handle, text, [&](YubinCustomer& object, const std::string& data) {
+    return object.DrawPostal(data, 0, 0, Size(height));
+  });
 }
 
-int barcode_draw_yubin_with_width(BarcodeHandle /*handle*/, const char* /*text*/, int /*width*/,
-                                  int /*height*/) {
-  return 0;
+int barcode_draw_yubin_with_width(BarcodeHandle handle, const char* text, int width, int height) {
+  return barcode::DrawText<YubinCustomer>(handle, text, [&](YubinCustomer& object, const std::string& data) {
+    return object.Draw(data, 0, 0, Size(width), Size(height));
+  });
 }
 
 int barcode_encode_14(BarcodeHandle handle, const char* text) {

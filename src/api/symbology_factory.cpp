@@ -12,9 +12,14 @@
 #include "linear/code39.h"
 #include "linear/code93.h"
 #include "linear/itf.h"
+#include "linear/jan13.h"
+#include "linear/jan8.h"
 #include "linear/matrix_2of5.h"
 #include "linear/nec_2of5.h"
 #include "linear/nw7.h"
+#include "linear/upc_a.h"
+#include "linear/upc_e.h"
+#include "linear/yubin_customer.h"
 #include "pdf417/pdf417.h"
 #include "qr/qr.h"
 
@@ -46,6 +51,14 @@ std::unique_ptr<BarcodeBase> CreateSymbology(int type) {
       return Make<Matrix2of5>();
     case BARCODE_NEC_2OF5:
       return Make<NEC2of5>();
+    case BARCODE_JAN8:
+      return Make<Jan8>();
+    case BARCODE_JAN13:
+      return Make<Jan13>();
+    case BARCODE_UPC_A:
+      return Make<UpcA>();
+    case BARCODE_UPC_E:
+      return Make<UpcE>();
     case BARCODE_ITF:
       return Make<ITF>();
     case BARCODE_GS1_DATABAR_14:
@@ -54,6 +67,8 @@ std::unique_ptr<BarcodeBase> CreateSymbology(int type) {
       return Make<GS1DataBarLimited>();
     case BARCODE_GS1_DATABAR_EXPANDED:
       return Make<GS1DataBarExpanded>();
+    case BARCODE_YUBIN_CUSTOMER:
+      return Make<YubinCustomer>();
     case BARCODE_QR:
       return Make<QR>();
     case BARCODE_DATAMATRIX:

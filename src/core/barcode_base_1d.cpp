@@ -118,7 +118,7 @@ void BarcodeBase1D::BeginSvgDocument(std::uint32_t width, std::uint32_t height) 
 }
 
 ElementScale BarcodeBase1D::ScaleFor(std::uint32_t width, std::uint64_t modules) const {
-  return {ModuleWidth(width, modules, m_fitWidth), m_pxAdjustBlack, m_pxAdjustWhite};
+  return {ModuleWidth(static_cast<float>(width), modules, m_fitWidth), m_pxAdjustBlack, m_pxAdjustWhite};
 }
 
 void BarcodeBase1D::PrintSizeReport(std::uint32_t width, std::uint32_t height, float drawnWidth) const {

@@ -25,8 +25,8 @@ inline std::uint64_t TotalModules(const RunVector& pattern) {
 
 // Pixels per module: the box's width divided by the modules, rounded down to whole pixels and at least 1
 // unless the symbol is to fit the width.
-inline float ModuleWidth(std::uint32_t width, std::uint64_t modules, bool fitWidth) {
-  const float moduleWidth = static_cast<float>(width) / static_cast<float>(modules);
+inline float ModuleWidth(float width, std::uint64_t modules, bool fitWidth) {
+  const float moduleWidth = width / static_cast<float>(modules);
   return fitWidth ? moduleWidth : std::max(1.0F, std::floor(moduleWidth));
 }
 

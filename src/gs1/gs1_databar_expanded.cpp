@@ -48,8 +48,8 @@ std::optional<DataBarDrawing> GS1DataBarExpanded::Drawing(const std::string& tex
 DataBarDrawing GS1DataBarExpanded::OneRowDrawing(const DataBarExpandedSymbol& symbol, int x, int y,
                                                  std::uint32_t width) {
   constexpr bool kFractional = true;
-  const ElementScale scale{ModuleWidth(width, WidestRow(symbol.rows), kFractional), m_pxAdjustBlack,
-                           m_pxAdjustWhite};
+  const ElementScale scale{ModuleWidth(static_cast<float>(width), WidestRow(symbol.rows), kFractional),
+                           m_pxAdjustBlack, m_pxAdjustWhite};
   return {
       LayoutRows(symbol.rows, std::array{m_barHeight}, scale, static_cast<float>(x), static_cast<float>(y)),
       symbol.humanReadable, ClampToInt(width)};

@@ -1,0 +1,153 @@
+#include "linear/yubin_customer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <limits>
+#include <string>
+
+namespace barcode {
+namespace {
+
+using ::testing::EndsWith;
+
+constexpr auto kCc1 = "324";
+constexpr auto kCc4 = "432";
+
+std::string Times(int count, const std::string& text) {
+  std::string repeated;
+  for (int i = 0; i < count; ++i) {
+    repeated += text;
+  }
+  return repeated;
+}
+
+// The data part of a symbol: twenty codes between start code and check character.
+std::string Data(std::string_view text) {
+  return YubinCustomer::Encode(text).bars.substr(2, 60);
+}
+
+TEST(YubinCustomerEncode, ExampleOfThePostalService) {
+  // 263-0023, 3-30-8-403: the values 67 and three CC4 (14 each) make 109, 5 short of a multiple of 19.
+  const FourStateSymbol symbol = YubinCustomer::Encode("26300233-30-8-403");
+  EXPECT_EQ(symbol.checkValue, 5);
+  EXPECT_EQ(symbol.bars,
+            "13"
+            "132321312144144132312"
+            "312414312144414231414123144312"
+            "432432432"
+            "141"
+            "31");
+}
+
+TEST(YubinCustomerEncode, TwentyDigitsAreSixtySevenBars) {
+  const FourStateSymbol symbol = YubinCustomer::Encode("01234567890123456789");
+  EXPECT_EQ(symbol.bars, "13" + Times(2, "144114132312123141321213231411") + "141" + "31");
+  EXPECT_EQ(symbol.bars.size(), 67U);
+  EXPECT_EQ(symbol.checkValue, 5);  // 90 is 5 short of 95
+}
+
+TEST(YubinCustomerEncode, FreePositionsAreFilled) {
+  EXPECT_EQ(Data("7"), "213" + Times(19, kCc4));
+}
+
+TEST(YubinCustomerEncode, LettersAreAControlCodeAndADigit) {
+  EXPECT_EQ(Data("AJKTUZ"),
+            "324144"
+            "324411"
+            "342144"
+            "342411"
+            "234144"
+            "234141" +
+                Times(8, kCc4));
+}
+
+TEST(YubinCustomerEncode, LowerCaseDrawsAsUpperCase) {
+  EXPECT_EQ(YubinCustomer::Encode("1-azc").bars, YubinCustomer::Encode("1-AZC").bars);
+}
+
+TEST(YubinCustomerEncode, OtherCharactersAreDropped) {
+  EXPECT_EQ(YubinCustomer::Encode(std::string_view(" 1\n2#\x80\xFF\0_3", 10)).bars,
+            YubinCustomer::Encode("123").bars);
+}
+
+TEST(YubinCustomerEncode, NothingButOtherCharacters) {
+  const FourStateSymbol symbol = YubinCustomer::Encode("!?");
+  EXPECT_EQ(symbol.bars, "13" + Times(20, kCc4) + "141" + "31");
+  EXPECT_EQ(symbol.checkValue, 5);
+}
+
+TEST(YubinCustomerEncode, SurplusInputIsIgnored) {
+  const std::string full(20, '8');
+  EXPECT_EQ(YubinCustomer::Encode(full + "1A-").bars, YubinCustomer::Encode(full).bars);
+}
+
+TEST(YubinCustomerEncode, LetterInTheLastPositionEndsTheDataWithCc1) {
+  const std::string nineteen(19, '1');
+  for (const char* rest : {"A", "K", "Z", "A5"}) {
+    const FourStateSymbol symbol = YubinCustomer::Encode(nineteen + rest);
+    EXPECT_EQ(symbol.bars, "13" + Times(19, "114") + kCc1 + "231" + "31") << rest;
+    EXPECT_EQ(symbol.checkValue, 8) << rest;  // 19 x 1 + 11 = 30, 8 short of 38
+  }
+}
+
+TEST(YubinCustomerEncode, LetterInTheLastTwoPositionsFits) {
+  EXPECT_EQ(Data(std::string(18, '1') + "B"), Times(18, "114") + "324114");
+}
+
+TEST(YubinCustomerEncode, CheckCharacterOfEveryValue) {
+  constexpr std::array<const char*, 19> kCodes = {"144", "114", "132", "312", "123", "141", "321",
+                                                  "213", "231", "411", "414", "324", "342", "234",
+                                                  "432", "243", "423", "441", "111"};
+  // Nineteen zeros and a digit, the fill replaced step by step so that every remainder occurs.
+  for (int hyphens = 0; hyphens < 19; ++hyphens) {
+    const std::string text = std::string(static_cast<std::size_t>(hyphens), '-') +
+                             std::string(static_cast<std::size_t>(20 - hyphens), '0');
+    const FourStateSymbol symbol = YubinCustomer::Encode(text);
+    const int expected = (19 - 10 * hyphens % 19) % 19;
+    EXPECT_EQ(symbol.checkValue, expected);
+    EXPECT_THAT(symbol.bars, EndsWith(std::string(kCodes[static_cast<std::size_t>(expected)]) + "31"));
+  }
+}
+
+TEST(YubinCustomerEncode, LongTextsTakeNoLonger) {
+  EXPECT_EQ(YubinCustomer::Encode(std::string(1 << 20, 'x')).bars, YubinCustomer::Encode("xxxxxxxxxx").bars);
+  EXPECT_EQ(YubinCustomer::Encode(std::string(1 << 20, ' ')).bars, YubinCustomer::Encode(" ").bars);
+}
+
+TEST(FourStateBars, ExtentsOfTheFourTypes) {
+  const std::vector<RectF> bars = LayoutFourStateBars("1234", 10, 100, 30, 0);
+  EXPECT_EQ(bars,
+            (std::vector<RectF>{{10, 100, 5, 30}, {20, 100, 5, 20}, {30, 110, 5, 20}, {40, 110, 5, 10}}));
+}
+
+TEST(FourStateBars, FractionsAreKept) {
+  const std::vector<RectF> bars = LayoutFourStateBars("34", 0, 0, 40, 0);
+  EXPECT_FLOAT_EQ(bars[0].width, 6.6666667F);
+  EXPECT_FLOAT_EQ(bars[0].y, 13.333333F);
+  EXPECT_FLOAT_EQ(bars[0].height, 26.666667F);
+  EXPECT_FLOAT_EQ(bars[1].x, 13.333333F);
+  EXPECT_FLOAT_EQ(bars[1].height, 13.333333F);
+}
+
+TEST(FourStateBars, BlackAdjustmentWidensBarsButNotThePitch) {
+  const std::vector<RectF> bars = LayoutFourStateBars("11", 0, 0, 30, 3);
+  EXPECT_EQ(bars[0].width, 8);
+  EXPECT_EQ(bars[1].x, 10);
+}
+
+TEST(FourStateBars, BarsAreAtLeastOnePixelWide) {
+  EXPECT_EQ(LayoutFourStateBars("1", 0, 0, 30, -100)[0].width, 1);
+  EXPECT_EQ(LayoutFourStateBars("1", 0, 0, 3, 0)[0].width, 1);
+  EXPECT_EQ(LayoutFourStateBars("1", 0, 0, 30, std::numeric_limits<int>::min())[0].width, 1);
+}
+
+TEST(FourStateBars, ImageWidth) {
+  EXPECT_EQ(FourStateImageWidth(30), 676);
+  EXPECT_EQ(FourStateImageWidth(40), 901);
+  EXPECT_EQ(FourStateImageWidth(1), 23);  // 23.5
+}
+
+}  // namespace
+}  // namespace barcode
