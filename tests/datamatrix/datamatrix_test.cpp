@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
+
 #include "support/capture.h"
 
 namespace barcode {
@@ -40,7 +42,8 @@ TEST(DataMatrixClass, DrawsIntoTheCallersRenderer) {
                          "  ターゲット: 提供されたウィンドウレンダラー (m_canvas) を使用します。\n"
                          "  パターンサイズ: 10列 x 10行\n"));
   const auto at = [&](int x, int y) {
-    const auto* const row = static_cast<const std::uint8_t*>(surface->pixels) + y * surface->pitch;
+    const auto* const row =
+        static_cast<const std::uint8_t*>(surface->pixels) + std::ptrdiff_t{y} * surface->pitch;
     return reinterpret_cast<const std::uint32_t*>(row)[x];
   };
   EXPECT_EQ(at(19, 30), kGrey32);
