@@ -24,7 +24,7 @@ std::string MixedText(std::size_t size) {
 void EncodeAutomatic(benchmark::State& state) {
   const Code128 code("png");
   const std::string text = MixedText(static_cast<std::size_t>(state.range(0)));
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(code.Encode(text));
   }
   state.SetBytesProcessed(state.iterations() * state.range(0));

@@ -7,7 +7,7 @@ namespace {
 void Encode(benchmark::State& state) {
   const Code39 code("png");
   const std::string text = "ABC-1234567";
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(code.Encode(text));
   }
 }

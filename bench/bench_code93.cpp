@@ -7,7 +7,7 @@ namespace {
 void Encode(benchmark::State& state) {
   const Code93 code("png");
   const std::string text = "CODE93-12345";
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(code.Encode(text));
   }
 }

@@ -9,7 +9,7 @@ const std::string kPaymentSlip = "91912345000000000012345678901234567890123455";
 
 void Encode(benchmark::State& state) {
   const GS1_128 code("png");
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(code.Encode(kElementString));
   }
 }
@@ -21,7 +21,7 @@ void EncodeLong(benchmark::State& state) {
   while (text.size() < static_cast<std::size_t>(state.range(0))) {
     text += kElementString;
   }
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(code.Encode(text));
   }
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
@@ -31,7 +31,7 @@ BENCHMARK(EncodeLong)->Name("GS1_128/encode, bytes")->Arg(200)->Arg(20'000);
 void DrawPayment(benchmark::State& state, const char* format) {
   BarcodeHandle const form = barcode_create(BARCODE_GS1_128);
   barcode_set_output_format(form, format);
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     if (barcode_draw_convenience(form, kPaymentSlip.c_str(), 600, 100) != 1) {
       state.SkipWithError("the draw failed");
     }

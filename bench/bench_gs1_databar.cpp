@@ -11,28 +11,28 @@ constexpr const char* kLimitedGtin = "1501234567890";
 constexpr const char* kElements = "0195011015300038171506212110A1B2C3D4";
 
 void EncodeOneRow(benchmark::State& state) {
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(EncodeDataBar14(kGtin, DataBar14Type::kOmnidirectional));
   }
 }
 BENCHMARK(EncodeOneRow)->Name("GS1DataBar14/encode");
 
 void EncodeStackedOmnidirectional(benchmark::State& state) {
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(EncodeDataBar14(kGtin, DataBar14Type::kStackedOmnidirectional));
   }
 }
 BENCHMARK(EncodeStackedOmnidirectional)->Name("GS1DataBar14/encode stacked omnidirectional");
 
 void EncodeLimited(benchmark::State& state) {
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(EncodeDataBarLimited(kLimitedGtin));
   }
 }
 BENCHMARK(EncodeLimited)->Name("GS1DataBarLimited/encode");
 
 void EncodeExpanded(benchmark::State& state) {
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(EncodeDataBarExpanded(kElements, kUnstacked));
   }
 }

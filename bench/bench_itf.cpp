@@ -7,7 +7,7 @@ namespace {
 void Encode(benchmark::State& state) {
   const ITF code("png");
   const std::string text = "15412345678908";
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(code.Encode(text));
   }
 }

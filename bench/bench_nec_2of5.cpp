@@ -7,7 +7,7 @@ namespace {
 void Encode(benchmark::State& state) {
   const NEC2of5 code("png");
   const std::string text = "123456789012";
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(code.Encode(text));
   }
 }

@@ -7,7 +7,7 @@ namespace {
 void Encode(benchmark::State& state) {
   const NW7 code("png");
   const std::string text = "A1234567890B";
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(code.Encode(text));
   }
 }

@@ -22,7 +22,7 @@ std::string Text(std::size_t length) {
 }
 
 void Encode(benchmark::State& state, const std::string& text, std::uint32_t level) {
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     QREncoder encoder("B", 0, level);
     encoder.Encode(text);
     benchmark::DoNotOptimize(encoder.Matrix());

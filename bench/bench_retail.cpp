@@ -11,7 +11,7 @@ namespace {
 template <class Symbology>
 void Encode(benchmark::State& state, const std::string& text) {
   const Symbology symbology("png");
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(symbology.Encode(symbology.CompleteCode(text)));
   }
 }

@@ -6,7 +6,7 @@ namespace {
 
 void Encode(benchmark::State& state) {
   const std::string text = "26300233-30-8-403";
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     benchmark::DoNotOptimize(YubinCustomer::Encode(text));
   }
 }

@@ -45,7 +45,7 @@ SurfacePtr PixelsOf(const Drawing& drawing) {
 
 void DrawAndPng(benchmark::State& state, const Drawing& drawing) {
   const Object object = MakeObject(drawing, "png");
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     Draw(object.get(), drawing);
     int length = 0;
     benchmark::DoNotOptimize(barcode_get_image_data(object.get(), &length));
@@ -54,7 +54,7 @@ void DrawAndPng(benchmark::State& state, const Drawing& drawing) {
 
 void DrawAndSvg(benchmark::State& state, const Drawing& drawing) {
   const Object object = MakeObject(drawing, "svg");
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     Draw(object.get(), drawing);
     benchmark::DoNotOptimize(barcode_get_svg(object.get()));
   }
@@ -64,7 +64,7 @@ void BarePng(benchmark::State& state, const Drawing& drawing) {
   const SurfacePtr pixels = PixelsOf(drawing);
   std::vector<unsigned char> buffer(
       static_cast<std::size_t>(pixels->w) * static_cast<std::size_t>(pixels->h) * 4 + 1'024'000);
-  for (const auto _ : state) {
+  for ([[maybe_unused]] const auto _ : state) {
     const RwopsPtr stream(SDL_RWFromMem(buffer.data(), static_cast<int>(buffer.size())));
     benchmark::DoNotOptimize(IMG_SavePNG_RW(pixels.get(), stream.get(), 0));
   }
