@@ -142,7 +142,7 @@ TEST(DataBarTables, CheckPatternsAscendAndHaveNineModulesEach) {
   // In the order of their spaces, then of their bars.
   const auto key = [](const DataBarCheckPattern& pattern) {
     std::vector<std::uint8_t> elements;
-    for (const std::size_t first : {0, 1}) {
+    for (const std::size_t first : {0U, 1U}) {
       for (std::size_t i = first; i < pattern.size(); i += 2) elements.push_back(pattern[i]);
     }
     return elements;
