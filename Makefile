@@ -1,6 +1,6 @@
 # Thin calls of the presets in CMakePresets.json.
 .DEFAULT_GOAL := help
-.PHONY: help deps build demo test asan lint bench install clean
+.PHONY: help build demo everything test asan lint bench install clean
 
 help:
 	@echo "make demo     install what is missing, build, draw the gallery into build/gallery/"
@@ -11,31 +11,37 @@ help:
 	@echo "make install  install the library, its header and mkbarcode (PREFIX, default /usr/local)"
 	@echo "make clean    remove build/"
 
-deps:
+# The library and the tool.
+build:
 	@scripts/install-deps.sh
+	cmake --preset release -DBARCODE_BUILD_TESTS=OFF -DBARCODE_BUILD_BENCH=OFF
+	cmake --build --preset release
 
-build: deps
-	cmake --preset release
+# The same with tests and benchmarks.
+everything:
+	@scripts/install-deps.sh --test
+	cmake --preset release -DBARCODE_BUILD_TESTS=ON -DBARCODE_BUILD_BENCH=ON
 	cmake --build --preset release
 
 demo: build
 	build/release/tools/mkbarcode/mkbarcode gallery build/gallery
 
-test: build
+test: everything
 	ctest --preset release
 
-asan: deps
+asan:
+	@scripts/install-deps.sh --test
 	cmake --preset asan
 	cmake --build --preset asan
 	ctest --preset asan
 
 lint:
 	@scripts/install-deps.sh --lint
-	cmake --preset release
+	cmake --preset release -DBARCODE_BUILD_TESTS=ON -DBARCODE_BUILD_BENCH=ON
 	cmake --build --preset release
 	scripts/lint.sh
 
-bench: build
+bench: everything
 	build/release/bench/barcode_bench --benchmark_out=build/bench.json --benchmark_out_format=json
 
 PREFIX ?= /usr/local

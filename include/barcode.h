@@ -72,7 +72,7 @@ typedef struct BarcodeHandleRecord* BarcodeHandle;
 
 /* A new object of one symbology with the output format "png" and default options.
  * type: an enum BarcodeSymbology value.
- * Returns NULL for any other number, for a symbology this build does not offer, and when memory is exhausted.
+ * Returns NULL for any other number and when memory is exhausted.
  * Free it with barcode_destroy. */
 BARCODE_API BarcodeHandle barcode_create(int type);
 
@@ -196,7 +196,9 @@ BARCODE_API void barcode_set_no_of_columns(BarcodeHandle handle, int columns);
 
 /* Draws the text into a box of width x height pixels. Serves every type; for the 2D types it is the same as
  * barcode_draw_2d_rect. Returns 1 when drawn; 0 when the text is not valid for the symbology, when the canvas could
- * not be made, or when the output format is unknown. */
+ * not be made (negative and far too large sizes included), or when the output format is unknown and no earlier
+ * raster draw left a canvas, which would be drawn into. In SVG a negative size is taken as the unsigned number of the
+ * same bits. */
 BARCODE_API int barcode_draw_1d(BarcodeHandle handle, const char* text, int width, int height);
 
 /* 2D types: draws the text into a box of size x size pixels. PDF417 keeps the height and takes the width that is
@@ -226,7 +228,7 @@ BARCODE_API int barcode_encode_14(BarcodeHandle handle, const char* text);
 
 /* The last raster draw as a data URI, "data:image/png;base64,...". Releases the canvas: fetch once per draw. Without
  * a drawn canvas the result is a URI of a transparent image of 1 x 1 pixels; in SVG mode it is a text that begins
- * "Error: ". "" when memory is exhausted. */
+ * "Error: ", as it is when memory is exhausted. */
 BARCODE_API const char* barcode_get_base64(BarcodeHandle handle);
 
 /* The last raster draw as the bytes of a PNG file; their number is written to *length. NULL, with *length 0, when

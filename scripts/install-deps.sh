@@ -1,8 +1,9 @@
 #!/bin/sh
 # Installs what the project builds, tests and runs with: Debian packages and, for the tests, one barcode reader from
 # npm, each only if it is absent.
-#   scripts/install-deps.sh          build, demo and tests
-#   scripts/install-deps.sh --lint   the same and the linters
+#   scripts/install-deps.sh          library, tool and demo
+#   scripts/install-deps.sh --test   the same, tests and benchmarks
+#   scripts/install-deps.sh --lint   all of these and the linters
 set -eu
 cd "$(dirname "$0")/.."
 
@@ -10,15 +11,19 @@ packages="
   make g++ cmake ninja-build pkg-config
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev fonts-roboto-unhinted
   libcli11-dev
-  libgtest-dev libgmock-dev libbenchmark-dev
-  libpng-dev libzxing-dev libzbar-dev locales python3
 "
-if [ "${1:-}" = "--lint" ]; then
-  packages="$packages clang-format clang-tidy"
+purpose=${1:-}
+if [ -n "$purpose" ]; then
+  packages="$packages
+    libgtest-dev libgmock-dev libbenchmark-dev
+    libpng-dev libzxing-dev libzbar-dev locales python3"
+  # Node.js may also have come from elsewhere.
+  if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
+    packages="$packages nodejs npm"
+  fi
 fi
-# Node.js may also have come from elsewhere.
-if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
-  packages="$packages nodejs npm"
+if [ "$purpose" = "--lint" ]; then
+  packages="$packages clang-format clang-tidy"
 fi
 
 missing=""
@@ -36,6 +41,8 @@ if [ -n "$missing" ]; then
   # shellcheck disable=SC2086  # a list of words
   $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends $missing
 fi
+
+[ -n "$purpose" ] || exit 0
 
 # The reader that package-lock.json names, byte for byte.
 installed=node_modules/.installed-lock.json

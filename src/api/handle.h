@@ -10,6 +10,7 @@
 #include "barcode.h"
 #include "core/barcode_base.h"
 #include "core/diagnostics.h"
+#include "core/sdl_thread_data.h"
 
 // What a BarcodeHandle points to.
 struct BarcodeHandleRecord {
@@ -25,6 +26,7 @@ namespace barcode {
 // Returns the call's result, or `failed` when it threw.
 template <class Result, class Call>
 Result Guarded(Result failed, Call call) noexcept {
+  FreeSdlDataAtThreadExit();
   Result result = failed;
   try {
     result = call();

@@ -65,12 +65,13 @@ std::vector<std::uint8_t> SaveSurfaceToMemory(SDL_Surface* surface) {
     PrintLine("ERROR: サーフェスがnullです");
     return {};
   }
-  std::string report = SurfaceReport(*surface);
+  Print(SurfaceReport(*surface));
   const std::size_t capacity =
       static_cast<std::size_t>(surface->w) * static_cast<std::size_t>(surface->h) * 4 + kBufferMargin;
   // Not cleared: only what the encoder writes is ever touched.
   const auto buffer =
       std::make_unique_for_overwrite<std::uint8_t[]>(capacity);  // NOLINT: no array class skips clearing
+  std::string report;
   AppendBytesLine(report, "バッファサイズ確保: ", static_cast<std::int64_t>(capacity));
   Print(report);
 

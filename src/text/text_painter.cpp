@@ -11,6 +11,11 @@ namespace {
 // Larger glyphs are rendered anew each time: few of them fit a canvas, and each takes megabytes.
 constexpr int kMaxCachedSize = 128;
 
+// Images of text beyond both bounds are refused: a line of a megabyte, or a font of thousands of pixels in a
+// small box, would take gigabytes for what the canvas shows of it.
+constexpr std::int64_t kMaxTextPixels = 16'000'000;
+constexpr std::int64_t kMaxCanvasShare = 4;
+
 // No glyph of the font is wider than this many times its size.
 constexpr std::int64_t kMaxGlyphAspect = 4;
 
@@ -18,8 +23,7 @@ constexpr std::int64_t kMaxGlyphAspect = 4;
 
 TextPainter::TextPainter(SDL_Renderer& canvas, int size, const Colour& colour)
     : m_canvas(canvas), m_colour(colour), m_size(size), m_font(SizedRobotoFont(size)) {
-  int height = 0;
-  SDL_GetRendererOutputSize(&canvas, &m_canvasWidth, &height);
+  SDL_GetRendererOutputSize(&canvas, &m_canvasWidth, &m_canvasHeight);
 }
 
 bool TextPainter::Measure(const std::string& text, int& width, int& height) const {
@@ -84,9 +88,28 @@ const TextPainter::Image& TextPainter::RenderByte(char byte) {
   return image;
 }
 
+SurfacePtr TextPainter::RenderSurface(const std::string& text) const {
+  SDL_ClearError();  // the font library does not always say why it failed; nobody else's words may stand for
+                     // it
+  std::int64_t width = 0;
+  std::int64_t height = 0;
+  if (int w = 0, h = 0; Measure(text, w, h)) {
+    width = w;
+    height = h;
+  }
+  SurfacePtr surface;
+  if (width * height <= std::max(kMaxTextPixels, kMaxCanvasShare * m_canvasWidth * m_canvasHeight)) {
+    surface.reset(
+        TTF_RenderUTF8_Blended(m_font.get(), text.c_str(), {m_colour.r, m_colour.g, m_colour.b, m_colour.a}));
+  }
+  if (surface == nullptr && *SDL_GetError() == '\0') {
+    SDL_OutOfMemory();
+  }
+  return surface;
+}
+
 TextPainter::Image TextPainter::Render(const std::string& text) const {
-  const SurfacePtr surface(
-      TTF_RenderUTF8_Blended(m_font.get(), text.c_str(), {m_colour.r, m_colour.g, m_colour.b, m_colour.a}));
+  const SurfacePtr surface = RenderSurface(text);
   if (surface == nullptr) {
     ErrorLine("TTF_RenderUTF8_Blended error: ", SDL_GetError());
     return {.texture = nullptr, .failed = true};

@@ -19,6 +19,7 @@ namespace barcode {
 // Draws text onto a renderer with the embedded font at one size in pixels, anti-aliased and blended. Holds
 // the font library for its lifetime. What cannot be rendered is reported on standard error and left out; what
 // lies wholly outside the canvas costs nothing.
+// An image much larger than the canvas (and than any sensible text) counts as one that cannot be rendered.
 class TextPainter {
  public:
   TextPainter(SDL_Renderer& canvas, int size, const Colour& colour);
@@ -51,6 +52,8 @@ class TextPainter {
   template <class LeftEdge>
   void DrawImage(std::string_view text, LeftEdge leftEdge, const TextBox& box);
   Image Render(const std::string& text) const;
+  // The font library's rendering; null, with SDL_GetError() set, on failure.
+  SurfacePtr RenderSurface(const std::string& text) const;
   const Image& RenderByte(char byte);
   void Copy(const Image& image, std::int64_t left, const TextBox& box) const;
 
@@ -59,6 +62,7 @@ class TextPainter {
   Colour m_colour;
   int m_size;
   int m_canvasWidth = 0;
+  int m_canvasHeight = 0;
   std::shared_ptr<TTF_Font> m_font;
   // Images of single bytes already rendered, for lines that repeat them; the memory is bounded by the font
   // size.

@@ -253,6 +253,84 @@ TEST_F(LinearDraw, RasterTextIsBlendedInTheForegroundColour) {
   EXPECT_TRUE(blended);
 }
 
+// Rows that hold anything but background from `top` on.
+std::vector<int> InkedRows(const Image& image, int top) {
+  std::vector<int> rows;
+  for (int y = top; y < image.height; ++y) {
+    for (int x = 0; x < image.width; ++x) {
+      if (image.At(x, y) != kWhitePixel) {
+        rows.push_back(y);
+        break;
+      }
+    }
+  }
+  return rows;
+}
+
+TEST_F(LinearDraw, RasterTextNeverLeavesTheBoxAtTheBottom) {
+  // The line is 24 pixels high at size 20: it stands at 100 - 24, not at 100 - 20.
+  for (const int even : {0, 1}) {
+    barcode_set_text_even_spacing(code, even);
+    ASSERT_EQ(barcode_draw_1d(code, "ABC-123", 300, 100), 1);
+    const std::vector<int> rows = InkedRows(code.Picture(), 76);
+    ASSERT_FALSE(rows.empty());
+    EXPECT_EQ(rows.front(), 80) << even;
+    EXPECT_EQ(rows.back(), 94) << even;
+  }
+}
+
+TEST_F(LinearDraw, ARasterTextOfOneCharacterIsCentred) {
+  barcode_set_show_start_stop(code, 0);
+  for (const int even : {0, 1}) {
+    barcode_set_text_even_spacing(code, even);
+    ASSERT_EQ(barcode_draw_1d(code, "8", 100, 100), 1);
+    const std::vector<int> inked = InkedColumns(code.Picture(), 76);
+    ASSERT_FALSE(inked.empty());
+    EXPECT_NEAR(inked.front() + inked.back(), 94, 2) << even;  // 47 of 94 pixels
+    EXPECT_LT(inked.back() - inked.front(), 12) << even;
+  }
+}
+
+TEST_F(LinearDraw, AnEmptyDisplayTextDrawsNothing) {
+  // NW-7 shows "A" without its start and stop character: nothing is left.
+  const BarcodeObject nw7(BARCODE_NW7);
+  barcode_set_show_start_stop(nw7, 0);
+  for (const int even : {0, 1}) {
+    barcode_set_text_even_spacing(nw7, even);
+    const auto captured = Capture([&] { EXPECT_EQ(barcode_draw_1d(nw7, "A", 100, 100), 1); });
+    EXPECT_EQ(captured.err, "");
+    EXPECT_TRUE(InkedRows(nw7.Picture(), 75).empty());
+  }
+}
+
+TEST_F(LinearDraw, TextFarLargerThanTheCanvasIsRefusedNotRendered) {
+  constexpr const char* kRefused = "TTF_RenderUTF8_Blended error: Out of memory\n";
+  barcode_set_text_even_spacing(code, 0);
+  const std::string text(1'000'000, 'A');
+  const auto line = Capture([&] { EXPECT_EQ(barcode_draw_1d(code, text.c_str(), 300, 100), 1); });
+  EXPECT_EQ(line.err, kRefused);
+  barcode_set_show_start_stop(code, 0);
+  for (const double scale : {400.0, 800.0}) {  // 18000 and 36000 pixels
+    barcode_set_text_font_scale(code, scale);
+    const auto glyph = Capture([&] { EXPECT_EQ(barcode_draw_1d(code, "8", 300, 300), 1); });
+    EXPECT_EQ(glyph.err, kRefused);
+  }
+}
+
+TEST_F(LinearDraw, ARefusedLineNamesItsOwnReason) {
+  (void)Capture([&] { EXPECT_EQ(barcode_draw_1d(code, "8", -1, 10), 0); });  // leaves an error text behind
+  barcode_set_text_font_scale(code, 800.0);
+  const auto glyph = Capture([&] { EXPECT_EQ(barcode_draw_1d(code, "8", 300, 300), 1); });
+  EXPECT_EQ(glyph.err.find("Parameter"), std::string::npos);
+}
+
+TEST_F(LinearDraw, LargeTextOnALargeCanvasIsRendered) {
+  barcode_set_show_start_stop(code, 0);
+  barcode_set_text_font_scale(code, 20.0);  // 2000 pixels
+  const auto captured = Capture([&] { EXPECT_EQ(barcode_draw_1d(code, "8", 3000, 500), 1); });
+  EXPECT_EQ(captured.err, "");
+}
+
 TEST_F(LinearDraw, NumbersDoNotFollowTheLocaleOfTheHost) {
   const std::string expected = code.SvgOf("A", 100, 50);
   barcode_set_fit_width(code, 1);

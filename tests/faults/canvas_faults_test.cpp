@@ -73,6 +73,21 @@ TEST_F(CanvasFaults, ThePngEncoderFails) {
             std::string::npos);
 }
 
+TEST_F(CanvasFaults, NoMemoryForThePng) {
+  ASSERT_TRUE(code.Draw("A", 0, 0, 100, 50));
+  std::string uri;
+  const auto captured = CaptureInternal([&] {
+    const Failing failing(Fault::LargeAllocation);
+    uri = code.GetImageBase64();
+  });
+  EXPECT_EQ(uri, "Error: std::bad_alloc");
+  EXPECT_EQ(captured.out,
+            "SaveSurfaceToMemory: サーフェスサイズ 100x50\n"
+            "SaveSurfaceToMemory: フォーマット SDL_PIXELFORMAT_ABGR8888\n"
+            "SaveSurfaceToMemory: ピッチ 400\n");
+  EXPECT_FALSE(code.GetImageData().empty());
+}
+
 TEST_F(CanvasFaults, NoFontOfTheSizeAsked) {
   const Captured captured = Draw(Fault::OpenFont, true);
   EXPECT_EQ(captured.err,

@@ -5,6 +5,9 @@
 #include <SDL_ttf.h>
 #include <dlfcn.h>
 
+#include <cstdlib>
+#include <new>
+
 namespace barcode::test {
 namespace {
 
@@ -38,6 +41,27 @@ Failing::~Failing() {
 }
 
 }  // namespace barcode::test
+
+// NOLINTBEGIN: what stands for the allocator has to use one
+void* operator new[](std::size_t size) {
+  constexpr std::size_t kLarge = 1'000'000;
+  void* const memory = size >= kLarge && barcode::test::current == barcode::test::Fault::LargeAllocation
+                           ? nullptr
+                           : std::malloc(size);
+  if (memory == nullptr) {
+    throw std::bad_alloc();
+  }
+  return memory;
+}
+
+void operator delete[](void* memory) noexcept {
+  std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
+  std::free(memory);
+}
+// NOLINTEND
 
 using barcode::test::Fails;
 using barcode::test::Fault;

@@ -15,6 +15,7 @@ enum class Fault {
   TtfInit,
   OpenFont,
   RenderText,
+  LargeAllocation,  // operator new[] of a megabyte or more
 };
 
 // Makes one of them fail while it lives, after `spared` calls that succeed.
