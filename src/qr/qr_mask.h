@@ -44,9 +44,10 @@ class MaskCells {
 // module.
 std::span<const std::uint8_t> MaskConditions(int x);
 
-// Penalty of every mask: runs, blocks, finder-like patterns and balance of dark modules. Two rules are
-// simpler than those of ISO/IEC 18004, on purpose, and decide which mask wins: a finder-like pattern needs no
-// light margin, and the balance relates all dark modules to `dataBits`, the modules of the data region alone.
+// Penalty of every mask: runs, blocks, finder-like patterns and balance of dark modules. Three rules
+// are simpler than those of ISO/IEC 18004, on purpose, and decide which mask wins: a finder-like pattern
+// needs no light margin, the balance relates all dark modules to `dataBits`, the modules of the data region
+// alone, and the format and version areas, not yet drawn, count as light.
 std::array<unsigned, kQrMasks> MaskPenalties(const MaskCells& cells, int dataBits);
 
 // The mask of the lowest penalty, the lowest number among equals.

@@ -49,6 +49,76 @@ const std::vector<std::string> kVersionStrings = {  // from version 7
     "100011011110011111", "100100101100001011", "100101010000101110", "100110101001100100",
     "100111010101000001", "101000110001101001"};
 
+// With the capacity, the codewords of a block fix the number of blocks.
+const std::vector<std::vector<int>> kErrorCorrectionPerBlock = {
+    {7,  10, 15, 20, 26, 18, 20, 24, 30, 18, 20, 24, 26, 30, 22, 24, 28, 30, 28, 28,
+     28, 28, 30, 30, 26, 28, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30},
+    {10, 16, 26, 18, 24, 16, 18, 22, 22, 26, 30, 22, 22, 24, 24, 28, 28, 26, 26, 26,
+     26, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28},
+    {13, 22, 18, 26, 18, 24, 18, 22, 20, 24, 28, 26, 24, 20, 30, 24, 28, 28, 26, 30,
+     28, 30, 30, 30, 30, 28, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30},
+    {17, 28, 22, 16, 22, 28, 26, 26, 24, 28, 24, 28, 22, 24, 24, 30, 28, 28, 26, 28,
+     30, 24, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30, 30}};
+
+const std::vector<std::vector<int>> kAlignmentCentres = {{},
+                                                         {6, 18},
+                                                         {6, 22},
+                                                         {6, 26},
+                                                         {6, 30},
+                                                         {6, 34},
+                                                         {6, 22, 38},
+                                                         {6, 24, 42},
+                                                         {6, 26, 46},
+                                                         {6, 28, 50},
+                                                         {6, 30, 54},
+                                                         {6, 32, 58},
+                                                         {6, 34, 62},
+                                                         {6, 26, 46, 66},
+                                                         {6, 26, 48, 70},
+                                                         {6, 26, 50, 74},
+                                                         {6, 30, 54, 78},
+                                                         {6, 30, 56, 82},
+                                                         {6, 30, 58, 86},
+                                                         {6, 34, 62, 90},
+                                                         {6, 28, 50, 72, 94},
+                                                         {6, 26, 50, 74, 98},
+                                                         {6, 30, 54, 78, 102},
+                                                         {6, 28, 54, 80, 106},
+                                                         {6, 32, 58, 84, 110},
+                                                         {6, 30, 58, 86, 114},
+                                                         {6, 34, 62, 90, 118},
+                                                         {6, 26, 50, 74, 98, 122},
+                                                         {6, 30, 54, 78, 102, 126},
+                                                         {6, 26, 52, 78, 104, 130},
+                                                         {6, 30, 56, 82, 108, 134},
+                                                         {6, 34, 60, 86, 112, 138},
+                                                         {6, 30, 58, 86, 114, 142},
+                                                         {6, 34, 62, 90, 118, 146},
+                                                         {6, 30, 54, 78, 102, 126, 150},
+                                                         {6, 24, 50, 76, 102, 128, 154},
+                                                         {6, 28, 54, 80, 106, 132, 158},
+                                                         {6, 32, 58, 84, 110, 136, 162},
+                                                         {6, 26, 54, 82, 110, 138, 166},
+                                                         {6, 30, 58, 86, 114, 142, 170}};
+
+TEST(QrTables, BlocksOfEveryVersionAndLevel) {
+  for (int level = 0; level < kQrLevels; ++level) {
+    for (int version = 1; version <= kQrMaxVersion; ++version) {
+      const auto& expected = kErrorCorrectionPerBlock[static_cast<std::size_t>(level)];
+      EXPECT_EQ(QrBlocksOf(level, version).ecPerBlock, expected[static_cast<std::size_t>(version - 1)])
+          << "level " << level << " version " << version;
+    }
+  }
+}
+
+TEST(QrTables, AlignmentCentresOfEveryVersion) {
+  for (int version = 1; version <= kQrMaxVersion; ++version) {
+    const auto& centres = QrAlignmentCentres(version);
+    const std::vector<int> listed(centres.begin(), centres.begin() + QrAlignmentCentreCount(version));
+    EXPECT_EQ(listed, kAlignmentCentres[static_cast<std::size_t>(version - 1)]) << version;
+  }
+}
+
 TEST(QrTables, CapacityOfEveryVersionAndLevel) {
   for (int level = 0; level < kQrLevels; ++level) {
     for (int version = 1; version <= kQrMaxVersion; ++version) {
