@@ -25,11 +25,13 @@ TEST(Threads, HandlesOnDifferentThreadsDrawWhatTheyDrawAlone) {
   const auto text = [](int thread) { return "T" + std::to_string(thread); };
   (void)Capture([&] {
     std::vector<std::string> alone;
+    alone.reserve(kThreads);
     for (int thread = 0; thread < kThreads; ++thread) {
       alone.push_back(DrawBoth(text(thread), 60 + 20 * thread));
     }
     std::vector<int> differences(kThreads);
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int thread = 0; thread < kThreads; ++thread) {
       threads.emplace_back([&, thread] {
         for (int round = 0; round < kRounds; ++round) {
