@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <exception>
+#include <limits>
 
 #include "core/diagnostics.h"
 #include "core/number_format.h"
@@ -33,26 +35,13 @@ struct DrawnSize {
   std::uint32_t height;
 };
 
-std::uint32_t DivideUp(std::uint64_t dividend, std::uint64_t divisor) {
-  return static_cast<std::uint32_t>((dividend + divisor - 1) / divisor);
-}
-
-// Columns and rows times the module size, rounded up. Reckoned in whole numbers, where a product of floats
-// may come out a pixel larger than the box.
-DrawnSize SizeOf(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height, bool fitWidth) {
-  const auto columns = static_cast<std::uint64_t>(matrix.Columns());
-  const auto rows = static_cast<std::uint64_t>(matrix.Rows());
-  if (matrix.Empty()) {
-    return {0, 0};
-  }
-  if (!fitWidth) {
-    const std::uint64_t module = std::min(height / rows, width / columns);
-    return {static_cast<std::uint32_t>(columns * module), static_cast<std::uint32_t>(rows * module)};
-  }
-  if (height * columns < width * rows) {
-    return {DivideUp(height * columns, rows), height};
-  }
-  return {width, DivideUp(width * rows, columns)};
+// In floating point, as it is defined: where the product is not exact it may come out a pixel above the box.
+DrawnSize SizeOf(const ModuleMatrix& matrix, const ModuleSize& module) {
+  const auto rounded = [](double size) {
+    constexpr double kMax = std::numeric_limits<std::uint32_t>::max();
+    return static_cast<std::uint32_t>(std::min(std::ceil(size), kMax));
+  };
+  return {rounded(matrix.Columns() * module.width), rounded(matrix.Rows() * module.height)};
 }
 
 void PrintSizes(const ModuleMatrix& matrix, const ModuleSize& module, const DrawnSize& drawn) {
@@ -110,7 +99,7 @@ bool DataMatrix::DrawRaster(const std::string& text, int x, int y, std::uint32_t
   if (!matrix.Empty()) {
     const ModuleSize module =
         SquareModules(target->width, target->height, matrix.Columns(), matrix.Rows(), m_fitWidth);
-    PrintSizes(matrix, module, SizeOf(matrix, target->width, target->height, m_fitWidth));
+    PrintSizes(matrix, module, SizeOf(matrix, module));
     PrintModules(DumpHeader(matrix), matrix);
     FillTarget(*target);
     PaintModules(*target, matrix, module, m_pxAdjustBlack);
@@ -122,7 +111,8 @@ bool DataMatrix::DrawRaster(const std::string& text, int x, int y, std::uint32_t
 
 bool DataMatrix::DrawSvgDocument(const std::string& text, std::uint32_t width, std::uint32_t height) {
   const ModuleMatrix matrix = Encode(text);
-  const DrawnSize drawn = SizeOf(matrix, width, height, m_fitWidth);
+  const DrawnSize drawn =
+      SizeOf(matrix, SquareModules(width, height, matrix.Columns(), matrix.Rows(), m_fitWidth));
   WriteSvg(drawn.width, drawn.height, matrix,
            DividedGrid(drawn.width, drawn.height, matrix.Columns(), matrix.Rows()),
            {.adjust = static_cast<double>(m_pxAdjustBlack), .skip = SkipModules::kNone});

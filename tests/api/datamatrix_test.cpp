@@ -198,7 +198,9 @@ TEST_F(DataMatrixDraw, DrawnSizeIsRoundedUp) {
   EXPECT_THAT(Draw("123456", 100, 100).out,
               HasSubstr("  モジュールサイズ: 5.56\n  実際の描画サイズ: 100 x 45\n"));  // 44.44
   barcode_set_code_size(code, "14x14");
-  EXPECT_THAT(Draw("123456", 29, 29).out, HasSubstr("  実際の描画サイズ: 29 x 29\n"));
+  // 14 * (29 / 14.0) is a little more than 29 in floating point.
+  EXPECT_THAT(Draw("123456", 29, 29).out, HasSubstr("  実際の描画サイズ: 30 x 30\n"));
+  EXPECT_THAT(Svg("123456", 29, 29), HasSubstr("width=\"30\" height=\"30\""));
 }
 
 TEST_F(DataMatrixDraw, ABoxSmallerThanTheSymbolHasModulesOfNoSize) {
