@@ -51,10 +51,12 @@ class Host {
   }
 
   double Scale() {
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
     static const double kScales[] = {
-        0.0,   -1.0, 0.5,      1.0,       2.0,
-        30.0,  1e9,  1e-9,     1e300,     -1e300,
-        0.001, NAN,  INFINITY, -INFINITY, std::numeric_limits<double>::denorm_min()};
+        0.0,   -1.0, 0.5,       1.0,        2.0,
+        30.0,  1e9,  1e-9,      1e300,      -1e300,
+        0.001, kNan, kInfinity, -kInfinity, std::numeric_limits<double>::denorm_min()};
     return kScales[m_random.Number(0, std::size(kScales) - 1)];
   }
 
@@ -119,8 +121,7 @@ class Host {
       case 3:
         return m_random.Bytes(0, 2000, 1);
       case 4:
-        return std::string(static_cast<std::size_t>(m_random.Number(0, 3000)),
-                           static_cast<char>(m_random.Number(1, 255)));
+        return m_random.Of(m_random.Bytes(1, 1, 1), 0, 3000);
       case 5:
         return kValidTexts[type] + m_random.Bytes(0, 3, 1);
       case 6:
