@@ -19,7 +19,7 @@ if [ -n "$purpose" ]; then
     libpng-dev libzxing-dev libzbar-dev locales python3"
   # Node.js may also have come from elsewhere.
   if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
-    packages="$packages nodejs npm"
+    packages="$packages nodejs npm ca-certificates"
   fi
 fi
 if [ "$purpose" = "--lint" ]; then
