@@ -74,7 +74,7 @@ TEST(Font, AFontIsTheSizeItWasAskedFor) {
   const int small = widthAt(16);
   const int large = widthAt(48);
   EXPECT_EQ(widthAt(16), small);
-  EXPECT_NEAR(large, 3 * small, small / 2);
+  EXPECT_NEAR(large, 3 * small, 0.5 * small);
 }
 
 }  // namespace
