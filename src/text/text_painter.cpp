@@ -19,6 +19,11 @@ constexpr std::int64_t kMaxCanvasShare = 4;
 // No glyph of the font is wider than this many times its size.
 constexpr std::int64_t kMaxGlyphAspect = 4;
 
+// No line is higher than this many times the size.
+constexpr std::int64_t kMaxLineAspect = 2;
+
+constexpr std::size_t kLongText = 100'000;
+
 }  // namespace
 
 TextPainter::TextPainter(SDL_Renderer& canvas, int size, const Colour& colour)
@@ -88,17 +93,25 @@ const TextPainter::Image& TextPainter::RenderByte(char byte) {
   return image;
 }
 
+bool TextPainter::IsWithinBounds(const std::string& text) const {
+  // Measuring costs as much as rendering: texts that are small at any rate are not measured.
+  const auto length = static_cast<std::int64_t>(std::min(text.size(), kLongText));
+  if (m_size <= kMaxCachedSize && text.size() < kLongText &&
+      length * kMaxGlyphAspect * m_size * kMaxLineAspect * m_size <= kMaxTextPixels) {
+    return true;
+  }
+  int width = 0;
+  int height = 0;
+  return !Measure(text, width, height) ||
+         std::int64_t{width} * height <=
+             std::max(kMaxTextPixels, kMaxCanvasShare * m_canvasWidth * m_canvasHeight);
+}
+
 SurfacePtr TextPainter::RenderSurface(const std::string& text) const {
   SDL_ClearError();  // the font library does not always say why it failed; nobody else's words may stand for
                      // it
-  std::int64_t width = 0;
-  std::int64_t height = 0;
-  if (int w = 0, h = 0; Measure(text, w, h)) {
-    width = w;
-    height = h;
-  }
   SurfacePtr surface;
-  if (width * height <= std::max(kMaxTextPixels, kMaxCanvasShare * m_canvasWidth * m_canvasHeight)) {
+  if (IsWithinBounds(text)) {
     surface.reset(
         TTF_RenderUTF8_Blended(m_font.get(), text.c_str(), {m_colour.r, m_colour.g, m_colour.b, m_colour.a}));
   }

@@ -52,6 +52,8 @@ class TextPainter {
   template <class LeftEdge>
   void DrawImage(std::string_view text, LeftEdge leftEdge, const TextBox& box);
   Image Render(const std::string& text) const;
+  // True when the image of the text is not so large that it is refused.
+  bool IsWithinBounds(const std::string& text) const;
   // The font library's rendering; null, with SDL_GetError() set, on failure.
   SurfacePtr RenderSurface(const std::string& text) const;
   const Image& RenderByte(char byte);
