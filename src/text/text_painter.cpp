@@ -22,8 +22,6 @@ constexpr std::int64_t kMaxGlyphAspect = 4;
 // No line is higher than this many times the size.
 constexpr std::int64_t kMaxLineAspect = 2;
 
-constexpr std::size_t kLongText = 100'000;
-
 }  // namespace
 
 TextPainter::TextPainter(SDL_Renderer& canvas, int size, const Colour& colour)
@@ -94,10 +92,10 @@ const TextPainter::Image& TextPainter::RenderByte(char byte) {
 }
 
 bool TextPainter::IsWithinBounds(const std::string& text) const {
-  // Measuring costs as much as rendering: texts that are small at any rate are not measured.
-  const auto length = static_cast<std::int64_t>(std::min(text.size(), kLongText));
-  if (m_size <= kMaxCachedSize && text.size() < kLongText &&
-      length * kMaxGlyphAspect * m_size * kMaxLineAspect * m_size <= kMaxTextPixels) {
+  // Measuring costs as much as rendering: a text that is small at any rate is not measured.
+  if (m_size <= kMaxCachedSize &&
+      static_cast<std::int64_t>(text.size()) * kMaxGlyphAspect * m_size * kMaxLineAspect * m_size <=
+          kMaxTextPixels) {
     return true;
   }
   int width = 0;
