@@ -1,6 +1,6 @@
 #include <random>
 
-#include "draws.h"
+#include "bench/draws.h"
 #include "linear/code128.h"
 
 namespace barcode::bench {

@@ -1,7 +1,7 @@
+#include "bench/draws.h"
 #include "datamatrix/encodation.h"
 #include "datamatrix/symbol_attributes.h"
 #include "datamatrix/symbol_encoder.h"
-#include "draws.h"
 
 namespace barcode::bench {
 namespace {

@@ -1,4 +1,4 @@
-#include "draws.h"
+#include "bench/draws.h"
 #include "gs1/gs1_128.h"
 
 namespace barcode::bench {

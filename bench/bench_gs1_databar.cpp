@@ -1,4 +1,4 @@
-#include "draws.h"
+#include "bench/draws.h"
 #include "gs1/databar_14_encoder.h"
 #include "gs1/databar_expanded_encoder.h"
 #include "gs1/databar_limited_encoder.h"

@@ -1,4 +1,4 @@
-#include "draws.h"
+#include "bench/draws.h"
 #include "linear/matrix_2of5.h"
 
 namespace barcode::bench {

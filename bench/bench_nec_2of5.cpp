@@ -1,4 +1,4 @@
-#include "draws.h"
+#include "bench/draws.h"
 #include "linear/nec_2of5.h"
 
 namespace barcode::bench {

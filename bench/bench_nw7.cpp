@@ -1,4 +1,4 @@
-#include "draws.h"
+#include "bench/draws.h"
 #include "linear/nw7.h"
 
 namespace barcode::bench {

@@ -1,4 +1,4 @@
-#include "draws.h"
+#include "bench/draws.h"
 #include "pdf417/pdf417_encoder.h"
 
 namespace barcode::bench {

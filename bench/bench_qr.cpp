@@ -1,7 +1,7 @@
 #include <random>
 #include <string>
 
-#include "draws.h"
+#include "bench/draws.h"
 #include "qr/qr_encoder.h"
 #include "qr/qr_tables.h"
 

@@ -1,4 +1,4 @@
-#include "draws.h"
+#include "bench/draws.h"
 #include "linear/jan13.h"
 #include "linear/jan8.h"
 #include "linear/upc_a.h"

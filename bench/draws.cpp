@@ -1,4 +1,4 @@
-#include "draws.h"
+#include "bench/draws.h"
 
 #include <SDL_image.h>
 

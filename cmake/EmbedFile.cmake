@@ -1,5 +1,5 @@
 # Turns a file into a C++ source: its bytes as a constant array behind a function. The same input gives the same output.
-#   cmake -DINPUT=font.ttf -DOUTPUT=font_data.cpp -DFUNCTION=EmbeddedRobotoFont -DHEADER=text/font.h -P EmbedFile.cmake
+#   cmake -DINPUT=font.ttf -DOUTPUT=font_data.cpp -DFUNCTION=EmbeddedRobotoFont -DHEADER=text/embedded_font.h -P EmbedFile.cmake
 file(READ "${INPUT}" bytes HEX)
 string(REPEAT "." 32 sixteenBytes)
 string(REGEX REPLACE "(${sixteenBytes})" "\\1\n" bytes "${bytes}")

@@ -6,7 +6,7 @@
 #include <span>
 #include <stdexcept>
 
-#include "core/base64.h"
+#include "base/base64.h"
 #include "core/diagnostics.h"
 #include "core/png_writer.h"
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/colour.h"
+#include "base/colour.h"
 #include "core/sdl_ptr.h"
 #include "core/svg_writer.h"
 #include "core/symbology.h"

@@ -2,14 +2,14 @@
 
 #include <algorithm>
 
+#include "base/number_format.h"
+#include "base/numeric.h"
 #include "core/diagnostics.h"
-#include "core/number_format.h"
-#include "core/numeric.h"
+#include "core/font.h"
 #include "core/rect_painter.h"
-#include "core/text_bands.h"
-#include "text/font.h"
-#include "text/text_layout.h"
-#include "text/text_painter.h"
+#include "core/text_painter.h"
+#include "text/text_bands.h"
+#include "text/text_spacing.h"
 
 namespace barcode {
 

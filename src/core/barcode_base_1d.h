@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "base/run_vector.h"
 #include "core/barcode_base.h"
-#include "core/linear_layout.h"
-#include "core/run_vector.h"
+#include "layout/linear_layout.h"
 
 namespace barcode {
 

@@ -1,7 +1,7 @@
 #include "core/barcode_base_2d.h"
 
+#include "base/number_format.h"
 #include "core/diagnostics.h"
-#include "core/number_format.h"
 #include "core/rect_painter.h"
 #include "text/input_encoding.h"
 

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "base/module_matrix.h"
 #include "core/barcode_base.h"
-#include "core/matrix_layout.h"
-#include "core/module_matrix.h"
 #include "core/sdl_ptr.h"
+#include "layout/matrix_layout.h"
 
 namespace barcode {
 

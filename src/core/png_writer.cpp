@@ -9,8 +9,8 @@
 #include <span>
 #include <string>
 
+#include "base/number_format.h"
 #include "core/diagnostics.h"
-#include "core/number_format.h"
 #include "core/sdl_ptr.h"
 
 namespace barcode {

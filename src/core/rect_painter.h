@@ -5,8 +5,8 @@
 #include <array>
 #include <cstddef>
 
-#include "core/colour.h"
-#include "core/linear_layout.h"
+#include "base/colour.h"
+#include "layout/linear_layout.h"
 
 namespace barcode {
 

@@ -1,6 +1,6 @@
 #include "core/svg_writer.h"
 
-#include "core/number_format.h"
+#include "base/number_format.h"
 
 namespace barcode {
 namespace {

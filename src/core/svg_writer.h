@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/colour.h"
+#include "base/colour.h"
 
 namespace barcode {
 

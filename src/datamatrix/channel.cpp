@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 
 namespace barcode {
 namespace {

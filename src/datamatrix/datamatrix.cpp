@@ -6,8 +6,8 @@
 #include <exception>
 #include <limits>
 
+#include "base/number_format.h"
 #include "core/diagnostics.h"
-#include "core/number_format.h"
 #include "datamatrix/symbol_encoder.h"
 
 namespace barcode {

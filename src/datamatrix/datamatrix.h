@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/module_matrix.h"
 #include "core/barcode_base_2d.h"
-#include "core/module_matrix.h"
 #include "datamatrix/encodation.h"
 #include "datamatrix/symbol_attributes.h"
 

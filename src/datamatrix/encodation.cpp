@@ -1,6 +1,6 @@
 #include "datamatrix/encodation.h"
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 
 namespace barcode {
 namespace {

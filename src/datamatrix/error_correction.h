@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "core/reed_solomon.h"
+#include "base/reed_solomon.h"
 #include "datamatrix/messages.h"
 
 namespace barcode {

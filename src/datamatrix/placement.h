@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <span>
 
-#include "core/module_matrix.h"
+#include "base/module_matrix.h"
 #include "datamatrix/messages.h"
 
 namespace barcode {

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "core/number_format.h"
+#include "base/number_format.h"
 #include "datamatrix/codeword_encoder.h"
 #include "datamatrix/error_correction.h"
 #include "datamatrix/placement.h"

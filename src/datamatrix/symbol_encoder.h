@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "core/module_matrix.h"
+#include "base/module_matrix.h"
 #include "datamatrix/messages.h"
 
 namespace barcode {

@@ -3,7 +3,7 @@
 #include <concepts>
 #include <string_view>
 
-#include "core/number_format.h"
+#include "base/number_format.h"
 
 namespace barcode {
 namespace {

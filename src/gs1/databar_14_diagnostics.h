@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "gs1/databar_14_encoder.h"
-#include "gs1/databar_layout.h"
+#include "layout/stacked_layout.h"
 
 namespace barcode {
 

@@ -5,8 +5,8 @@
 #include <span>
 #include <stdexcept>
 
-#include "core/ascii.h"
-#include "core/gs1_check_digit.h"
+#include "base/ascii.h"
+#include "base/gs1_check_digit.h"
 #include "gs1/databar_characters.h"
 #include "gs1/databar_tables.h"
 
@@ -35,8 +35,12 @@ struct Parts14 {
 };
 
 std::string PadInput(std::string_view text) {
-  if (!AllDigits(text)) throw std::invalid_argument("GS1 DataBar requires numeric digits only");
-  if (text.size() > kInputDigits) throw std::invalid_argument("Input too long (max 13 digits)");
+  if (!AllDigits(text)) {
+    throw std::invalid_argument("GS1 DataBar requires numeric digits only");
+  }
+  if (text.size() > kInputDigits) {
+    throw std::invalid_argument("Input too long (max 13 digits)");
+  }
   return std::string(kInputDigits - text.size(), '0').append(text);
 }
 
@@ -53,8 +57,12 @@ void ChooseFinders(Parts14& parts) {
     sum += DataBarWeightedSum(parts.characters[i], std::span(kDataBar14Weights).subspan(8 * i, 8));
   }
   std::uint32_t check = sum % kDataBar14Modulus;
-  if (check >= 8) ++check;
-  if (check >= 72) ++check;
+  if (check >= 8) {
+    ++check;
+  }
+  if (check >= 72) {
+    ++check;
+  }
   parts.leftFinder = check / kDataBar14Finders.size();
   parts.rightFinder = check % kDataBar14Finders.size();
 }
@@ -127,14 +135,18 @@ DataBarModuleRow LowerSeparator(const DataBarModuleRow& bottom, std::size_t righ
   // right.
   constexpr std::size_t kMovedFinder = 3;
   constexpr std::size_t kLoneSpace = kBottomWideFinder + 9;
-  if (rightFinder == kMovedFinder) std::swap(separator[kLoneSpace], separator[kLoneSpace + 1]);
+  if (rightFinder == kMovedFinder) {
+    std::swap(separator[kLoneSpace], separator[kLoneSpace + 1]);
+  }
   return separator;
 }
 
 std::vector<DataBarModuleRow> StackedRows(const Parts14& parts, DataBar14Type type) {
   const DataBarModuleRow top = TopRow(parts);
   const DataBarModuleRow bottom = BottomRow(parts);
-  if (type == DataBar14Type::kStacked) return {top, StackedSeparator(top, bottom), bottom};
+  if (type == DataBar14Type::kStacked) {
+    return {top, StackedSeparator(top, bottom), bottom};
+  }
   return {top, AdjacentSeparator(top, std::array{kTopWideFinder}), MiddleSeparator(kStackedModules),
           LowerSeparator(bottom, parts.rightFinder), bottom};
 }

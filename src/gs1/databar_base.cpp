@@ -7,10 +7,14 @@ namespace barcode {
 bool DataBarBase::DrawRaster(std::string_view tag, int x, int y, std::uint32_t width, std::uint32_t height,
                              const MakeDrawing& makeDrawing) {
   return Reported(tag, [&] {
-    if (!HasPreparedCanvas(x, y, width, height)) return false;
+    if (!HasPreparedCanvas(x, y, width, height)) {
+      return false;
+    }
     FillBackground();
     const std::optional<DataBarDrawing> drawing = makeDrawing();
-    if (!drawing) return false;
+    if (!drawing) {
+      return false;
+    }
     RectPainter painter(*m_canvas, m_foreColor);
     for (const RectF& bar : drawing->layout.bars) {
       painter.Fill(bar);
@@ -27,7 +31,9 @@ bool DataBarBase::DrawVector(std::string_view tag, int x, int y, std::uint32_t w
                              const MakeDrawing& makeDrawing) {
   return Reported(tag, [&] {
     const std::optional<DataBarDrawing> drawing = makeDrawing();
-    if (!drawing) return false;
+    if (!drawing) {
+      return false;
+    }
     BeginSvgDocument(width, height);
     for (const RectF& bar : drawing->layout.bars) {
       SvgRect(bar.x, bar.y, bar.width, bar.height, m_foreColor);

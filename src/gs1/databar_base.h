@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "core/barcode_base_1d.h"
-#include "gs1/databar_layout.h"
+#include "layout/stacked_layout.h"
 
 namespace barcode {
 

@@ -66,7 +66,9 @@ inline constexpr DataBarWidthCounts kDataBarWidthCounts = MakeDataBarWidthCounts
 constexpr std::uint32_t CountDataBarWidths(std::size_t modules, std::size_t elements, std::size_t widest,
                                            bool needsNarrow) {
   const std::uint32_t all = kDataBarWidthCounts[widest][elements][modules];
-  if (!needsNarrow) return all;
+  if (!needsNarrow) {
+    return all;
+  }
   return modules < elements || widest == 0
              ? all
              : all - kDataBarWidthCounts[widest - 1][elements][modules - elements];
@@ -82,7 +84,9 @@ constexpr void DataBarElementWidths(std::uint32_t index, std::size_t modules, st
     for (; width < widest; ++width) {
       const std::uint32_t count =
           CountDataBarWidths(modules - width, following, widest, needsNarrow && width != 1);
-      if (index < count) break;
+      if (index < count) {
+        break;
+      }
       index -= count;
     }
     widths[i] = static_cast<std::uint8_t>(width);
@@ -94,7 +98,9 @@ constexpr void DataBarElementWidths(std::uint32_t index, std::size_t modules, st
 // The index of the group that a value belongs to.
 constexpr std::size_t DataBarGroupOf(const DataBarCharacterSet& set, std::uint32_t value) {
   std::size_t group = set.groups.size() - 1;
-  while (value < set.groups[group].firstValue) --group;
+  while (value < set.groups[group].firstValue) {
+    --group;
+  }
   return group;
 }
 
@@ -106,7 +112,9 @@ struct DataBarSubValues {
 constexpr DataBarSubValues SplitDataBarValue(const DataBarCharacterSet& set, std::uint32_t value) {
   const DataBarGroup& group = set.groups[DataBarGroupOf(set, value)];
   const std::uint32_t rest = value - group.firstValue;
-  if (set.quotient == DataBarQuotient::kOdd) return {rest / group.evenCount, rest % group.evenCount};
+  if (set.quotient == DataBarQuotient::kOdd) {
+    return {rest / group.evenCount, rest % group.evenCount};
+  }
   return {rest % group.oddCount, rest / group.oddCount};
 }
 

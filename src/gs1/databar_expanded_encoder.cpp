@@ -6,7 +6,7 @@
 #include <span>
 #include <stdexcept>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 #include "gs1/databar_characters.h"
 #include "gs1/databar_tables.h"
 #include "gs1/gs1_element_string.h"
@@ -70,7 +70,9 @@ Header StartVariableHeader(std::string_view prefix) {
 // 3203).
 std::optional<Header> ShortWeightHeader(std::string_view text) {
   constexpr std::size_t kLength = kGtinEnd + 4 + 6;
-  if (text.size() != kLength || !AllDigits(text)) return std::nullopt;
+  if (text.size() != kLength || !AllDigits(text)) {
+    return std::nullopt;
+  }
   struct Method {
     std::string_view ai;
     std::string_view prefix;
@@ -81,7 +83,9 @@ std::optional<Header> ShortWeightHeader(std::string_view text) {
       {{"3103", "0100", 32767, 0}, {"3202", "0101", 9999, 0}, {"3203", "0101", 22767, 10000}}};
   const std::uint32_t weight = NumberAt(text, kGtinEnd + 4, 6);
   for (const auto& [ai, prefix, largest, offset] : kMethods) {
-    if (text.substr(kGtinEnd, 4) != ai || weight > largest) continue;
+    if (text.substr(kGtinEnd, 4) != ai || weight > largest) {
+      continue;
+    }
     Header header = StartHeader(prefix);
     AppendGtin(header.bits, text);
     AppendBits(header.bits, weight + offset, 15);
@@ -98,13 +102,17 @@ struct DateField {
 // `field`: nothing, or AI and YYMMDD in digits.
 std::optional<DateField> ReadDate(std::string_view field) {
   constexpr std::uint32_t kNoDate = 38400;
-  if (field.empty()) return DateField{0, kNoDate};
+  if (field.empty()) {
+    return DateField{0, kNoDate};
+  }
   const std::uint32_t ai = NumberAt(field, 0, 2);
   const std::uint32_t year = NumberAt(field, 2, 2);
   const std::uint32_t month = NumberAt(field, 4, 2);
   const std::uint32_t day = NumberAt(field, 6, 2);
   const bool dateAi = ai == 11 || ai == 13 || ai == 15 || ai == 17;
-  if (!dateAi || month < 1 || month > 12 || day > 31) return std::nullopt;
+  if (!dateAi || month < 1 || month > 12 || day > 31) {
+    return std::nullopt;
+  }
   return DateField{(ai - 11) / 2, (year * 12 + month - 1) * 32 + day};
 }
 
@@ -112,11 +120,15 @@ std::optional<DateField> ReadDate(std::string_view field) {
 std::optional<Header> WeightAndDateHeader(std::string_view text) {
   constexpr std::size_t kWeightEnd = kGtinEnd + 4 + 6;
   constexpr std::size_t kDateEnd = kWeightEnd + 2 + 6;
-  if ((text.size() != kWeightEnd && text.size() != kDateEnd) || !AllDigits(text)) return std::nullopt;
+  if ((text.size() != kWeightEnd && text.size() != kDateEnd) || !AllDigits(text)) {
+    return std::nullopt;
+  }
   const std::string_view weightAi = text.substr(kGtinEnd, 3);
   const std::optional<DateField> date = ReadDate(text.substr(kWeightEnd));
   const std::uint32_t weight = NumberAt(text, kGtinEnd + 4, 6);
-  if ((weightAi != "310" && weightAi != "320") || weight > 99999 || !date) return std::nullopt;
+  if ((weightAi != "310" && weightAi != "320") || weight > 99999 || !date) {
+    return std::nullopt;
+  }
   Header header = StartHeader("0111");
   AppendBits(header.bits, 2 * date->kind + (weightAi == "320" ? 1 : 0), 3);
   AppendGtin(header.bits, text);
@@ -129,15 +141,23 @@ std::optional<Header> WeightAndDateHeader(std::string_view text) {
 std::optional<Header> PriceHeader(std::string_view text) {
   constexpr std::size_t kAiEnd = kGtinEnd + 4;
   constexpr std::size_t kCurrencyEnd = kAiEnd + 3;
-  if (text.size() <= kAiEnd || text[kAiEnd - 1] < '0' || text[kAiEnd - 1] > '3') return std::nullopt;
+  if (text.size() <= kAiEnd || text[kAiEnd - 1] < '0' || text[kAiEnd - 1] > '3') {
+    return std::nullopt;
+  }
   const std::string_view ai = text.substr(kGtinEnd, 3);
   const bool currency = ai == "393";
-  if (ai != "392" && !currency) return std::nullopt;
-  if (currency && (text.size() <= kCurrencyEnd || !AllDigits(text.substr(kAiEnd, 3)))) return std::nullopt;
+  if (ai != "392" && !currency) {
+    return std::nullopt;
+  }
+  if (currency && (text.size() <= kCurrencyEnd || !AllDigits(text.substr(kAiEnd, 3)))) {
+    return std::nullopt;
+  }
   Header header = StartVariableHeader(currency ? "01101" : "01100");
   AppendGtin(header.bits, text);
   AppendBits(header.bits, NumberAt(text, kAiEnd - 1, 1), 2);
-  if (currency) AppendBits(header.bits, NumberAt(text, kAiEnd, 3), 10);
+  if (currency) {
+    AppendBits(header.bits, NumberAt(text, kAiEnd, 3), 10);
+  }
   header.rest = text.substr(currency ? kCurrencyEnd : kAiEnd);
   return header;
 }
@@ -157,11 +177,15 @@ Header GeneralHeader(std::string_view text) {
 }
 
 Header ChooseMethod(std::string_view text) {
-  if (!StartsWithGtin(text)) return GeneralHeader(text);
+  if (!StartsWithGtin(text)) {
+    return GeneralHeader(text);
+  }
   // Items of variable measure have GTINs that begin with 9; only these have the shorter methods.
   if (text[2] == '9') {
     for (const auto method : {ShortWeightHeader, WeightAndDateHeader, PriceHeader}) {
-      if (std::optional<Header> header = method(text)) return *std::move(header);
+      if (std::optional<Header> header = method(text)) {
+        return *std::move(header);
+      }
     }
   }
   return GtinHeader(text);
@@ -173,8 +197,12 @@ Header ChooseMethod(std::string_view text) {
 // symbol character (the check character counts as one).
 std::size_t DataCharacterCount(std::size_t bits, std::size_t pairsPerRow) {
   std::size_t count = std::max((bits + kBitsPerCharacter - 1) / kBitsPerCharacter, kFewestDataCharacters);
-  if (pairsPerRow != kUnstacked && (count + 1) % (2 * pairsPerRow) == 1) ++count;
-  if (count > kMostDataCharacters) throw std::length_error("Input too long");
+  if (pairsPerRow != kUnstacked && (count + 1) % (2 * pairsPerRow) == 1) {
+    ++count;
+  }
+  if (count > kMostDataCharacters) {
+    throw std::length_error("Input too long");
+  }
   return count;
 }
 
@@ -192,7 +220,9 @@ void AppendLastDigit(BitText& bits, char lastDigit, std::size_t pairsPerRow) {
 }
 
 void AppendPadding(BitText& bits, GeneralFieldMode mode, std::size_t end) {
-  if (mode == GeneralFieldMode::kNumeric) bits += "0000";
+  if (mode == GeneralFieldMode::kNumeric) {
+    bits += "0000";
+  }
   while (bits.size() < end) {
     bits += "00100";
   }
@@ -202,10 +232,14 @@ void AppendPadding(BitText& bits, GeneralFieldMode mode, std::size_t end) {
 BitText EncodeBits(std::string_view text, std::size_t pairsPerRow) {
   Header header = ChooseMethod(text);
   BitText& bits = header.bits;
-  if (header.lengthField == 0) return bits;
+  if (header.lengthField == 0) {
+    return bits;
+  }
   const GeneralField field = EncodeGeneralField(header.rest, kMostBits);
   bits += field.bits;
-  if (field.lastDigit != '\0') AppendLastDigit(bits, field.lastDigit, pairsPerRow);
+  if (field.lastDigit != '\0') {
+    AppendLastDigit(bits, field.lastDigit, pairsPerRow);
+  }
   const std::size_t count = DataCharacterCount(bits.size(), pairsPerRow);
   AppendPadding(bits, field.mode, count * kBitsPerCharacter);
   const std::size_t symbolCharacters = count + 1;
@@ -257,7 +291,9 @@ class Segments {
     const DataBarFinder& pattern = kDataBarExpandedFinders[Letter(pair)];
     const bool mirrored = IsMirrored(pair);
     mirrored ? row.AddReversed(pattern) : row.Add(pattern);
-    if (2 * pair + 1 < m_count) row.AddReversed(m_characters[2 * pair + 1]);
+    if (2 * pair + 1 < m_count) {
+      row.AddReversed(m_characters[2 * pair + 1]);
+    }
     return mirrored ? finder + kNarrowFinderModules : finder;
   }
 
@@ -314,7 +350,9 @@ std::vector<PairRow> MakePairRows(const Segments& segments, std::size_t pairsPer
   for (std::size_t first = 0; first < segments.Pairs(); first += perRow) {
     const std::size_t last = std::min(first + perRow, segments.Pairs());
     PairRow& row = rows.emplace_back(MakePairRow(segments, first, last));
-    if (perRow % 2 == 0 && rows.size() % 2 == 0) Arrange(row, (last - first) % 2 == 1);
+    if (perRow % 2 == 0 && rows.size() % 2 == 0) {
+      Arrange(row, (last - first) % 2 == 1);
+    }
     const std::size_t width = rows.front().modules.size();
     row.modules.resize(width, '0');
     row.separator.resize(width, '0');
@@ -342,8 +380,12 @@ void AddRows(DataBarExpandedSymbol& symbol, const std::vector<PairRow>& rows) {
 
 std::optional<DataBarExpandedSymbol> EncodeDataBarExpanded(std::string_view text, std::size_t pairsPerRow) {
   const Gs1ElementString elements = ReadElementString(text);
-  if (elements.text.empty()) return std::nullopt;
-  if (!IsGeneralFieldText(elements.text)) throw std::invalid_argument("Invalid characters in input data");
+  if (elements.text.empty()) {
+    return std::nullopt;
+  }
+  if (!IsGeneralFieldText(elements.text)) {
+    throw std::invalid_argument("Invalid characters in input data");
+  }
   DataBarExpandedSymbol symbol;
   symbol.bits = EncodeBits(elements.text, pairsPerRow);
   symbol.dataCharacters = CutCharacters(symbol.bits);

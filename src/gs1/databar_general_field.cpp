@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 #include "gs1/gs1_element_string.h"
 
 namespace barcode {
@@ -92,26 +92,48 @@ class GeneralFieldEncoder {
 
   void AlphanumericStep() {
     const char c = m_rest.front();
-    if (c == kGs1Separator) return WriteFnc1();
-    if (!IsAlphanumeric(c)) return LatchToIso646();
+    if (c == kGs1Separator) {
+      return WriteFnc1();
+    }
+    if (!IsAlphanumeric(c)) {
+      return LatchToIso646();
+    }
     const std::size_t run = NumericRun(m_rest.substr(0, kNumericRun));
-    if (run == kNumericRun || (run >= kNumericRunAtEnd && run == m_rest.size())) return LatchToNumeric();
-    if (IsDigit(c)) return WriteDigit();
-    if (IsUpper(c)) return Write(0b100000 + Offset(c, 'A'), 6);
+    if (run == kNumericRun || (run >= kNumericRunAtEnd && run == m_rest.size())) {
+      return LatchToNumeric();
+    }
+    if (IsDigit(c)) {
+      return WriteDigit();
+    }
+    if (IsUpper(c)) {
+      return Write(0b100000 + Offset(c, 'A'), 6);
+    }
     Write(0b111010 + static_cast<std::uint32_t>(kAlphanumericSymbols.find(c)), 6);
   }
 
   void Iso646Step() {
     const char c = m_rest.front();
-    if (c == kGs1Separator) return WriteFnc1();
+    if (c == kGs1Separator) {
+      return WriteFnc1();
+    }
     const std::string_view window = m_rest.substr(0, kIso646Window);
     if (std::all_of(window.begin(), window.end(), IsAlphanumeric)) {
-      if (NumericRun(window) >= kNumericRunInIso646) return LatchToNumeric();
-      if (window.size() >= kAlphanumericRunInIso646) return LatchToAlphanumeric();
+      if (NumericRun(window) >= kNumericRunInIso646) {
+        return LatchToNumeric();
+      }
+      if (window.size() >= kAlphanumericRunInIso646) {
+        return LatchToAlphanumeric();
+      }
     }
-    if (IsDigit(c)) return WriteDigit();
-    if (IsUpper(c)) return Write(0b1000000 + Offset(c, 'A'), 7);
-    if (IsLower(c)) return Write(0b1011010 + Offset(c, 'a'), 7);
+    if (IsDigit(c)) {
+      return WriteDigit();
+    }
+    if (IsUpper(c)) {
+      return Write(0b1000000 + Offset(c, 'A'), 7);
+    }
+    if (IsLower(c)) {
+      return Write(0b1011010 + Offset(c, 'a'), 7);
+    }
     Write(0b11101000 + static_cast<std::uint32_t>(kIso646Symbols.find(c)), 8);
   }
 

@@ -5,8 +5,8 @@
 #include <span>
 #include <stdexcept>
 
-#include "core/ascii.h"
-#include "core/gs1_check_digit.h"
+#include "base/ascii.h"
+#include "base/gs1_check_digit.h"
 #include "gs1/databar_characters.h"
 #include "gs1/databar_tables.h"
 
@@ -18,7 +18,9 @@ constexpr std::size_t kInputDigits = 13;
 constexpr std::uint64_t kDivisor = 2013571;
 
 std::string PadInput(std::string_view text) {
-  if (!AllDigits(text)) throw std::invalid_argument("GS1 DataBar Limited requires numeric digits only");
+  if (!AllDigits(text)) {
+    throw std::invalid_argument("GS1 DataBar Limited requires numeric digits only");
+  }
   if (text.size() < kFewestDigits || text.size() > kInputDigits) {
     throw std::invalid_argument("Input must be 8-13 digits");
   }

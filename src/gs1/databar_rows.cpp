@@ -92,12 +92,4 @@ std::string BehindEmptyBar(std::span<const std::uint8_t> elements) {
   return '0' + WidthDigits(elements);
 }
 
-std::size_t DataBarRowModules(const std::string& widths) {
-  std::size_t modules = 0;
-  for (const char digit : widths) {
-    modules += static_cast<std::size_t>(digit - '0');
-  }
-  return modules;
-}
-
 }  // namespace barcode

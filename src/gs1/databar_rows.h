@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "base/stacked_row.h"
+
 // Rows of GS1 DataBar symbols: built module by module, handed on as element widths.
 namespace barcode {
 
@@ -45,27 +47,11 @@ DataBarModuleRow AdjacentSeparator(const DataBarModuleRow& row, std::span<const 
 // The middle one of three separator rows.
 DataBarModuleRow MiddleSeparator(std::size_t modules);
 
-// A row that shares the height left over by the others.
-inline constexpr int kSharedHeight = -1;
-
-// One row of a symbol. `widths` holds element widths in modules as digits '0' to '9', bars and spaces in
-// turn, first a bar; '0' is an element that is not there, so that a row can begin with a space ("01...") and
-// a run of ten or more modules can be written ("903" is twelve).
-struct DataBarRow {
-  std::string widths;
-  int height;  // in modules, or kSharedHeight
-
-  bool operator==(const DataBarRow&) const = default;
-};
-
 std::string WidthDigits(const DataBarModuleRow& row);
 
 // Element widths of at most 9 modules as digits; in the second form behind an empty bar, for a row that
 // begins with a space.
 std::string WidthDigits(std::span<const std::uint8_t> elements);
 std::string BehindEmptyBar(std::span<const std::uint8_t> elements);
-
-// The sum of a row's digits.
-std::size_t DataBarRowModules(const std::string& widths);
 
 }  // namespace barcode

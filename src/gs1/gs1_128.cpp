@@ -4,14 +4,14 @@
 #include <array>
 #include <limits>
 
+#include "base/numeric.h"
 #include "core/diagnostics.h"
-#include "core/numeric.h"
+#include "core/font.h"
 #include "core/rect_painter.h"
-#include "core/text_bands.h"
+#include "core/text_painter.h"
 #include "gs1/payment_form.h"
-#include "text/font.h"
-#include "text/text_layout.h"
-#include "text/text_painter.h"
+#include "text/text_bands.h"
+#include "text/text_spacing.h"
 
 namespace barcode {
 namespace {

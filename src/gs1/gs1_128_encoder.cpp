@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 
 namespace barcode {
 namespace {
@@ -28,7 +28,9 @@ bool IsBOnly(char character) {
 int CharacterValue(Code128Set set, char character) {
   const int byte = static_cast<unsigned char>(character);
   if (set == Code128Set::kA) {
-    if (byte < 0x20) return byte + 64;
+    if (byte < 0x20) {
+      return byte + 64;
+    }
     return byte <= 0x5F ? byte - 0x20 : -1;
   }
   return byte >= 0x20 && byte <= 0x7F ? byte - 0x20 : -1;
@@ -42,7 +44,9 @@ bool StartsWithDigits(std::string_view text) {
       pos += marker;
       continue;
     }
-    if (!IsDigit(text[pos])) return false;
+    if (!IsDigit(text[pos])) {
+      return false;
+    }
     ++count;
     ++pos;
   }
@@ -69,7 +73,9 @@ class Encoder {
     m_set = StartsWithDigits(m_text) ? Code128Set::kC : SetForRest();
     m_values.push_back(StartValue(m_set));
     while (m_pos < m_text.size()) {
-      if (!EncodeMarker()) EncodeData();
+      if (!EncodeMarker()) {
+        EncodeData();
+      }
     }
     AppendCheckAndStop(m_values);
     return std::move(m_values);
@@ -82,7 +88,9 @@ class Encoder {
 
   // FNC1 is the same value in every set and leaves the set as it is.
   bool EncodeMarker() {
-    if (m_text.substr(m_pos).starts_with(kFnc1Marker)) m_values.push_back(kCode128Fnc1);
+    if (m_text.substr(m_pos).starts_with(kFnc1Marker)) {
+      m_values.push_back(kCode128Fnc1);
+    }
     const std::size_t marker = MarkerLength(m_text, m_pos);
     m_pos += marker;
     return marker > 0;
@@ -114,8 +122,12 @@ class Encoder {
       SwitchTo(Code128Set::kC);
       return;  // the digits follow as pairs
     }
-    if (m_set == Code128Set::kA && IsBOnly(character)) SwitchTo(Code128Set::kB);
-    if (m_set == Code128Set::kB && IsControl(character)) SwitchTo(Code128Set::kA);
+    if (m_set == Code128Set::kA && IsBOnly(character)) {
+      SwitchTo(Code128Set::kB);
+    }
+    if (m_set == Code128Set::kB && IsControl(character)) {
+      SwitchTo(Code128Set::kA);
+    }
     EncodeCharacter();
   }
 
@@ -127,7 +139,9 @@ class Encoder {
   // A character that the set does not hold is left out of the symbol.
   void EncodeCharacter() {
     const int value = CharacterValue(m_set, m_text[m_pos]);
-    if (value >= 0) m_values.push_back(value);
+    if (value >= 0) {
+      m_values.push_back(value);
+    }
     ++m_pos;
   }
 
@@ -164,7 +178,9 @@ std::size_t AiLength(std::string_view field) {
 // Position of the next marker, or the text's end.
 std::size_t FindMarker(std::string_view text, std::size_t pos) {
   pos = text.find('{', pos);
-  while (pos != std::string_view::npos && MarkerLength(text, pos) == 0) pos = text.find('{', pos + 1);
+  while (pos != std::string_view::npos && MarkerLength(text, pos) == 0) {
+    pos = text.find('{', pos + 1);
+  }
   return std::min(pos, text.size());
 }
 
@@ -172,7 +188,9 @@ std::size_t FindMarker(std::string_view text, std::size_t pos) {
 
 std::size_t MarkerLength(std::string_view text, std::size_t pos) {
   const std::string_view rest = text.substr(pos);
-  if (rest.starts_with(kFnc1Marker)) return kFnc1Marker.size();
+  if (rest.starts_with(kFnc1Marker)) {
+    return kFnc1Marker.size();
+  }
   return rest.starts_with(kAiMarker) ? kAiMarker.size() : 0;
 }
 
@@ -187,7 +205,9 @@ std::string Gs1_128DisplayText(std::string_view text) {
     const std::size_t begin = end + MarkerLength(text, end);
     end = FindMarker(text, begin);
     const std::string_view field = text.substr(begin, end - begin);
-    if (field.empty()) continue;
+    if (field.empty()) {
+      continue;
+    }
     const std::string_view ai = field.substr(0, AiLength(field));
     display.append("(").append(ai).append(")").append(field.substr(ai.size()));
   }

@@ -4,8 +4,8 @@
 #include <limits>
 #include <utility>
 
+#include "base/numeric.h"
 #include "core/diagnostics.h"
-#include "core/numeric.h"
 #include "gs1/databar_14_diagnostics.h"
 
 namespace barcode {
@@ -22,7 +22,9 @@ std::string DisplayText(const DataBar14Symbol& symbol) {
 }
 
 std::vector<float> RowHeights(const DataBar14Symbol& symbol, const StackedRoom& room, float moduleWidth) {
-  if (symbol.type == DataBar14Type::kStacked) return ProportionalHeights(symbol.rows, room);
+  if (symbol.type == DataBar14Type::kStacked) {
+    return ProportionalHeights(symbol.rows, room);
+  }
   return SharedHeights(symbol.rows, room, moduleWidth, std::numeric_limits<float>::lowest());
 }
 
@@ -36,7 +38,9 @@ void Report(const std::vector<std::string>& lines) {
 
 void GS1DataBar14::SetSymbolType(std::string_view keyword) {
   for (const auto& [name, type] : kKeywords) {
-    if (keyword == name) m_symbolType = type;
+    if (keyword == name) {
+      m_symbolType = type;
+    }
   }
 }
 
@@ -52,7 +56,9 @@ bool GS1DataBar14::Encode(const std::string& text) const {
 }
 
 bool GS1DataBar14::Draw(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) {
-  if (IsSvgOutput()) return DrawSvg(text, x, y, width, height);
+  if (IsSvgOutput()) {
+    return DrawSvg(text, x, y, width, height);
+  }
   if (m_symbolType == DataBar14Type::kOmnidirectional) {
     return DrawLinear(kTag, x, y, width, height, [&] { return OneRowSymbol(text); });
   }
@@ -89,7 +95,9 @@ DataBarDrawing GS1DataBar14::StackedDrawing(const std::string& text, const DataB
   const ElementScale scale = ScaleFor(box.width, WidestRow(symbol.rows));
   const StackedRoom room = StackedRoom::Of(box.height, m_textFontScale, m_textGap);
   const std::vector<float> heights = RowHeights(symbol, room, scale.moduleWidth);
-  if (report) Report(DescribeStackedDraw14(box, room, heights));
+  if (report) {
+    Report(DescribeStackedDraw14(box, room, heights));
+  }
   return {LayoutRows(symbol.rows, heights, scale, static_cast<float>(box.x), static_cast<float>(box.y)),
           DisplayText(symbol), ClampToInt(box.width)};
 }

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "core/numeric.h"
+#include "base/numeric.h"
 
 namespace barcode {
 namespace {
@@ -14,13 +14,19 @@ constexpr float kLeastRowHeight = 1.0F;
 }  // namespace
 
 void GS1DataBarExpanded::SetSymbolType(std::string_view keyword) {
-  if (keyword == "UNSTACKED") m_stacked = false;
-  if (keyword == "STACKED") m_stacked = true;
+  if (keyword == "UNSTACKED") {
+    m_stacked = false;
+  }
+  if (keyword == "STACKED") {
+    m_stacked = true;
+  }
 }
 
 bool GS1DataBarExpanded::Draw(const std::string& text, int x, int y, std::uint32_t width,
                               std::uint32_t height) {
-  if (IsSvgOutput()) return DrawSvg(text, x, y, width, height);
+  if (IsSvgOutput()) {
+    return DrawSvg(text, x, y, width, height);
+  }
   return DrawRaster(kTag, x, y, width, height, [&] { return Drawing(text, x, y, width, height); });
 }
 
@@ -30,7 +36,9 @@ bool GS1DataBarExpanded::DrawSvg(const std::string& text, int x, int y, std::uin
 }
 
 std::size_t GS1DataBarExpanded::PairsPerRow() const {
-  if (!m_stacked) return kUnstacked;
+  if (!m_stacked) {
+    return kUnstacked;
+  }
   const bool usable = m_pairsPerRow >= 1 && m_pairsPerRow <= kMostPairsPerRow;
   return usable ? static_cast<std::size_t>(m_pairsPerRow) : kDefaultPairsPerRow;
 }
@@ -38,7 +46,9 @@ std::size_t GS1DataBarExpanded::PairsPerRow() const {
 std::optional<DataBarDrawing> GS1DataBarExpanded::Drawing(const std::string& text, int x, int y,
                                                           std::uint32_t width, std::uint32_t height) {
   const std::optional<DataBarExpandedSymbol> symbol = EncodeDataBarExpanded(text, PairsPerRow());
-  if (!symbol) return std::nullopt;
+  if (!symbol) {
+    return std::nullopt;
+  }
   LayoutBarHeight(width, height, m_stacked ? static_cast<int>(symbol->rows.size()) : 1);
   return m_stacked ? StackedDrawing(*symbol, x, y, width, height) : OneRowDrawing(*symbol, x, y, width);
 }

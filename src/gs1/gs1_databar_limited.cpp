@@ -2,14 +2,17 @@
 
 #include <array>
 
-#include "core/numeric.h"
+#include "base/numeric.h"
 #include "gs1/databar_limited_encoder.h"
+#include "gs1/databar_rows.h"
 
 namespace barcode {
 
 bool GS1DataBarLimited::Draw(const std::string& text, int x, int y, std::uint32_t width,
                              std::uint32_t height) {
-  if (IsSvgOutput()) return DrawSvg(text, x, y, width, height);
+  if (IsSvgOutput()) {
+    return DrawSvg(text, x, y, width, height);
+  }
   return DrawRaster(kTag, x, y, width, height, [&] { return Drawing(text, x, y, width, height); });
 }
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 
 namespace barcode {
 namespace {
@@ -58,7 +58,9 @@ constexpr AiRules kAiRules = MakeAiRules();
 
 // The rule of the AI that a field begins with; a rule of length 0 when it begins with none.
 AiRule RuleOf(std::string_view field) {
-  if (field.size() < 2 || !AllDigits(field.substr(0, 2))) return {};
+  if (field.size() < 2 || !AllDigits(field.substr(0, 2))) {
+    return {};
+  }
   const int prefix = (field[0] - '0') * 10 + (field[1] - '0');
   const AiRule rule = kAiRules[static_cast<std::size_t>(prefix)];
   return field.size() >= rule.aiLength && AllDigits(field.substr(0, rule.aiLength)) ? rule : AiRule{};
@@ -119,7 +121,9 @@ Gs1ElementString ReadElementString(std::string_view input) {
   std::string& text = elements.text;
   for (const char c : input) {
     text += c;
-    if (c != '}') continue;
+    if (c != '}') {
+      continue;
+    }
     if (text.ends_with(kAiMarker)) {
       text.resize(text.size() - kAiMarker.size());
       DropMarks(elements.markedAis, text.size());
@@ -145,7 +149,9 @@ std::string HumanReadable(const Gs1ElementString& elements) {
     const bool marked = mark != elements.markedAis.end() && *mark == begin;
     const auto nextMark = marked ? mark + 1 : mark;
     std::size_t end = std::min(text.find(kGs1Separator, begin), text.size());
-    if (nextMark != elements.markedAis.end()) end = std::min(end, *nextMark);
+    if (nextMark != elements.markedAis.end()) {
+      end = std::min(end, *nextMark);
+    }
     const std::string_view field = text.substr(begin, end - begin);
     marked ? AppendMarkedField(out, field) : AppendFields(out, field);
     begin = end < text.size() && text[end] == kGs1Separator ? end + 1 : end;

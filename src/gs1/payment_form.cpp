@@ -4,10 +4,10 @@
 #include <cstddef>
 #include <stdexcept>
 
-#include "core/ascii.h"
-#include "core/gs1_check_digit.h"
-#include "core/text_bands.h"
+#include "base/ascii.h"
+#include "base/gs1_check_digit.h"
 #include "gs1/gs1_128_encoder.h"
+#include "text/text_bands.h"
 
 namespace barcode {
 namespace {
@@ -31,14 +31,20 @@ int StepOverTooWide(int size, std::uint32_t width, int measuredSize, int measure
 }  // namespace
 
 std::string NormalizePaymentCode(std::string_view text) {
-  if (text.starts_with(kFnc1Marker)) text.remove_prefix(kFnc1Marker.size());
-  if (!AllDigits(text)) throw std::runtime_error("Non-digit character found");
+  if (text.starts_with(kFnc1Marker)) {
+    text.remove_prefix(kFnc1Marker.size());
+  }
+  if (!AllDigits(text)) {
+    throw std::runtime_error("Non-digit character found");
+  }
   if (text.size() != kDigits - 1 && text.size() != kDigits) {
     throw std::runtime_error("Code length must be 43 or 44 digits");
   }
   std::string digits(text.substr(0, kDigits - 1));
   digits += Gs1CheckDigit(digits);
-  if (text.size() == kDigits && digits != text) throw std::runtime_error("Check digit mismatch");
+  if (text.size() == kDigits && digits != text) {
+    throw std::runtime_error("Check digit mismatch");
+  }
   return digits;
 }
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "text/font.h"
+#include "text/text_extent.h"
 
 namespace barcode {
 

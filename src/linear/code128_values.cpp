@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 
 namespace barcode {
 namespace {
@@ -67,7 +67,9 @@ class SetPlan {
     for (unsigned current = 0; current < inSet.size(); ++current) {
       Cost best = inSet[current] << 2;
       for (unsigned set = 0; set < inSet.size(); ++set) {
-        if (set != current) best = std::min(best, (inSet[set] + 1) << 2 | (set + 1));
+        if (set != current) {
+          best = std::min(best, (inSet[set] + 1) << 2 | (set + 1));
+        }
       }
       costs[current] = best >> 2;
       const unsigned rank = best & 3U;
@@ -113,14 +115,20 @@ int HeldValue(Code128Set set, std::string_view text, std::size_t pos) {
 
 Code128Values EncodeAutomatic(std::string_view text) {
   const auto isHeld = [](char c) { return static_cast<unsigned char>(c) <= kLastHeldByte; };
-  if (!std::all_of(text.begin(), text.end(), isHeld)) throw std::runtime_error("No valid start");
+  if (!std::all_of(text.begin(), text.end(), isHeld)) {
+    throw std::runtime_error("No valid start");
+  }
   const SetPlan plan(text);
   Code128Set set = Code128Set::kA;
   for (const Code128Set start : kCode128Sets) {
-    if (plan.CostFromStart(start) < plan.CostFromStart(set)) set = start;
+    if (plan.CostFromStart(start) < plan.CostFromStart(set)) {
+      set = start;
+    }
   }
   const Cost cost = plan.CostFromStart(set);
-  if (cost >= kCostLimit) throw std::runtime_error("No valid start");
+  if (cost >= kCostLimit) {
+    throw std::runtime_error("No valid start");
+  }
 
   Code128Values values;
   values.reserve(std::size_t{cost} + 3);  // with start, check and stop
@@ -156,7 +164,9 @@ Code128Values EncodeFixed(std::string_view text, Code128Set set) {
   values.push_back(StartValue(set));
   for (std::size_t pos = 0; pos < text.size(); pos += BytesPerValue(set)) {
     const int value = CharValue(set, text, pos);
-    if (value < 0) ThrowNotInSet(set, pos);
+    if (value < 0) {
+      ThrowNotInSet(set, pos);
+    }
     values.push_back(value);
   }
   return values;
@@ -174,13 +184,19 @@ int CharValue(Code128Set set, std::string_view text, std::size_t pos) {
     case Code128Set::kC:
       break;
   }
-  if (pos + 1 >= text.size() || !IsDigit(text[pos]) || !IsDigit(text[pos + 1])) return -1;
+  if (pos + 1 >= text.size() || !IsDigit(text[pos]) || !IsDigit(text[pos + 1])) {
+    return -1;
+  }
   return 10 * (text[pos] - '0') + (text[pos + 1] - '0');
 }
 
 Code128Values EncodeValues(std::string_view text, std::int32_t mode) {
-  if (text.empty()) throw std::runtime_error("Empty string");
-  if (mode < 0 || mode > kCode128ModeAuto) throw std::runtime_error("Invalid CodeMode");
+  if (text.empty()) {
+    throw std::runtime_error("Empty string");
+  }
+  if (mode < 0 || mode > kCode128ModeAuto) {
+    throw std::runtime_error("Invalid CodeMode");
+  }
   Code128Values values =
       mode == kCode128ModeAuto ? EncodeAutomatic(text) : EncodeFixed(text, static_cast<Code128Set>(mode));
   AppendCheckAndStop(values);
@@ -188,7 +204,9 @@ Code128Values EncodeValues(std::string_view text, std::int32_t mode) {
 }
 
 int CheckValue(const Code128Values& values) {
-  if (values.empty()) return 0;
+  if (values.empty()) {
+    return 0;
+  }
   // Weights are kept below the modulus, so that the sum of no text can overflow.
   std::int64_t sum = values.front();
   std::int64_t weight = 0;
@@ -207,7 +225,9 @@ void AppendCheckAndStop(Code128Values& values) {
 RunVector ValuesToPattern(const Code128Values& values, const char* invalidMessage) {
   std::size_t count = 0;
   for (const int value : values) {
-    if (value < 0 || value > kCode128Stop) throw std::out_of_range(invalidMessage);
+    if (value < 0 || value > kCode128Stop) {
+      throw std::out_of_range(invalidMessage);
+    }
     count += ElementCount(value);
   }
   RunVector pattern(count);
@@ -215,7 +235,9 @@ RunVector ValuesToPattern(const Code128Values& values, const char* invalidMessag
   for (const int value : values) {
     const auto& elements = kElements[static_cast<std::size_t>(value)];
     element = std::copy_n(elements.begin(), kElementsPerValue, element);
-    if (value == kCode128Stop) *element++ = elements.back();
+    if (value == kCode128Stop) {
+      *element++ = elements.back();
+    }
   }
   return pattern;
 }

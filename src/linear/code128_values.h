@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/run_vector.h"
+#include "base/run_vector.h"
 #include "linear/code128_tables.h"
 
 namespace barcode {

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 #include "linear/code39_tables.h"
 
 namespace barcode {

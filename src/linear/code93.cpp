@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 #include "linear/code93_tables.h"
 #include "linear/width_string.h"
 
@@ -15,7 +15,9 @@ constexpr std::size_t kMaxWeightK = 15;
 
 std::size_t CharacterValue(char character) {
   const int value = kCode93Values[static_cast<unsigned char>(character)];
-  if (value < 0) throw std::runtime_error(std::string("Invalid character in CODE93: ") + character);
+  if (value < 0) {
+    throw std::runtime_error(std::string("Invalid character in CODE93: ") + character);
+  }
   return static_cast<std::size_t>(value);
 }
 

@@ -3,8 +3,8 @@
 #include <bit>
 #include <stdexcept>
 
-#include "core/ascii.h"
-#include "core/gs1_check_digit.h"
+#include "base/ascii.h"
+#include "base/gs1_check_digit.h"
 
 namespace barcode {
 namespace {

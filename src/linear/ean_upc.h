@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/run_vector.h"
+#include "base/run_vector.h"
 
 namespace barcode {
 

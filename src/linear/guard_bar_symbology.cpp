@@ -3,11 +3,11 @@
 #include <limits>
 #include <utility>
 
+#include "base/numeric.h"
 #include "core/diagnostics.h"
-#include "core/numeric.h"
+#include "core/font.h"
 #include "core/rect_painter.h"
-#include "text/font.h"
-#include "text/text_painter.h"
+#include "core/text_painter.h"
 
 namespace barcode {
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
+#include "base/run_vector.h"
 #include "core/barcode_base_1d.h"
-#include "core/run_vector.h"
-#include "linear/guard_bar_layout.h"
+#include "layout/guard_bar_layout.h"
 
 namespace barcode {
 

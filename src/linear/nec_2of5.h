@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/run_vector.h"
 #include "core/barcode_base_1d.h"
-#include "core/run_vector.h"
 #include "linear/two_of_five.h"
 
 namespace barcode {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <stdexcept>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 
 namespace barcode {
 namespace {

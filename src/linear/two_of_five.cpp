@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <stdexcept>
 
-#include "core/ascii.h"
-#include "core/numeric.h"
+#include "base/ascii.h"
+#include "base/numeric.h"
 
 namespace barcode {
 namespace {
@@ -26,8 +26,12 @@ std::uint32_t WideModules(float ratio) {
 }
 
 void RequireDigits(std::string_view text, const char* message) {
-  if (text.empty()) throw std::runtime_error("Empty string");
-  if (!AllDigits(text)) throw std::runtime_error(message);
+  if (text.empty()) {
+    throw std::runtime_error("Empty string");
+  }
+  if (!AllDigits(text)) {
+    throw std::runtime_error(message);
+  }
 }
 
 RunVector EncodeTwoOfFive(std::string_view digits, std::uint32_t wide, const char* notDigitsMessage) {
@@ -35,10 +39,14 @@ RunVector EncodeTwoOfFive(std::string_view digits, std::uint32_t wide, const cha
   RunVector pattern = {wide, 1, wide, 1};
   pattern.reserve(6 * digits.size() + 6);
   for (std::size_t i = 0; i < digits.size(); ++i) {
-    if (i > 0) pattern.push_back(1);
+    if (i > 0) {
+      pattern.push_back(1);
+    }
     const std::uint32_t mask = kDigitMasks[static_cast<std::size_t>(digits[i] - '0')];
     for (const std::uint32_t bit : kBarBits) {
-      if (bit != kBarBits.front()) pattern.push_back(1);
+      if (bit != kBarBits.front()) {
+        pattern.push_back(1);
+      }
       pattern.push_back((mask & bit) != 0 ? wide : 1);
     }
   }

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/run_vector.h"
+#include "base/run_vector.h"
 #include "linear/guard_bar_symbology.h"
 
 namespace barcode {

@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
-#include "core/ascii.h"
-#include "core/gs1_check_digit.h"
+#include "base/ascii.h"
+#include "base/gs1_check_digit.h"
 
 namespace barcode {
 namespace {

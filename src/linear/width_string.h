@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/run_vector.h"
+#include "base/run_vector.h"
 
 namespace barcode {
 

@@ -4,10 +4,10 @@
 #include <array>
 #include <utility>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
+#include "base/number_format.h"
+#include "base/numeric.h"
 #include "core/diagnostics.h"
-#include "core/number_format.h"
-#include "core/numeric.h"
 #include "core/rect_painter.h"
 
 namespace barcode {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/barcode_base_1d.h"
-#include "core/linear_layout.h"
+#include "layout/linear_layout.h"
 
 namespace barcode {
 

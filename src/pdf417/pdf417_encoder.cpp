@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "core/number_format.h"
+#include "base/number_format.h"
 #include "pdf417/pdf417_compaction.h"
 #include "pdf417/pdf417_error_correction.h"
 #include "pdf417/pdf417_segments.h"

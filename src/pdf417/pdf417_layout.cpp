@@ -28,9 +28,15 @@ int CapErrorLevel(int level, int room) {
 }
 
 int AutomaticErrorLevel(int dataLength) {
-  if (dataLength < 41) return 2;
-  if (dataLength < 161) return 3;
-  if (dataLength < 321) return 4;
+  if (dataLength < 41) {
+    return 2;
+  }
+  if (dataLength < 161) {
+    return 3;
+  }
+  if (dataLength < 321) {
+    return 4;
+  }
   return 5;
 }
 

@@ -1,6 +1,6 @@
 #include "pdf417/pdf417_segments.h"
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 
 namespace barcode {
 namespace {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
+#include "base/number_format.h"
 #include "core/diagnostics.h"
-#include "core/number_format.h"
 #include "qr/qr_encoder.h"
 #include "qr/qr_tables.h"
 

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "core/reed_solomon.h"
+#include "base/reed_solomon.h"
 #include "qr/qr_mask.h"
 #include "qr/qr_tables.h"
 #include "qr/qr_template.h"

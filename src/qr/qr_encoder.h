@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/module_matrix.h"
+#include "base/module_matrix.h"
 
 namespace barcode {
 

@@ -113,9 +113,15 @@ TEST_F(Pdf417Draw, StoredOptionsAreReportedAndLeaveTheSymbolAlone) {
 }
 
 TEST_F(Pdf417Draw, OptionsOutOfRangeChangeNothing) {
-  for (const int columns : {0, 30, 31, -1, INT_MAX, INT_MIN}) barcode_set_columns(code, columns);
-  for (const int rows : {0, 90, 91, -1, INT_MAX, INT_MIN}) barcode_set_rows(code, rows);
-  for (const int height : {1, 0, -1, INT_MIN}) barcode_set_y_height(code, height);
+  for (const int columns : {0, 30, 31, -1, INT_MAX, INT_MIN}) {
+    barcode_set_columns(code, columns);
+  }
+  for (const int rows : {0, 90, 91, -1, INT_MAX, INT_MIN}) {
+    barcode_set_rows(code, rows);
+  }
+  for (const int height : {1, 0, -1, INT_MIN}) {
+    barcode_set_y_height(code, height);
+  }
   barcode_set_aspect_ratio(code, 0.75);
   for (const double ratio :
        {0.0, 0.000999, 1000.001, -0.5, std::nan(""), std::numeric_limits<double>::infinity()}) {

@@ -3,13 +3,13 @@
 
 #include <memory>
 
+#include "core/font.h"
 #include "faults/interposed.h"
 #include "linear/jan13.h"
 #include "linear/jan8.h"
 #include "linear/yubin_customer.h"
 #include "support/capture.h"
 #include "support/image.h"
-#include "text/font.h"
 
 namespace barcode {
 namespace {

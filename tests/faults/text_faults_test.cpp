@@ -2,13 +2,13 @@
 // stays.
 #include <gtest/gtest.h>
 
+#include "core/font.h"
 #include "faults/interposed.h"
 #include "gs1/gs1_128.h"
 #include "linear/code39.h"
 #include "support/capture.h"
 #include "support/image.h"
 #include "support/svg.h"
-#include "text/font.h"
 
 namespace barcode {
 namespace {

@@ -63,7 +63,9 @@ TEST(DataBarCharacters, CountsAreTheNumbersOfSplits) {
 void Enumerate(std::size_t modules, std::size_t widest, std::vector<std::uint8_t>& widths,
                std::size_t position, std::vector<std::vector<std::uint8_t>>& out) {
   if (position == widths.size()) {
-    if (modules == 0) out.push_back(widths);
+    if (modules == 0) {
+      out.push_back(widths);
+    }
     return;
   }
   for (std::size_t width = 1; width <= std::min(widest, modules); ++width) {
@@ -79,7 +81,9 @@ TEST(DataBarCharacters, ElementWidthsAreInLexicographicOrder) {
     Enumerate(11, 5, widths, 0, all);
     std::uint32_t index = 0;
     for (const auto& expected : all) {
-      if (needsNarrow && std::find(expected.begin(), expected.end(), 1) == expected.end()) continue;
+      if (needsNarrow && std::find(expected.begin(), expected.end(), 1) == expected.end()) {
+        continue;
+      }
       DataBarElementWidths(index++, 11, 5, needsNarrow, widths);
       EXPECT_EQ(widths, expected);
     }
@@ -143,7 +147,9 @@ TEST(DataBarTables, CheckPatternsAscendAndHaveNineModulesEach) {
   const auto key = [](const DataBarCheckPattern& pattern) {
     std::vector<std::uint8_t> elements;
     for (const std::size_t first : {0U, 1U}) {
-      for (std::size_t i = first; i < pattern.size(); i += 2) elements.push_back(pattern[i]);
+      for (std::size_t i = first; i < pattern.size(); i += 2) {
+        elements.push_back(pattern[i]);
+      }
     }
     return elements;
   };

@@ -158,7 +158,9 @@ TEST(Gs1_128Encoder, EveryTextReadsBackByTheStandardsTables) {
 // The choice of the set on leaving set C depends on all of the rest: it must not make long texts quadratic.
 TEST(Gs1_128Encoder, HoldsAMillionBytes) {
   std::string text;
-  for (int i = 0; i < 200'000; ++i) text += "1234A";
+  for (int i = 0; i < 200'000; ++i) {
+    text += "1234A";
+  }
   EXPECT_EQ(Gs1_128Values(text).size(), 1 + 5 * 200'000U - 1 + 2);
 }
 
@@ -183,7 +185,9 @@ TEST(Gs1_128DisplayText, LooksUpTheLengthOfTheIdentifier) {
       {"910123456", "(91)0123456"},
       {"AB0", "(AB)0"},
   };
-  for (const auto& [input, shown] : examples) EXPECT_EQ(Gs1_128DisplayText("{AI}" + input), shown);
+  for (const auto& [input, shown] : examples) {
+    EXPECT_EQ(Gs1_128DisplayText("{AI}" + input), shown);
+  }
 }
 
 TEST(Gs1_128DisplayText, ShowsTextBeforeTheFirstMarkerAsItIs) {

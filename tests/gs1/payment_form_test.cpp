@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 
+#include "core/font.h"
 #include "gs1/gs1_128_encoder.h"
 #include "support/message_of.h"
 

@@ -98,7 +98,9 @@ TEST(Code128Values, AutomaticNamesOneMessageForWhatNoSetHolds) {
 }
 
 void ExpectAsReference(const std::string& text) {
-  if (text.empty()) return;
+  if (text.empty()) {
+    return;
+  }
   const auto expected = ReferenceCode128(text).Encode();
   if (!expected) {
     EXPECT_THROW(EncodeValues(text, kCode128ModeAuto), std::runtime_error) << testing::PrintToString(text);
@@ -124,7 +126,9 @@ TEST(Code128Values, AutomaticEqualsPlainRecursionForDigitRuns) {
 // Recursion over a text of this length would exhaust the stack.
 TEST(Code128Values, AutomaticHoldsAMillionBytes) {
   std::string text;
-  for (int i = 0; i < 100'000; ++i) text += "ab12345\x01XY";
+  for (int i = 0; i < 100'000; ++i) {
+    text += "ab12345\x01XY";
+  }
   const Code128Values values = EncodeValues(text, kCode128ModeAuto);
   EXPECT_EQ(Code128Values(values.begin(), values.begin() + 11),
             (Code128Values{104, 65, 66, 17, 99, 23, 45, 101, 1, 88, 89}));

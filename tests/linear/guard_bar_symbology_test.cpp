@@ -11,13 +11,13 @@
 #include <vector>
 
 #include "core/sdl_ptr.h"
+#include "core/text_painter.h"
 #include "linear/jan13.h"
 #include "linear/jan8.h"
 #include "linear/upc_a.h"
 #include "linear/upc_e.h"
 #include "support/capture.h"
 #include "support/image.h"
-#include "text/text_painter.h"
 
 namespace barcode {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/run_vector.h"
+#include "base/run_vector.h"
 
 namespace barcode {
 

@@ -1,11 +1,11 @@
-#include "command_line.h"
+#include "mkbarcode/command_line.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "errors.h"
-#include "gallery_samples.h"
-#include "program_runner.h"
+#include "mkbarcode/errors.h"
+#include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/program_runner.h"
 
 namespace barcode::tool {
 namespace {
@@ -47,8 +47,12 @@ TEST(CommandLine, ReadsEveryOption) {
     type.resize(std::min(type.find(','), type.size()));
     Arguments arguments = {type, "1", "-o", "x.png"};
     std::string value = "2";
-    if (const auto* const words = std::get_if<WordSetter>(&option.setter)) value = words->words.back();
-    if (std::holds_alternative<ColorSetter>(option.setter)) value = "#010203";
+    if (const auto* const words = std::get_if<WordSetter>(&option.setter)) {
+      value = words->words.back();
+    }
+    if (std::holds_alternative<ColorSetter>(option.setter)) {
+      value = "#010203";
+    }
     if (option.IsFlag()) {
       arguments.push_back("--no-" + std::string(option.name));
       value = "off";
@@ -141,7 +145,9 @@ TEST(CommandLine, HelpNamesEveryOptionAndEveryWord) {
   for (const OptionInfo& option : AllOptions()) {
     EXPECT_THAT(help, testing::HasSubstr((option.IsFlag() ? "--[no-]" : "--") + std::string(option.name)));
     if (const auto* const setter = std::get_if<WordSetter>(&option.setter)) {
-      for (const std::string_view word : setter->words) EXPECT_THAT(help, testing::HasSubstr(word));
+      for (const std::string_view word : setter->words) {
+        EXPECT_THAT(help, testing::HasSubstr(word));
+      }
     }
   }
   EXPECT_THAT(help, testing::HasSubstr("mkbarcode gallery DIR"));
@@ -158,10 +164,12 @@ TEST(CommandLine, ListsWhatTheLibraryOffers) {
   EXPECT_THAT(list, testing::HasSubstr("c39 3of9\n"));
 }
 
-/* The shell's view of the commands: one list of words per command. */
+// The shell's view of the commands: one list of words per command.
 std::vector<Arguments> SplitByShell(const std::vector<std::string>& commands) {
   std::string script;
-  for (const std::string& command : commands) script += "printf '%s\\0' " + command + "\nprintf '\\n\\0'\n";
+  for (const std::string& command : commands) {
+    script += "printf '%s\\0' " + command + "\nprintf '\\n\\0'\n";
+  }
   const std::string output = RunShell(script).output;
   std::vector<Arguments> split(1);
   for (std::size_t start = 0; start < output.size();) {

@@ -1,10 +1,10 @@
-#include "draw.h"
+#include "mkbarcode/draw.h"
 
 #include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "errors.h"
+#include "mkbarcode/errors.h"
 
 namespace barcode::tool {
 namespace {
@@ -122,7 +122,9 @@ TEST(DrawImage, RefusesTypesThatTheLibraryDoesNotOffer) {
     DrawRequest request = Request(type.number, "1x1");
     request.size = DefaultSize(type);
     request.text = "";
-    if (IsOffered(type)) continue;
+    if (IsOffered(type)) {
+      continue;
+    }
     EXPECT_THROW(DrawImage(request, false), UsageError) << type.name;
   }
 }

@@ -1,4 +1,4 @@
-#include "gallery.h"
+#include "mkbarcode/gallery.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,10 +7,10 @@
 #include <map>
 #include <set>
 
-#include "errors.h"
-#include "gallery_page.h"
-#include "gallery_samples.h"
-#include "program_runner.h"
+#include "mkbarcode/errors.h"
+#include "mkbarcode/gallery_page.h"
+#include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/program_runner.h"
 
 namespace barcode::tool {
 namespace {
@@ -28,7 +28,9 @@ Sample Code39Sample(const std::string& text) {
 
 TEST(GallerySamples, ShowEveryTypeSeveralTimes) {
   std::map<const TypeInfo*, int> counts;
-  for (const Sample& sample : GallerySamples()) ++counts[sample.request.type];
+  for (const Sample& sample : GallerySamples()) {
+    ++counts[sample.request.type];
+  }
   for (const TypeInfo& type : AllTypes()) {
     EXPECT_GE(counts[&type], 2) << type.name;
   }
@@ -59,7 +61,9 @@ TEST(GallerySamples, ShowEveryOptionThatChangesASymbol) {
   std::set<Form> forms;
   for (const Sample& sample : GallerySamples()) {
     forms.insert(sample.request.form);
-    for (const Setting& setting : sample.request.settings) shown.insert(setting.option);
+    for (const Setting& setting : sample.request.settings) {
+      shown.insert(setting.option);
+    }
   }
   for (const OptionInfo& option : AllOptions()) {
     EXPECT_TRUE(shown.contains(option.id)) << option.name;
@@ -67,8 +71,8 @@ TEST(GallerySamples, ShowEveryOptionThatChangesASymbol) {
   EXPECT_EQ(forms.size(), 3U);
 }
 
-/* The digits of a text without its leading marker, weighted 1 and 3 from the right: 0 modulo 10 when the last
- * one is a correct check digit. */
+// The digits of a text without its leading marker, weighted 1 and 3 from the right: 0 modulo 10 when the last
+// one is a correct check digit.
 int CheckSum(std::string_view digits) {
   int sum = 0;
   for (std::size_t i = 0; i < digits.size(); ++i) {
@@ -83,7 +87,9 @@ TEST(GallerySamples, CarryCorrectCheckDigits) {
   int checked = 0;
   for (const Sample& sample : GallerySamples()) {
     std::string_view text = sample.request.text;
-    if (text.starts_with("{FNC1}")) text.remove_prefix(6);
+    if (text.starts_with("{FNC1}")) {
+      text.remove_prefix(6);
+    }
     const auto fullLength = fullLengths.find(sample.request.type->number);
     const bool isComplete = fullLength != fullLengths.end() && fullLength->second == text.size();
     if (isComplete || (sample.request.form == Form::kConvenience && text.size() == 44)) {

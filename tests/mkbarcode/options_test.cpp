@@ -1,4 +1,4 @@
-#include "options.h"
+#include "mkbarcode/options.h"
 
 #include <dlfcn.h>
 #include <gmock/gmock.h>
@@ -6,8 +6,8 @@
 
 #include <set>
 
-#include "errors.h"
-#include "program_runner.h"
+#include "mkbarcode/errors.h"
+#include "mkbarcode/program_runner.h"
 
 namespace barcode::tool {
 namespace {
@@ -22,12 +22,16 @@ TEST(Options, ThereIsOneForEverySetterOfTheHeader) {
   }
   ASSERT_EQ(setters.erase("barcode_set_output_format"), 1U);  // that is --format
   std::set<std::string> covered;
-  for (const OptionInfo& option : AllOptions()) covered.emplace(option.setterName);
+  for (const OptionInfo& option : AllOptions()) {
+    covered.emplace(option.setterName);
+  }
   EXPECT_EQ(covered, setters);
 }
 
 TEST(Options, TheTableIsInTheOrderOfTheIds) {
-  for (const OptionInfo& option : AllOptions()) EXPECT_EQ(&OptionOf(option.id), &option) << option.name;
+  for (const OptionInfo& option : AllOptions()) {
+    EXPECT_EQ(&OptionOf(option.id), &option) << option.name;
+  }
 }
 
 TEST(Options, EachCallsTheSetterThatItNames) {
@@ -103,7 +107,9 @@ TEST(MakeSetting, AcceptsEveryWordOfEveryKeywordOption) {
   std::size_t words = 0;
   for (const OptionInfo& option : AllOptions()) {
     const auto* const setter = std::get_if<WordSetter>(&option.setter);
-    if (setter == nullptr) continue;
+    if (setter == nullptr) {
+      continue;
+    }
     for (const std::string_view word : setter->words) {
       EXPECT_EQ(std::get<std::string_view>(MakeSetting(option.id, word).value), word);
       EXPECT_EQ(std::get<std::string_view>(MakeSetting(option.id, LowerCase(word)).value), word);

@@ -1,4 +1,4 @@
-#include "parse.h"
+#include "mkbarcode/parse.h"
 
 #include <gtest/gtest.h>
 

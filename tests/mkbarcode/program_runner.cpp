@@ -1,4 +1,4 @@
-#include "program_runner.h"
+#include "mkbarcode/program_runner.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -8,13 +8,15 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "quoting.h"
+#include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 
 ScratchDirectory::ScratchDirectory() {
   std::string pattern = (std::filesystem::temp_directory_path() / "mkbarcode_test_XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no scratch directory");
+  if (mkdtemp(pattern.data()) == nullptr) {
+    throw std::runtime_error("no scratch directory");
+  }
   m_path = pattern;
 }
 
@@ -25,7 +27,9 @@ ScratchDirectory::~ScratchDirectory() {
 
 std::string ReadFile(const std::string& file) {
   std::ifstream stream(file, std::ios::binary);
-  if (!stream) throw std::runtime_error("cannot read " + file);
+  if (!stream) {
+    throw std::runtime_error("cannot read " + file);
+  }
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
@@ -46,7 +50,9 @@ Outcome RunShell(const std::string& command) {
 
 Outcome RunProgram(const std::vector<std::string>& arguments) {
   std::string command = Program();
-  for (const std::string& argument : arguments) command += Concat({" ", ShellQuoted(argument)});
+  for (const std::string& argument : arguments) {
+    command += Concat({" ", ShellQuoted(argument)});
+  }
   return RunShell(command);
 }
 

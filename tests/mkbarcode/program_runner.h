@@ -1,5 +1,4 @@
-#ifndef BARCODE_TESTS_MKBARCODE_PROGRAM_RUNNER_H
-#define BARCODE_TESTS_MKBARCODE_PROGRAM_RUNNER_H
+#pragma once
 
 #include <filesystem>
 #include <string>
@@ -7,7 +6,7 @@
 
 namespace barcode::tool {
 
-/* A new directory that goes with the object. */
+// A new directory that goes with the object.
 class ScratchDirectory {
  public:
   ScratchDirectory();
@@ -31,15 +30,13 @@ struct Outcome {
   std::string errors;
 };
 
-/* Runs a shell command; its two output streams are caught unless the command redirects them. */
+// Runs a shell command; its two output streams are caught unless the command redirects them.
 Outcome RunShell(const std::string& command);
 
-/* Runs the built program with arguments as they are, each one word. */
+// Runs the built program with arguments as they are, each one word.
 Outcome RunProgram(const std::vector<std::string>& arguments);
 
-/* The program's path as a word for RunShell. */
+// The program's path as a word for RunShell.
 std::string Program();
 
 }  // namespace barcode::tool
-
-#endif

@@ -4,10 +4,10 @@
 #include <set>
 
 #include "barcode.h"
-#include "gallery_samples.h"
-#include "program_runner.h"
-#include "quoting.h"
-#include "types.h"
+#include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/program_runner.h"
+#include "mkbarcode/quoting.h"
+#include "mkbarcode/types.h"
 
 namespace barcode::tool {
 namespace {
@@ -226,7 +226,9 @@ TEST(Program, DrawsTheGalleryOfEverythingOffered) {
   for (const Sample& sample : GallerySamples()) {
     const TypeInfo& type = *sample.request.type;
     const bool isShown = page.find(HtmlEscaped(sample.caption)) != std::string::npos;
-    if (!IsOffered(type)) continue;
+    if (!IsOffered(type)) {
+      continue;
+    }
     EXPECT_TRUE(isShown) << sample.caption;
     offered.insert(&type);
     ++samples;

@@ -1,8 +1,8 @@
-#include "quoting.h"
+#include "mkbarcode/quoting.h"
 
 #include <gtest/gtest.h>
 
-#include "program_runner.h"
+#include "mkbarcode/program_runner.h"
 
 namespace barcode::tool {
 namespace {

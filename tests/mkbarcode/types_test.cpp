@@ -1,4 +1,4 @@
-#include "types.h"
+#include "mkbarcode/types.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,9 +7,9 @@
 #include <set>
 #include <sstream>
 
-#include "options.h"
-#include "program_runner.h"
-#include "quoting.h"
+#include "mkbarcode/options.h"
+#include "mkbarcode/program_runner.h"
+#include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 namespace {
@@ -50,7 +50,9 @@ TEST(Types, NamesAndAliasesFindTheirType) {
       {"datamatrix", BARCODE_DATAMATRIX},
       {"pdf417", BARCODE_PDF417},
   };
-  for (const auto& [name, number] : names) EXPECT_EQ(NumberOf(name), number) << name;
+  for (const auto& [name, number] : names) {
+    EXPECT_EQ(NumberOf(name), number) << name;
+  }
 }
 
 TEST(Types, CaseSpacesAndSeparatorsDoNotMatter) {
@@ -83,7 +85,9 @@ TEST(Types, NumbersAndConstantsAreThoseOfTheHeader) {
   std::istringstream header(ReadFile(BARCODE_HEADER));
   std::map<std::string, int> constants;
   for (std::string line; std::getline(header, line);) {
-    if (!line.starts_with("  BARCODE_")) continue;
+    if (!line.starts_with("  BARCODE_")) {
+      continue;
+    }
     std::istringstream enumerator(line);
     std::string name;
     std::string equals;
@@ -125,8 +129,12 @@ TEST(Types, OptionsServeTheTypesOfTheHeader) {
   for (const OptionInfo& option : AllOptions()) {
     for (const TypeInfo& type : AllTypes()) {
       bool expected = true;
-      if (linear.contains(option.id)) expected = type.number <= BARCODE_YUBIN_CUSTOMER;
-      if (narrow.contains(option.id)) expected = narrow.at(option.id).contains(type.number);
+      if (linear.contains(option.id)) {
+        expected = type.number <= BARCODE_YUBIN_CUSTOMER;
+      }
+      if (narrow.contains(option.id)) {
+        expected = narrow.at(option.id).contains(type.number);
+      }
       EXPECT_EQ(type.Serves(option.id), expected) << option.name << " " << type.name;
     }
   }

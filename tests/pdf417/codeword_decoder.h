@@ -4,7 +4,7 @@
 #include <span>
 #include <string>
 
-#include "core/module_matrix.h"
+#include "base/module_matrix.h"
 
 namespace barcode::test {
 

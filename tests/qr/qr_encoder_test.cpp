@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "core/reed_solomon.h"
-#include "qr_reference.h"
+#include "base/reed_solomon.h"
+#include "qr/qr_reference.h"
 
 namespace barcode {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <random>
 
-#include "qr_reference.h"
+#include "qr/qr_reference.h"
 
 namespace barcode {
 namespace {

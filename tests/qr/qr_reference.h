@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/module_matrix.h"
+#include "base/module_matrix.h"
 #include "qr/qr_tables.h"
 
 // A second, naive implementation of the QR rules for the tests to compare with: one module and one mask at a

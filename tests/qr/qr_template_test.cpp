@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "qr_reference.h"
+#include "qr/qr_reference.h"
 
 namespace barcode {
 namespace {

@@ -8,7 +8,7 @@
 namespace barcode::test {
 
 // The message of the exception that an action throws; "" and a test failure when it throws none.
-template <typename Action>
+template <class Action>
 std::string MessageOf(Action action) {
   try {
     action();

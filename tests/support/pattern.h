@@ -3,14 +3,16 @@
 #include <numeric>
 #include <string>
 
-#include "core/run_vector.h"
+#include "base/run_vector.h"
 
 namespace barcode::test {
 
 // A module pattern as digits, one for each element.
 inline std::string Digits(const RunVector& pattern) {
   std::string digits;
-  for (const std::uint32_t width : pattern) digits += std::to_string(width);
+  for (const std::uint32_t width : pattern) {
+    digits += std::to_string(width);
+  }
   return digits;
 }
 

@@ -1,4 +1,4 @@
-#include "command_line.h"
+#include "mkbarcode/command_line.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -7,9 +7,9 @@
 #include <optional>
 #include <utility>
 
-#include "errors.h"
-#include "list.h"
-#include "quoting.h"
+#include "mkbarcode/errors.h"
+#include "mkbarcode/list.h"
+#include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 namespace {
@@ -32,7 +32,7 @@ constexpr const char* kFooter =
     "  mkbarcode code128 \"piped\" --format svg -o - | gzip > out.svgz\n"
     "\nExit status: 0 done, 1 the drawing, reading or writing failed, 2 wrong usage.";
 
-/* The parser's help page with the usage lines above, and flags written as "--[no-]NAME". */
+// The parser's help page with the usage lines above, and flags written as "--[no-]NAME".
 class HelpFormatter : public CLI::Formatter {
  public:
   HelpFormatter() { column_width(kHelpColumn); }
@@ -46,7 +46,7 @@ class HelpFormatter : public CLI::Formatter {
   }
 };
 
-/* The description with line breaks, so that long lists of words stay readable. */
+// The description with line breaks, so that long lists of words stay readable.
 std::string Wrapped(const std::string& text) {
   std::string wrapped;
   std::size_t lineLength = 0;
@@ -55,7 +55,9 @@ std::string Wrapped(const std::string& text) {
     const std::size_t end = std::min(text.find(' ', start), text.size());
     const std::string word = text.substr(start, end - start);
     const bool fits = lineLength + 1 + word.size() <= kHelpTextWidth;
-    if (!wrapped.empty()) wrapped += fits ? ' ' : '\n';
+    if (!wrapped.empty()) {
+      wrapped += fits ? ' ' : '\n';
+    }
     lineLength = fits ? lineLength + 1 + word.size() : word.size();
     wrapped += word;
     start = end + 1;
@@ -72,19 +74,29 @@ std::string GroupName(const OptionInfo& option) {
   std::size_t served = 0;
   std::size_t servedTwoDimensional = 0;
   for (const TypeInfo& type : AllTypes()) {
-    if (!type.Serves(option.id)) continue;
+    if (!type.Serves(option.id)) {
+      continue;
+    }
     ++served;
-    if (type.IsTwoDimensional()) ++servedTwoDimensional;
+    if (type.IsTwoDimensional()) {
+      ++servedTwoDimensional;
+    }
   }
-  if (served == AllTypes().size()) return "Options of every type";
+  if (served == AllTypes().size()) {
+    return "Options of every type";
+  }
   constexpr std::size_t kLinearCount = 16;
   constexpr std::size_t kTwoDimensionalCount = 3;
-  if (served == kLinearCount) return "Options of the linear types";
-  if (servedTwoDimensional == kTwoDimensionalCount) return "Options of the two-dimensional types";
+  if (served == kLinearCount) {
+    return "Options of the linear types";
+  }
+  if (servedTwoDimensional == kTwoDimensionalCount) {
+    return "Options of the two-dimensional types";
+  }
   return Concat({"Options of ", NamesOfTypesServing(option.id)});
 }
 
-/* What the parser writes into while it runs. */
+// What the parser writes into while it runs.
 struct Arguments {
   std::string type;
   std::string text;
@@ -102,7 +114,9 @@ void AddFlag(CLI::App& app, const OptionInfo& option, std::vector<Setting>& sett
   app.add_flag_function(
          Concat({"--", name, ",!--no-", name}),
          [&option, &settings, name](std::int64_t count) {
-           if (count == 0) throw UsageError(Concat({"--", name, " and --no-", name, " exclude each other"}));
+           if (count == 0) {
+             throw UsageError(Concat({"--", name, " and --no-", name, " exclude each other"}));
+           }
            settings.push_back(MakeSetting(option.id, count > 0 ? "on" : "off"));
          },
          HelpText(option))
@@ -111,7 +125,9 @@ void AddFlag(CLI::App& app, const OptionInfo& option, std::vector<Setting>& sett
 
 void AddValue(CLI::App& app, const OptionInfo& option, std::vector<Setting>& settings) {
   std::string names = Concat({"--", option.name});
-  if (!option.alias.empty()) names += Concat({",--", option.alias});
+  if (!option.alias.empty()) {
+    names += Concat({",--", option.alias});
+  }
   app.add_option_function<std::string>(
          names,
          [&option, &settings](const std::string& value) {
@@ -167,11 +183,13 @@ void AddDrawing(CLI::App& app, Arguments& arguments) {
 
 std::string WithSingleBlankLines(std::string text) {
   constexpr std::string_view kTwo = "\n\n\n";
-  for (std::size_t at = text.find(kTwo); at != std::string::npos; at = text.find(kTwo, at)) text.erase(at, 1);
+  for (std::size_t at = text.find(kTwo); at != std::string::npos; at = text.find(kTwo, at)) {
+    text.erase(at, 1);
+  }
   return text;
 }
 
-/* Runs the parser; a text when help was asked for. */
+// Runs the parser; a text when help was asked for.
 std::optional<std::string> Parse(CLI::App& app, const std::vector<std::string>& arguments) {
   try {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // it takes the last one first
@@ -197,20 +215,30 @@ std::string ChooseFormat(const CLI::App& app, const Arguments& arguments) {
     return format;
   }
   const std::string& file = arguments.command.outputFile;
-  if (std::optional<std::string> format = FormatOfFile(file)) return *std::move(format);
-  if (file == "-" || arguments.command.request.asDataUri) return "png";
+  if (std::optional<std::string> format = FormatOfFile(file)) {
+    return *std::move(format);
+  }
+  if (file == "-" || arguments.command.request.asDataUri) {
+    return "png";
+  }
   throw UsageError(
       Concat({"-o: the suffix of '", file, "' tells no format; give --format png, svg, jpg or jpeg"}));
 }
 
 const TypeInfo& RequireType(const std::string& name) {
-  if (const TypeInfo* const type = FindType(name)) return *type;
+  if (const TypeInfo* const type = FindType(name)) {
+    return *type;
+  }
   throw UsageError(Concat({"there is no type '", name, "'; see --list"}));
 }
 
 Size ChooseSize(const CLI::App& app, const Arguments& arguments, const TypeInfo& type) {
-  if (!WasGiven(app, "--size")) return DefaultSize(type);
-  if (const std::optional<Size> size = ParseSize(arguments.size)) return *size;
+  if (!WasGiven(app, "--size")) {
+    return DefaultSize(type);
+  }
+  if (const std::optional<Size> size = ParseSize(arguments.size)) {
+    return *size;
+  }
   throw UsageError(Concat(
       {"--size: '", arguments.size, "' is not accepted; it takes WIDTHxHEIGHT or one number, in pixels"}));
 }
@@ -219,24 +247,40 @@ Form ChooseForm(const Arguments& arguments) {
   if (arguments.convenience && arguments.stacked) {
     throw UsageError("--convenience and --stacked exclude each other");
   }
-  if (arguments.convenience) return Form::kConvenience;
+  if (arguments.convenience) {
+    return Form::kConvenience;
+  }
   return arguments.stacked ? Form::kStacked : Form::kPlain;
 }
 
 void ChooseOutput(const CLI::App& app, DrawCommand& command) {
-  if (WasGiven(app, "--output") && command.outputFile.empty()) throw UsageError("-o: the file name is empty");
-  if (!command.outputFile.empty()) return;
-  if (!command.request.asDataUri) throw UsageError("no output: give -o FILE, or -o - for standard output");
+  if (WasGiven(app, "--output") && command.outputFile.empty()) {
+    throw UsageError("-o: the file name is empty");
+  }
+  if (!command.outputFile.empty()) {
+    return;
+  }
+  if (!command.request.asDataUri) {
+    throw UsageError("no output: give -o FILE, or -o - for standard output");
+  }
   command.outputFile = "-";
 }
 
 void CheckInput(const CLI::App& app, const Arguments& arguments) {
   const bool hasText = WasGiven(app, "TEXT");
   const bool hasInput = WasGiven(app, "--input");
-  if (hasText && hasInput) throw UsageError("the text is given twice, as TEXT and by --input");
-  if (!hasText && !hasInput) throw UsageError("no text: give TEXT, or --input FILE");
-  if (hasInput && arguments.command.inputFile.empty()) throw UsageError("--input: the file name is empty");
-  if (arguments.command.keepNewline && !hasInput) throw UsageError("--keep-newline goes with --input only");
+  if (hasText && hasInput) {
+    throw UsageError("the text is given twice, as TEXT and by --input");
+  }
+  if (!hasText && !hasInput) {
+    throw UsageError("no text: give TEXT, or --input FILE");
+  }
+  if (hasInput && arguments.command.inputFile.empty()) {
+    throw UsageError("--input: the file name is empty");
+  }
+  if (arguments.command.keepNewline && !hasInput) {
+    throw UsageError("--keep-newline goes with --input only");
+  }
 }
 
 Command ParseDrawing(const std::vector<std::string>& given) {
@@ -245,11 +289,19 @@ Command ParseDrawing(const std::vector<std::string>& given) {
   app.formatter(std::make_shared<HelpFormatter>());
   app.footer(kFooter);
   AddDrawing(app, arguments);
-  if (std::optional<std::string> help = Parse(app, given)) return PrintCommand{*std::move(help)};
-  if (arguments.version) return PrintCommand{VersionText()};
-  if (arguments.list) return PrintCommand{ListText()};
+  if (std::optional<std::string> help = Parse(app, given)) {
+    return PrintCommand{*std::move(help)};
+  }
+  if (arguments.version) {
+    return PrintCommand{VersionText()};
+  }
+  if (arguments.list) {
+    return PrintCommand{ListText()};
+  }
 
-  if (!WasGiven(app, "TYPE")) throw UsageError("no type given");
+  if (!WasGiven(app, "TYPE")) {
+    throw UsageError("no type given");
+  }
   const TypeInfo& type = RequireType(arguments.type);
   CheckInput(app, arguments);
   DrawCommand& command = arguments.command;
@@ -269,8 +321,12 @@ Command ParseGallery(const std::vector<std::string>& given) {
                "mkbarcode gallery");
   app.add_option("DIR", command.directory, "Directory to write; it is made where it is missing");
   app.add_flag("--verbose", command.verbose, "Show the library's diagnostics on standard error");
-  if (std::optional<std::string> help = Parse(app, given)) return PrintCommand{*std::move(help)};
-  if (command.directory.empty()) throw UsageError("gallery: no directory given");
+  if (std::optional<std::string> help = Parse(app, given)) {
+    return PrintCommand{*std::move(help)};
+  }
+  if (command.directory.empty()) {
+    throw UsageError("gallery: no directory given");
+  }
   return command;
 }
 

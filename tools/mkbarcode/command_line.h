@@ -1,20 +1,19 @@
-#ifndef BARCODE_TOOLS_MKBARCODE_COMMAND_LINE_H
-#define BARCODE_TOOLS_MKBARCODE_COMMAND_LINE_H
+#pragma once
 
 #include <string>
 #include <variant>
 #include <vector>
 
-#include "draw.h"
+#include "mkbarcode/draw.h"
 
 namespace barcode::tool {
 
-/* Print a text: --help, --version, --list. */
+// Print a text: --help, --version, --list.
 struct PrintCommand {
   std::string text;
 };
 
-/* Draw one symbol into a file ("-": standard output). */
+// Draw one symbol into a file ("-": standard output).
 struct DrawCommand {
   DrawRequest request;
   std::string inputFile;  // where the text comes from; empty: it is in the request
@@ -23,7 +22,7 @@ struct DrawCommand {
   bool verbose = false;
 };
 
-/* Draw samples of everything into a directory. */
+// Draw samples of everything into a directory.
 struct GalleryCommand {
   std::string directory;
   bool verbose = false;
@@ -31,9 +30,7 @@ struct GalleryCommand {
 
 using Command = std::variant<PrintCommand, DrawCommand, GalleryCommand>;
 
-/* What the arguments (without the program's name) ask for. Throws UsageError. */
+// What the arguments (without the program's name) ask for. Throws UsageError.
 Command ParseCommandLine(const std::vector<std::string>& arguments);
 
 }  // namespace barcode::tool
-
-#endif

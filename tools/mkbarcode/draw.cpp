@@ -1,4 +1,4 @@
-#include "draw.h"
+#include "mkbarcode/draw.h"
 
 #include <unistd.h>
 
@@ -6,9 +6,9 @@
 #include <optional>
 #include <type_traits>
 
-#include "errors.h"
-#include "io.h"
-#include "quoting.h"
+#include "mkbarcode/errors.h"
+#include "mkbarcode/io.h"
+#include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 namespace {
@@ -24,7 +24,7 @@ constexpr DrawFunction kDrawYubinWithWidth = {"barcode_draw_yubin_with_width",
 
 using HandleOwner = std::unique_ptr<std::remove_pointer_t<BarcodeHandle>, decltype(&barcode_destroy)>;
 
-/* Forms that one type alone has. */
+// Forms that one type alone has.
 struct FormInfo {
   Form form;
   std::string_view option;
@@ -37,7 +37,9 @@ constexpr FormInfo kStackedForm = {Form::kStacked, "--stacked", BARCODE_GS1_DATA
 
 const FormInfo* FindForm(Form form) {
   for (const FormInfo* info : {&kConvenienceForm, &kStackedForm}) {
-    if (info->form == form) return info;
+    if (info->form == form) {
+      return info;
+    }
   }
   return nullptr;
 }
@@ -53,7 +55,7 @@ int CallDraw(const DrawFunction& draw, BarcodeHandle handle, const DrawRequest& 
   return std::get<LengthDraw>(draw.function)(handle, request.text.c_str(), request.size.height);
 }
 
-/* The finished image, or nothing. */
+// The finished image, or nothing.
 std::optional<std::string> Fetch(BarcodeHandle handle, const DrawRequest& request) {
   if (IsSvg(request)) {
     std::string document = barcode_get_svg(handle);
@@ -62,28 +64,40 @@ std::optional<std::string> Fetch(BarcodeHandle handle, const DrawRequest& reques
   // The bytes are fetched for a data URI too: when there are none, the URI would be that of an empty picture.
   int length = 0;
   const unsigned char* const bytes = barcode_get_image_data(handle, &length);
-  if (bytes == nullptr || length <= 0) return std::nullopt;
-  if (!request.asDataUri) return std::string(bytes, bytes + length);
+  if (bytes == nullptr || length <= 0) {
+    return std::nullopt;
+  }
+  if (!request.asDataUri) {
+    return std::string(bytes, bytes + length);
+  }
   std::string uri = barcode_get_base64(handle);
   return uri.starts_with("data:") ? std::optional(std::move(uri)) : std::nullopt;
 }
 
 std::optional<std::string> DrawAndFetch(const DrawRequest& request) {
   const HandleOwner handle(barcode_create(request.type->number), &barcode_destroy);
-  if (handle == nullptr) return std::nullopt;
+  if (handle == nullptr) {
+    return std::nullopt;
+  }
   barcode_set_output_format(handle.get(), request.format.c_str());
-  for (const Setting& setting : request.settings) Apply(handle.get(), setting);
-  if (CallDraw(ChooseDrawFunction(request), handle.get(), request) == 0) return std::nullopt;
+  for (const Setting& setting : request.settings) {
+    Apply(handle.get(), setting);
+  }
+  if (CallDraw(ChooseDrawFunction(request), handle.get(), request) == 0) {
+    return std::nullopt;
+  }
   return Fetch(handle.get(), request);
 }
 
-/* The lines of standard error that a user is to see of a draw that went well: warnings, but no step log. */
+// The lines of standard error that a user is to see of a draw that went well: warnings, but no step log.
 std::string WithoutStepLog(std::string_view lines) {
   std::string kept;
   while (!lines.empty()) {
     const std::size_t end = lines.find('\n');
     const std::string_view line = lines.substr(0, end == std::string_view::npos ? end : end + 1);
-    if (!line.starts_with("DEBUG ")) kept += line;
+    if (!line.starts_with("DEBUG ")) {
+      kept += line;
+    }
     lines.remove_prefix(line.size());
   }
   return kept;
@@ -108,13 +122,19 @@ std::optional<std::string> DrawVerbosely(const DrawRequest& request) {
 }
 
 std::string SizeText(const Size& size) {
-  if (size.isSingle) return std::to_string(size.height);
+  if (size.isSingle) {
+    return std::to_string(size.height);
+  }
   return Concat({std::to_string(size.width), "x", std::to_string(size.height)});
 }
 
 std::string_view FetchText(const DrawRequest& request) {
-  if (IsSvg(request)) return "const char* svg = barcode_get_svg(h);\n";
-  if (request.asDataUri) return "const char* uri = barcode_get_base64(h);\n";
+  if (IsSvg(request)) {
+    return "const char* svg = barcode_get_svg(h);\n";
+  }
+  if (request.asDataUri) {
+    return "const char* uri = barcode_get_base64(h);\n";
+  }
   return "int length = 0;\nconst unsigned char* png = barcode_get_image_data(h, &length);\n";
 }
 
@@ -124,7 +144,9 @@ Size DefaultSize(const TypeInfo& type) {
   constexpr Size kBox = {300, 100, false};
   constexpr Size kSquare = {200, 200, true};
   constexpr Size kPostalHeight = {24, 24, true};
-  if (type.number == BARCODE_YUBIN_CUSTOMER) return kPostalHeight;
+  if (type.number == BARCODE_YUBIN_CUSTOMER) {
+    return kPostalHeight;
+  }
   return type.IsTwoDimensional() ? kSquare : kBox;
 }
 
@@ -135,8 +157,12 @@ const DrawFunction& ChooseDrawFunction(const DrawRequest& request) {
     throw UsageError(
         Concat({form->option, " does not apply to ", type.name, " (only to ", TypeOf(form->type).name, ")"}));
   }
-  if (type.number == BARCODE_YUBIN_CUSTOMER) return request.size.isSingle ? kDrawYubin : kDrawYubinWithWidth;
-  if (type.IsTwoDimensional()) return request.size.isSingle ? kDraw2d : kDraw2dRect;
+  if (type.number == BARCODE_YUBIN_CUSTOMER) {
+    return request.size.isSingle ? kDrawYubin : kDrawYubinWithWidth;
+  }
+  if (type.IsTwoDimensional()) {
+    return request.size.isSingle ? kDraw2d : kDraw2dRect;
+  }
   if (request.size.isSingle) {
     throw UsageError(Concat({"--size: ", type.name, " needs a box, WIDTHxHEIGHT"}));
   }
@@ -146,12 +172,16 @@ const DrawFunction& ChooseDrawFunction(const DrawRequest& request) {
 void CheckRequest(const DrawRequest& request) {
   const TypeInfo& type = *request.type;
   for (const Setting& setting : request.settings) {
-    if (type.Serves(setting.option)) continue;
+    if (type.Serves(setting.option)) {
+      continue;
+    }
     throw UsageError(Concat({"--", OptionOf(setting.option).name, " does not apply to ", type.name,
                              " (it serves ", NamesOfTypesServing(setting.option), ")"}));
   }
   ChooseDrawFunction(request);
-  if (request.asDataUri && IsSvg(request)) throw UsageError("--data-uri does not go with the format svg");
+  if (request.asDataUri && IsSvg(request)) {
+    throw UsageError("--data-uri does not go with the format svg");
+  }
 }
 
 std::string DrawImage(const DrawRequest& request, bool verbose) {
@@ -175,7 +205,9 @@ std::string CallsText(const DrawRequest& request) {
   if (request.format != "png") {
     lines += Concat({"barcode_set_output_format(h, ", CLiteral(request.format), ");\n"});
   }
-  for (const Setting& setting : request.settings) lines += Concat({CallText(setting), "\n"});
+  for (const Setting& setting : request.settings) {
+    lines += Concat({CallText(setting), "\n"});
+  }
   const DrawFunction& draw = ChooseDrawFunction(request);
   lines += Concat({draw.name, "(h, ", CLiteral(request.text), ", "});
   if (std::holds_alternative<BoxDraw>(draw.function)) {
@@ -188,14 +220,26 @@ std::string CallsText(const DrawRequest& request) {
 std::string CommandText(const DrawRequest& request, std::string_view file) {
   std::string command = Concat({"mkbarcode ", request.type->name});
   const bool looksLikeOption = request.text.starts_with('-');
-  if (!looksLikeOption) command += Concat({" ", ShellQuoted(request.text)});
+  if (!looksLikeOption) {
+    command += Concat({" ", ShellQuoted(request.text)});
+  }
   command += Concat({" --size ", SizeText(request.size)});
-  if (const FormInfo* const form = FindForm(request.form)) command += Concat({" ", form->option});
-  for (const Setting& setting : request.settings) command += Concat({" ", CommandText(setting)});
-  if (request.asDataUri) command += " --data-uri";
-  if (FormatOfFile(file) != request.format) command += Concat({" --format ", request.format});
+  if (const FormInfo* const form = FindForm(request.form)) {
+    command += Concat({" ", form->option});
+  }
+  for (const Setting& setting : request.settings) {
+    command += Concat({" ", CommandText(setting)});
+  }
+  if (request.asDataUri) {
+    command += " --data-uri";
+  }
+  if (FormatOfFile(file) != request.format) {
+    command += Concat({" --format ", request.format});
+  }
   command += Concat({" -o ", ShellQuoted(file)});
-  if (looksLikeOption) command += Concat({" -- ", ShellQuoted(request.text)});
+  if (looksLikeOption) {
+    command += Concat({" -- ", ShellQuoted(request.text)});
+  }
   return command;
 }
 

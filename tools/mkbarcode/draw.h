@@ -1,5 +1,4 @@
-#ifndef BARCODE_TOOLS_MKBARCODE_DRAW_H
-#define BARCODE_TOOLS_MKBARCODE_DRAW_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -7,20 +6,20 @@
 #include <vector>
 
 #include "barcode.h"
-#include "options.h"
-#include "parse.h"
-#include "types.h"
+#include "mkbarcode/options.h"
+#include "mkbarcode/parse.h"
+#include "mkbarcode/types.h"
 
 namespace barcode::tool {
 
-/* Which of a symbology's drawings is wanted, beside what its options say. */
+// Which of a symbology's drawings is wanted, beside what its options say.
 enum class Form : std::uint8_t {
   kPlain,
   kConvenience,  // GS1-128: the payment form
   kStacked,      // GS1 DataBar Expanded: in rows
 };
 
-/* One symbol to be drawn. */
+// One symbol to be drawn.
 struct DrawRequest {
   const TypeInfo* type = nullptr;
   std::string text;
@@ -33,7 +32,7 @@ struct DrawRequest {
   bool operator==(const DrawRequest&) const = default;
 };
 
-/* A draw function of barcode.h: into a box, or with one length. */
+// A draw function of barcode.h: into a box, or with one length.
 using BoxDraw = int (*)(BarcodeHandle, const char*, int, int);
 using LengthDraw = int (*)(BarcodeHandle, const char*, int);
 struct DrawFunction {
@@ -41,29 +40,27 @@ struct DrawFunction {
   std::variant<BoxDraw, LengthDraw> function;
 };
 
-/* The size that a type is drawn with when none is asked for. */
+// The size that a type is drawn with when none is asked for.
 Size DefaultSize(const TypeInfo& type);
 
-/* The draw function that serves the request. Throws UsageError when its type, form and size do not go
- * together. */
+// The draw function that serves the request. Throws UsageError when its type, form and size do not go
+// together.
 const DrawFunction& ChooseDrawFunction(const DrawRequest& request);
 
-/* Throws UsageError when the request cannot be drawn whatever the text: an option that the type does not
- * serve, a form, size or format that does not suit it. */
+// Throws UsageError when the request cannot be drawn whatever the text: an option that the type does not
+// serve, a form, size or format that does not suit it.
 void CheckRequest(const DrawRequest& request);
 
-/* Checks the request, draws it and returns the image: the bytes of the file, or the data URI. What the
- * library prints never reaches standard output. It goes to standard error when verbose; otherwise only its
- * error messages do. Throws UsageError as CheckRequest does and for a type that this build of the library
- * does not offer, RunError when the draw fails. */
+// Checks the request, draws it and returns the image: the bytes of the file, or the data URI. What the
+// library prints never reaches standard output. It goes to standard error when verbose; otherwise only its
+// error messages do. Throws UsageError as CheckRequest does and for a type that this build of the library
+// does not offer, RunError when the draw fails.
 std::string DrawImage(const DrawRequest& request, bool verbose);
 
-/* The C calls that make the image of a request, one line each. */
+// The C calls that make the image of a request, one line each.
 std::string CallsText(const DrawRequest& request);
 
-/* The command that makes it, writing the file. */
+// The command that makes it, writing the file.
 std::string CommandText(const DrawRequest& request, std::string_view file);
 
 }  // namespace barcode::tool
-
-#endif

@@ -1,13 +1,13 @@
-#include "gallery.h"
+#include "mkbarcode/gallery.h"
 
 #include <filesystem>
 #include <set>
 #include <system_error>
 
-#include "errors.h"
-#include "gallery_page.h"
-#include "io.h"
-#include "quoting.h"
+#include "mkbarcode/errors.h"
+#include "mkbarcode/gallery_page.h"
+#include "mkbarcode/io.h"
+#include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 namespace {
@@ -23,7 +23,7 @@ void MakeDirectory(const fs::path& directory) {
   }
 }
 
-/* The sample in one format, drawn into the directory. */
+// The sample in one format, drawn into the directory.
 ExhibitImage DrawInto(const fs::path& directory, const Sample& sample, const std::string& name,
                       const std::string& format, bool verbose) {
   ExhibitImage image{Concat({name, ".", format}), sample.request, {}};
@@ -49,8 +49,12 @@ GalleryResult WriteGallery(std::span<const Sample> samples, const std::string& d
   std::size_t numberInType = 0;
   for (const Sample& sample : samples) {
     const TypeInfo* const type = sample.request.type;
-    if (!IsOffered(*type)) continue;
-    if (types.insert(type).second) numberInType = 0;
+    if (!IsOffered(*type)) {
+      continue;
+    }
+    if (types.insert(type).second) {
+      numberInType = 0;
+    }
     const std::string name = Concat({type->name, "-", std::to_string(++numberInType)});
     Exhibit exhibit{sample.caption, type, {}};
     for (const char* const format : {"png", "svg"}) {
@@ -60,10 +64,14 @@ GalleryResult WriteGallery(std::span<const Sample> samples, const std::string& d
         result.failures.push_back(Concat({image.file, " (", sample.caption, "): ", image.failure}));
       }
     }
-    if (exhibit.IsComplete()) ++result.drawn;
+    if (exhibit.IsComplete()) {
+      ++result.drawn;
+    }
     exhibits.push_back(std::move(exhibit));
   }
-  if (exhibits.empty()) throw RunError("this build of the library offers no type that could be shown");
+  if (exhibits.empty()) {
+    throw RunError("this build of the library offers no type that could be shown");
+  }
   result.types = types.size();
   result.indexFile = (fs::path(directory) / "index.html").string();
   WriteAll(result.indexFile, GalleryPage(exhibits));

@@ -1,16 +1,15 @@
-#ifndef BARCODE_TOOLS_MKBARCODE_GALLERY_H
-#define BARCODE_TOOLS_MKBARCODE_GALLERY_H
+#pragma once
 
 #include <cstddef>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "draw.h"
+#include "mkbarcode/draw.h"
 
 namespace barcode::tool {
 
-/* One symbol of the gallery, drawn as PNG and as SVG. */
+// One symbol of the gallery, drawn as PNG and as SVG.
 struct Sample {
   std::string caption;
   DrawRequest request;  // its format is the gallery's business
@@ -23,11 +22,9 @@ struct GalleryResult {
   std::string indexFile;
 };
 
-/* Draws the samples whose type the library offers into the directory, which is made where it is missing, and
- * writes index.html beside the images. A draw that fails is recorded, and the others go on. Throws RunError
- * when a file cannot be written and when the library offers nothing that could be shown. */
+// Draws the samples whose type the library offers into the directory, which is made where it is missing, and
+// writes index.html beside the images. A draw that fails is recorded, and the others go on. Throws RunError
+// when a file cannot be written and when the library offers nothing that could be shown.
 GalleryResult WriteGallery(std::span<const Sample> samples, const std::string& directory, bool verbose);
 
 }  // namespace barcode::tool
-
-#endif

@@ -1,8 +1,8 @@
-#include "gallery_page.h"
+#include "mkbarcode/gallery_page.h"
 
 #include <string_view>
 
-#include "quoting.h"
+#include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 namespace {
@@ -75,7 +75,9 @@ std::string Figure(const ExhibitImage& image, std::string_view caption) {
 
 std::string Article(const Exhibit& exhibit) {
   std::string figures;
-  for (const ExhibitImage& image : exhibit.images) figures += Figure(image, exhibit.caption);
+  for (const ExhibitImage& image : exhibit.images) {
+    figures += Figure(image, exhibit.caption);
+  }
   return Concat({"<article class=\"sample\">\n<h3>", HtmlEscaped(exhibit.caption),
                  "</h3>\n<div class=\"pair\">\n", figures, "</div>\n</article>\n"});
 }
@@ -91,7 +93,9 @@ std::string Navigation(std::span<const Exhibit> exhibits) {
   std::string html = "<nav>\n";
   const TypeInfo* last = nullptr;
   for (const Exhibit& exhibit : exhibits) {
-    if (exhibit.type == last) continue;
+    if (exhibit.type == last) {
+      continue;
+    }
     last = exhibit.type;
     html += Concat({"<a href=\"#", HtmlEscaped(last->name), "\">", HtmlEscaped(last->title), "</a>\n"});
   }
@@ -109,13 +113,17 @@ std::string GalleryPage(std::span<const Exhibit> exhibits) {
   const TypeInfo* current = nullptr;
   for (const Exhibit& exhibit : exhibits) {
     if (exhibit.type != current) {
-      if (current != nullptr) html += "</section>\n";
+      if (current != nullptr) {
+        html += "</section>\n";
+      }
       current = exhibit.type;
       html += SectionHead(*current);
     }
     html += Article(exhibit);
   }
-  if (current != nullptr) html += "</section>\n";
+  if (current != nullptr) {
+    html += "</section>\n";
+  }
   html += "</main>\n";
   html += kFoot;
   return html;

@@ -1,22 +1,21 @@
-#ifndef BARCODE_TOOLS_MKBARCODE_GALLERY_PAGE_H
-#define BARCODE_TOOLS_MKBARCODE_GALLERY_PAGE_H
+#pragma once
 
 #include <span>
 #include <string>
 #include <vector>
 
-#include "draw.h"
+#include "mkbarcode/draw.h"
 
 namespace barcode::tool {
 
-/* One image of a sample and what made it. */
+// One image of a sample and what made it.
 struct ExhibitImage {
   std::string file;  // beside the page
   DrawRequest request;
   std::string failure;  // empty when the image was drawn
 };
 
-/* One sample as the page shows it. */
+// One sample as the page shows it.
 struct Exhibit {
   std::string caption;
   const TypeInfo* type = nullptr;
@@ -24,15 +23,15 @@ struct Exhibit {
 
   bool IsComplete() const {
     for (const ExhibitImage& image : images) {
-      if (!image.failure.empty()) return false;
+      if (!image.failure.empty()) {
+        return false;
+      }
     }
     return true;
   }
 };
 
-/* The HTML page, complete in itself but for the images. Exhibits of one type stand together. */
+// The HTML page, complete in itself but for the images. Exhibits of one type stand together.
 std::string GalleryPage(std::span<const Exhibit> exhibits);
 
 }  // namespace barcode::tool
-
-#endif

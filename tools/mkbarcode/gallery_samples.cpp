@@ -1,4 +1,4 @@
-#include "gallery_samples.h"
+#include "mkbarcode/gallery_samples.h"
 
 #include <string_view>
 #include <utility>
@@ -6,7 +6,7 @@
 namespace barcode::tool {
 namespace {
 
-/* One sample as it is written down here. */
+// One sample as it is written down here.
 struct Row {
   BarcodeSymbology type;
   std::string_view caption;
@@ -273,7 +273,9 @@ Sample SampleOf(const Row& row) {
 std::vector<Sample> GallerySamples() {
   std::vector<Sample> samples;
   for (const std::vector<Row>& rows : {LinearRows(), Gs1AndPostalRows(), TwoDimensionalRows()}) {
-    for (const Row& row : rows) samples.push_back(SampleOf(row));
+    for (const Row& row : rows) {
+      samples.push_back(SampleOf(row));
+    }
   }
   return samples;
 }

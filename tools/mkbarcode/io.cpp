@@ -1,4 +1,4 @@
-#include "io.h"
+#include "mkbarcode/io.h"
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -11,15 +11,15 @@
 #include <system_error>
 #include <utility>
 
-#include "errors.h"
-#include "quoting.h"
+#include "mkbarcode/errors.h"
+#include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 namespace {
 
 constexpr std::size_t kChunk = 65536;
 
-/* A descriptor that is closed at the end. */
+// A descriptor that is closed at the end.
 class Descriptor {
  public:
   explicit Descriptor(int number) : m_number(number) {}
@@ -29,7 +29,7 @@ class Descriptor {
 
   int Number() const { return m_number; }
 
-  /* False when the close reports that earlier writes were lost. */
+  // False when the close reports that earlier writes were lost.
   bool Close() {
     const int number = std::exchange(m_number, -1);
     return number < 0 || close(number) == 0;
@@ -48,9 +48,15 @@ std::string ReadDescriptor(int descriptor, const std::string& name) {
   std::array<char, kChunk> chunk{};
   while (true) {
     const ssize_t count = read(descriptor, chunk.data(), chunk.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) FailWithErrno("cannot read " + name);
-    if (count == 0) return bytes;
+    if (count < 0 && errno == EINTR) {
+      continue;
+    }
+    if (count < 0) {
+      FailWithErrno("cannot read " + name);
+    }
+    if (count == 0) {
+      return bytes;
+    }
     bytes.append(chunk.data(), static_cast<std::size_t>(count));
   }
 }
@@ -58,24 +64,34 @@ std::string ReadDescriptor(int descriptor, const std::string& name) {
 bool WriteDescriptor(int descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t count = write(descriptor, bytes.data(), bytes.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return false;
+    if (count < 0 && errno == EINTR) {
+      continue;
+    }
+    if (count < 0) {
+      return false;
+    }
     bytes.remove_prefix(static_cast<std::size_t>(count));
   }
   return true;
 }
 
-/* An image cut short must not be taken for a whole one; devices and pipes stay. */
+// An image cut short must not be taken for a whole one; devices and pipes stay.
 void RemoveIncomplete(const std::string& file) {
   struct stat status {};
-  if (stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode)) unlink(file.c_str());
+  if (stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
+    unlink(file.c_str());
+  }
 }
 
 void WriteFile(const std::string& file, std::string_view bytes) {
   constexpr mode_t kMode = 0666;
   Descriptor descriptor(open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kMode));
-  if (descriptor.Number() < 0) FailWithErrno("cannot write " + file);
-  if (WriteDescriptor(descriptor.Number(), bytes) && descriptor.Close()) return;
+  if (descriptor.Number() < 0) {
+    FailWithErrno("cannot write " + file);
+  }
+  if (WriteDescriptor(descriptor.Number(), bytes) && descriptor.Close()) {
+    return;
+  }
   const int reason = errno;
   RemoveIncomplete(file);
   errno = reason;
@@ -86,17 +102,25 @@ void WriteFile(const std::string& file, std::string_view bytes) {
 
 void ReserveStandardDescriptors() {
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-    if (fcntl(descriptor, F_GETFD) >= 0) continue;
+    if (fcntl(descriptor, F_GETFD) >= 0) {
+      continue;
+    }
     // The lowest free number is the one wanted, as those below are open by now.
     const int access = descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY;
-    if (open("/dev/null", access) < 0) return;
+    if (open("/dev/null", access) < 0) {
+      return;
+    }
   }
 }
 
 std::string ReadAll(const std::string& file) {
-  if (file == "-") return ReadDescriptor(STDIN_FILENO, "standard input");
+  if (file == "-") {
+    return ReadDescriptor(STDIN_FILENO, "standard input");
+  }
   const Descriptor descriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC));
-  if (descriptor.Number() < 0) FailWithErrno("cannot read " + file);
+  if (descriptor.Number() < 0) {
+    FailWithErrno("cannot read " + file);
+  }
   return ReadDescriptor(descriptor.Number(), file);
 }
 
@@ -114,19 +138,25 @@ void WriteToStandardError(std::string_view text) {
 
 Redirection Redirection::ToDescriptor(int descriptor, int target) {
   const int copy = fcntl(target, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-  if (copy < 0) FailWithErrno("cannot redirect the library's output");
+  if (copy < 0) {
+    FailWithErrno("cannot redirect the library's output");
+  }
   return {descriptor, copy};
 }
 
 Redirection Redirection::ToNothing(int descriptor) {
   const int null = open("/dev/null", O_WRONLY | O_CLOEXEC);
-  if (null < 0) FailWithErrno("cannot open /dev/null");
+  if (null < 0) {
+    FailWithErrno("cannot open /dev/null");
+  }
   return {descriptor, null};
 }
 
 Redirection Redirection::ToBuffer(int descriptor) {
   const int buffer = memfd_create("diagnostics", MFD_CLOEXEC);
-  if (buffer < 0) FailWithErrno("cannot redirect the library's output");
+  if (buffer < 0) {
+    FailWithErrno("cannot redirect the library's output");
+  }
   return {descriptor, buffer};
 }
 
@@ -134,9 +164,13 @@ Redirection::Redirection(int descriptor, int target)
     : m_descriptor(descriptor),
       m_saved(fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)),
       m_target(target) {
-  if (m_saved >= 0 && dup2(target, descriptor) >= 0) return;
+  if (m_saved >= 0 && dup2(target, descriptor) >= 0) {
+    return;
+  }
   const int reason = errno;
-  if (m_saved >= 0) close(m_saved);
+  if (m_saved >= 0) {
+    close(m_saved);
+  }
   close(target);
   errno = reason;
   FailWithErrno("cannot redirect the library's output");
@@ -148,7 +182,9 @@ Redirection::Redirection(Redirection&& other) noexcept
       m_target(std::exchange(other.m_target, -1)) {}
 
 Redirection::~Redirection() {
-  if (m_descriptor < 0) return;
+  if (m_descriptor < 0) {
+    return;
+  }
   std::fflush(nullptr);
   dup2(m_saved, m_descriptor);
   close(m_saved);

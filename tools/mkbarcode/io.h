@@ -1,30 +1,29 @@
-#ifndef BARCODE_TOOLS_MKBARCODE_IO_H
-#define BARCODE_TOOLS_MKBARCODE_IO_H
+#pragma once
 
 #include <string>
 #include <string_view>
 
 namespace barcode::tool {
 
-/* Opens what is closed among the three standard descriptors, in a way that reading finds nothing and writing
- * fails, so that no file opened later takes their numbers and with them what is meant for the standard
- * streams. */
+// Opens what is closed among the three standard descriptors, in a way that reading finds nothing and writing
+// fails, so that no file opened later takes their numbers and with them what is meant for the standard
+// streams.
 void ReserveStandardDescriptors();
 
-/* All bytes of a file, or of standard input for "-". Throws RunError. */
+// All bytes of a file, or of standard input for "-". Throws RunError.
 std::string ReadAll(const std::string& file);
 
-/* Writes a file, or standard output for "-". Throws RunError when not every byte was accepted; a regular file
- * that could not be completed is removed. */
+// Writes a file, or standard output for "-". Throws RunError when not every byte was accepted; a regular file
+// that could not be completed is removed.
 void WriteAll(const std::string& file, std::string_view bytes);
 
-/* Writes to standard error as far as it goes. */
+// Writes to standard error as far as it goes.
 void WriteToStandardError(std::string_view text);
 
-/* While it lives, a standard descriptor leads elsewhere; the destructor leads it back. */
+// While it lives, a standard descriptor leads elsewhere; the destructor leads it back.
 class Redirection {
  public:
-  /* Both take what descriptor (1 or 2) will lead to: another descriptor, or a new nameless file. */
+  // Both take what descriptor (1 or 2) will lead to: another descriptor, or a new nameless file.
   static Redirection ToDescriptor(int descriptor, int target);
   static Redirection ToNothing(int descriptor);
   static Redirection ToBuffer(int descriptor);
@@ -35,7 +34,7 @@ class Redirection {
   Redirection& operator=(Redirection&&) = delete;
   ~Redirection();
 
-  /* What was written so far; only after ToBuffer. */
+  // What was written so far; only after ToBuffer.
   std::string Contents() const;
 
  private:
@@ -47,5 +46,3 @@ class Redirection {
 };
 
 }  // namespace barcode::tool
-
-#endif

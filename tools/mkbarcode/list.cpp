@@ -1,10 +1,10 @@
-#include "list.h"
+#include "mkbarcode/list.h"
 
 #include <algorithm>
 #include <string_view>
 
 #include "barcode.h"
-#include "types.h"
+#include "mkbarcode/types.h"
 
 namespace barcode::tool {
 namespace {
@@ -26,7 +26,9 @@ std::string ListText() {
   }
   std::string text;
   for (const TypeInfo& type : AllTypes()) {
-    if (!IsOffered(type)) continue;
+    if (!IsOffered(type)) {
+      continue;
+    }
     std::string line =
         Padded(type.name, nameWidth) + Padded(type.title, titleWidth) + std::string(type.aliases);
     line.erase(line.find_last_not_of(' ') + 1);

@@ -4,22 +4,26 @@
 #include <variant>
 #include <vector>
 
-#include "command_line.h"
-#include "draw.h"
-#include "errors.h"
-#include "gallery.h"
-#include "gallery_samples.h"
-#include "io.h"
-#include "quoting.h"
+#include "mkbarcode/command_line.h"
+#include "mkbarcode/draw.h"
+#include "mkbarcode/errors.h"
+#include "mkbarcode/gallery.h"
+#include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/io.h"
+#include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 namespace {
 
 std::string TextFrom(const std::string& file, bool keepNewline) {
   std::string text = ReadAll(file);
-  if (keepNewline || !text.ends_with('\n')) return text;
+  if (keepNewline || !text.ends_with('\n')) {
+    return text;
+  }
   text.pop_back();
-  if (text.ends_with('\r')) text.pop_back();
+  if (text.ends_with('\r')) {
+    text.pop_back();
+  }
   return text;
 }
 
@@ -30,9 +34,13 @@ int Run(const PrintCommand& command) {
 
 int Run(const DrawCommand& command) {
   DrawRequest request = command.request;
-  if (!command.inputFile.empty()) request.text = TextFrom(command.inputFile, command.keepNewline);
+  if (!command.inputFile.empty()) {
+    request.text = TextFrom(command.inputFile, command.keepNewline);
+  }
   std::string image = DrawImage(request, command.verbose);
-  if (request.asDataUri) image += '\n';
+  if (request.asDataUri) {
+    image += '\n';
+  }
   WriteAll(command.outputFile, image);
   return kExitDone;
 }
@@ -64,6 +72,8 @@ int Main(const std::vector<std::string>& arguments) {
 
 int main(int argc, char** argv) {
   barcode::tool::ReserveStandardDescriptors();
-  if (argc < 1) return barcode::tool::Main({});
+  if (argc < 1) {
+    return barcode::tool::Main({});
+  }
   return barcode::tool::Main({std::next(argv), std::next(argv, argc)});
 }

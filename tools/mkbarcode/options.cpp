@@ -1,21 +1,21 @@
-#include "options.h"
+#include "mkbarcode/options.h"
 
 #include <array>
 #include <charconv>
 #include <cstdio>
 #include <limits>
 
-#include "errors.h"
-#include "quoting.h"
+#include "mkbarcode/errors.h"
+#include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 namespace {
 
-template <typename... Handlers>
+template <class... Handlers>
 struct Overloaded : Handlers... {
   using Handlers::operator()...;
 };
-template <typename... Handlers>
+template <class... Handlers>
 Overloaded(Handlers...) -> Overloaded<Handlers...>;
 
 using Word = std::string_view;
@@ -133,30 +133,40 @@ std::string HexColor(const Color& color) {
 std::string Joined(std::span<const std::string_view> words) {
   std::string text;
   for (std::size_t i = 0; i < words.size(); ++i) {
-    if (i > 0) text += i + 1 == words.size() ? " or " : ", ";
+    if (i > 0) {
+      text += i + 1 == words.size() ? " or " : ", ";
+    }
     text += words[i];
   }
   return text;
 }
 
 std::optional<Setting> ParseFlag(OptionId id, std::string_view value) {
-  if (value == "on") return Setting{id, 1};
-  if (value == "off") return Setting{id, 0};
+  if (value == "on") {
+    return Setting{id, 1};
+  }
+  if (value == "off") {
+    return Setting{id, 0};
+  }
   return std::nullopt;
 }
 
 std::optional<Setting> ParseWord(OptionId id, const WordSetter& setter, std::string_view value) {
   const std::string lower = LowerCase(value);
   for (const std::string_view word : setter.words) {
-    if (LowerCase(word) == lower) return Setting{id, word};
+    if (LowerCase(word) == lower) {
+      return Setting{id, word};
+    }
   }
   return std::nullopt;
 }
 
-/* The number when it lies in the setter's range. */
-template <typename T>
+// The number when it lies in the setter's range.
+template <class T>
 std::optional<Setting> InRange(OptionId id, std::optional<T> number, const auto& setter) {
-  if (!number || *number < setter.lowest || *number > setter.highest) return std::nullopt;
+  if (!number || *number < setter.lowest || *number > setter.highest) {
+    return std::nullopt;
+  }
   return Setting{id, *number};
 }
 
@@ -191,8 +201,12 @@ std::string AcceptedValues(const OptionInfo& option) {
       Overloaded{
           [](const FlagSetter&) { return std::string(); },
           [](const IntegerSetter& setter) {
-            if (setter.lowest == kLowestInt) return std::string("a whole number");
-            if (setter.highest == kHighestInt) return Concat({std::to_string(setter.lowest), " or more"});
+            if (setter.lowest == kLowestInt) {
+              return std::string("a whole number");
+            }
+            if (setter.highest == kHighestInt) {
+              return Concat({std::to_string(setter.lowest), " or more"});
+            }
             return Concat({std::to_string(setter.lowest), " to ", std::to_string(setter.highest)});
           },
           [](const RealSetter& setter) {
@@ -206,7 +220,9 @@ std::string AcceptedValues(const OptionInfo& option) {
 
 Setting MakeSetting(OptionId id, std::string_view value) {
   const OptionInfo& option = OptionOf(id);
-  if (const std::optional<Setting> setting = ParseSetting(option, value)) return *setting;
+  if (const std::optional<Setting> setting = ParseSetting(option, value)) {
+    return *setting;
+  }
   const std::string accepted = option.IsFlag() ? "on or off" : AcceptedValues(option);
   throw UsageError(Concat({"--", option.name, ": '", value, "' is not accepted; it takes ", accepted}));
 }
@@ -229,7 +245,9 @@ void Apply(BarcodeHandle handle, const Setting& setting) {
 
 std::string CommandText(const Setting& setting) {
   const OptionInfo& option = OptionOf(setting.option);
-  if (option.IsFlag()) return Concat({std::get<int>(setting.value) != 0 ? "--" : "--no-", option.name});
+  if (option.IsFlag()) {
+    return Concat({std::get<int>(setting.value) != 0 ? "--" : "--no-", option.name});
+  }
   const std::string value = std::visit(Overloaded{
                                            [](int number) { return std::to_string(number); },
                                            [](double number) { return Number(number); },

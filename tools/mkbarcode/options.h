@@ -1,5 +1,4 @@
-#ifndef BARCODE_TOOLS_MKBARCODE_OPTIONS_H
-#define BARCODE_TOOLS_MKBARCODE_OPTIONS_H
+#pragma once
 
 #include <span>
 #include <string>
@@ -8,12 +7,12 @@
 #include <vector>
 
 #include "barcode.h"
-#include "parse.h"
-#include "types.h"
+#include "mkbarcode/parse.h"
+#include "mkbarcode/types.h"
 
 namespace barcode::tool {
 
-/* The kinds of setter, each with what it accepts. */
+// The kinds of setter, each with what it accepts.
 struct FlagSetter {
   void (*set)(BarcodeHandle, int);
 };
@@ -36,7 +35,7 @@ struct ColorSetter {
 };
 using Setter = std::variant<FlagSetter, IntegerSetter, RealSetter, WordSetter, ColorSetter>;
 
-/* One option of the command line and the setter it stands for. A flag NAME has the opposite "no-NAME". */
+// One option of the command line and the setter it stands for. A flag NAME has the opposite "no-NAME".
 struct OptionInfo {
   OptionId id;
   std::string_view name;   // without the leading dashes
@@ -48,15 +47,15 @@ struct OptionInfo {
   bool IsFlag() const { return std::holds_alternative<FlagSetter>(setter); }
 };
 
-/* Every option, in the order of OptionId. */
+// Every option, in the order of OptionId.
 std::span<const OptionInfo> AllOptions();
 const OptionInfo& OptionOf(OptionId id);
 
-/* What values an option takes, in words for the help: "A, B or C", "0 to 40". Empty for flags. */
+// What values an option takes, in words for the help: "A, B or C", "0 to 40". Empty for flags.
 std::string AcceptedValues(const OptionInfo& option);
 
-/* An option with a checked value. A keyword is the one of the setter's words, and as these are literals, a
- * terminated string. */
+// An option with a checked value. A keyword is the one of the setter's words, and as these are literals, a
+// terminated string.
 struct Setting {
   OptionId option;
   std::variant<int, double, std::string_view, Color> value;
@@ -64,17 +63,15 @@ struct Setting {
   bool operator==(const Setting&) const = default;
 };
 
-/* Checks a value as the command line gives it (flags: "on" or "off"). Keywords are accepted in any case and
- * kept in the library's spelling. Throws UsageError with a message that names what is accepted. */
+// Checks a value as the command line gives it (flags: "on" or "off"). Keywords are accepted in any case and
+// kept in the library's spelling. Throws UsageError with a message that names what is accepted.
 Setting MakeSetting(OptionId id, std::string_view value);
 
-/* Hands the setting to the library. */
+// Hands the setting to the library.
 void Apply(BarcodeHandle handle, const Setting& setting);
 
-/* The setting as it is written on the command line and in C: "--rows 5", "barcode_set_rows(h, 5);". */
+// The setting as it is written on the command line and in C: "--rows 5", "barcode_set_rows(h, 5);".
 std::string CommandText(const Setting& setting);
 std::string CallText(const Setting& setting);
 
 }  // namespace barcode::tool
-
-#endif

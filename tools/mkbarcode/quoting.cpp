@@ -1,4 +1,4 @@
-#include "quoting.h"
+#include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 namespace {
@@ -8,7 +8,7 @@ bool IsPlainInShell(char c) {
   return isAlphanumeric || std::string_view("%+,-./:=@_").find(c) != std::string_view::npos;
 }
 
-/* Three octal digits, so that a digit behind the escape cannot be taken for a part of it. */
+// Three octal digits, so that a digit behind the escape cannot be taken for a part of it.
 std::string OctalEscape(unsigned char byte) {
   return {'\\', static_cast<char>('0' + byte / 64), static_cast<char>('0' + byte / 8 % 8),
           static_cast<char>('0' + byte % 8)};
@@ -18,7 +18,9 @@ std::string OctalEscape(unsigned char byte) {
 
 std::string Concat(std::initializer_list<std::string_view> parts) {
   std::string text;
-  for (const std::string_view part : parts) text += part;
+  for (const std::string_view part : parts) {
+    text += part;
+  }
   return text;
 }
 
@@ -50,8 +52,12 @@ std::string HtmlEscaped(std::string_view text) {
 
 std::string ShellQuoted(std::string_view text) {
   bool isPlain = !text.empty();
-  for (const char c : text) isPlain = isPlain && IsPlainInShell(c);
-  if (isPlain) return std::string(text);
+  for (const char c : text) {
+    isPlain = isPlain && IsPlainInShell(c);
+  }
+  if (isPlain) {
+    return std::string(text);
+  }
   std::string quoted = "'";
   for (const char c : text) {
     if (c == '\'') {

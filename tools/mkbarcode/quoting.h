@@ -1,5 +1,4 @@
-#ifndef BARCODE_TOOLS_MKBARCODE_QUOTING_H
-#define BARCODE_TOOLS_MKBARCODE_QUOTING_H
+#pragma once
 
 #include <initializer_list>
 #include <string>
@@ -7,18 +6,16 @@
 
 namespace barcode::tool {
 
-/* The parts, one behind the other. */
+// The parts, one behind the other.
 std::string Concat(std::initializer_list<std::string_view> parts);
 
-/* The text as HTML content or as a double-quoted attribute value. */
+// The text as HTML content or as a double-quoted attribute value.
 std::string HtmlEscaped(std::string_view text);
 
-/* The text as one word of a POSIX shell command, quoted only where the shell would change it. */
+// The text as one word of a POSIX shell command, quoted only where the shell would change it.
 std::string ShellQuoted(std::string_view text);
 
-/* The text as a C string literal, quotes included; bytes from 0x80 (UTF-8) stand as they are. */
+// The text as a C string literal, quotes included; bytes from 0x80 (UTF-8) stand as they are.
 std::string CLiteral(std::string_view text);
 
 }  // namespace barcode::tool
-
-#endif

@@ -1,4 +1,4 @@
-#include "types.h"
+#include "mkbarcode/types.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 namespace barcode::tool {
 namespace {
 
-template <typename... Ids>
+template <class... Ids>
 constexpr OptionSet Options(Ids... ids) {
   return (SetOf(ids) | ...);
 }
@@ -57,17 +57,21 @@ constexpr std::array kTypes = {
 
 constexpr bool NumbersAreIndices() {
   for (std::size_t i = 0; i < kTypes.size(); ++i) {
-    if (kTypes[i].number != static_cast<int>(i)) return false;
+    if (kTypes[i].number != static_cast<int>(i)) {
+      return false;
+    }
   }
   return true;
 }
 static_assert(NumbersAreIndices());
 
-/* The form in which names are compared: lower case, letters and digits without what separates them. */
+// The form in which names are compared: lower case, letters and digits without what separates them.
 std::string Folded(std::string_view name) {
   std::string folded;
   for (const char c : name) {
-    if (c == '-' || c == '_' || c == ' ') continue;
+    if (c == '-' || c == '_' || c == ' ') {
+      continue;
+    }
     folded += (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
   }
   return folded;
@@ -77,7 +81,9 @@ bool HasAlias(const TypeInfo& type, std::string_view folded) {
   std::string_view rest = type.aliases;
   while (!rest.empty()) {
     const std::string_view alias = rest.substr(0, rest.find(' '));
-    if (alias == folded) return true;
+    if (alias == folded) {
+      return true;
+    }
     rest.remove_prefix(std::min(rest.size(), alias.size() + 1));
   }
   return false;
@@ -91,7 +97,9 @@ std::span<const TypeInfo> AllTypes() {
 
 const TypeInfo* FindType(std::string_view name) {
   const std::string folded = Folded(name);
-  if (folded.empty()) return nullptr;
+  if (folded.empty()) {
+    return nullptr;
+  }
   const auto found = std::find_if(kTypes.begin(), kTypes.end(), [&](const TypeInfo& type) {
     return Folded(type.name) == folded || HasAlias(type, folded);
   });
@@ -111,8 +119,12 @@ bool IsOffered(const TypeInfo& type) {
 std::string NamesOfTypesServing(OptionId id) {
   std::string names;
   for (const TypeInfo& type : kTypes) {
-    if (!type.Serves(id)) continue;
-    if (!names.empty()) names += ", ";
+    if (!type.Serves(id)) {
+      continue;
+    }
+    if (!names.empty()) {
+      names += ", ";
+    }
     names += type.name;
   }
   return names;

@@ -1,5 +1,4 @@
-#ifndef BARCODE_TOOLS_MKBARCODE_TYPES_H
-#define BARCODE_TOOLS_MKBARCODE_TYPES_H
+#pragma once
 
 #include <cstdint>
 #include <span>
@@ -11,7 +10,7 @@
 
 namespace barcode::tool {
 
-/* One per option setter of barcode.h, barcode_set_output_format excepted (that one is --format). */
+// One per option setter of barcode.h, barcode_set_output_format excepted (that one is --format).
 enum class OptionId : std::uint8_t {
   kForegroundColor,
   kBackgroundColor,
@@ -41,14 +40,14 @@ enum class OptionId : std::uint8_t {
   kNoOfColumns,
 };
 
-/* A set of options, one bit per OptionId. */
+// A set of options, one bit per OptionId.
 using OptionSet = std::uint32_t;
 
 constexpr OptionSet SetOf(OptionId id) {
   return OptionSet{1} << static_cast<unsigned>(id);
 }
 
-/* All the tool knows of one symbology. */
+// All the tool knows of one symbology.
 struct TypeInfo {
   BarcodeSymbology number;
   std::string_view constant;  // the enumerator of barcode.h
@@ -61,21 +60,18 @@ struct TypeInfo {
   bool IsTwoDimensional() const { return number >= BARCODE_QR; }
 };
 
-/* Every symbology of barcode.h in the order of its numbers. */
+// Every symbology of barcode.h in the order of its numbers.
 std::span<const TypeInfo> AllTypes();
 
-/* The type of that name or alias, or null. Case, spaces, '-' and '_' do not matter: "GS1-128" is "gs1_128".
- */
+// The type of that name or alias, or null. Case, spaces, '-' and '_' do not matter: "GS1-128" is "gs1_128".
 const TypeInfo* FindType(std::string_view name);
 
 const TypeInfo& TypeOf(BarcodeSymbology number);
 
-/* Whether the library that the tool runs with makes objects of this type. */
+// Whether the library that the tool runs with makes objects of this type.
 bool IsOffered(const TypeInfo& type);
 
-/* The names of the types that serve an option, as "jan8, jan13". */
+// The names of the types that serve an option, as "jan8, jan13".
 std::string NamesOfTypesServing(OptionId id);
 
 }  // namespace barcode::tool
-
-#endif

@@ -1,0 +1,131 @@
+#include "core/font.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "core/diagnostics.h"
+#include "text/embedded_font.h"
+
+namespace barcode {
+namespace {
+
+constexpr int kSharedFontSize = 18;
+
+// The font library computes in 1/64 pixel and wraps far above this; up to here it refuses what it cannot do.
+constexpr int kMaxFontSize = 1'000'000;
+
+// What is kept open: a host draws labels of few sizes, and large glyphs take megabytes.
+constexpr std::size_t kKeptFonts = 8;
+constexpr int kMaxKeptSize = 128;
+
+struct SizedFont {
+  int size = 0;
+  std::shared_ptr<TTF_Font> font;
+};
+
+// One font library for the process: opened on first use, never closed, guarded by its mutex.
+struct FontLibrary {
+  std::recursive_mutex mutex;
+  FontPtr sharedFont;
+  // Open fonts of common sizes, the one used last in front.
+  std::vector<SizedFont> sizedFonts;
+
+  // Never destroyed: a host may draw until the process ends.
+  static FontLibrary& Instance() {
+    static auto& instance = *std::make_unique<FontLibrary>().release();
+    return instance;
+  }
+};
+
+}  // namespace
+
+FontPtr OpenEmbeddedRobotoFont(int size) {
+  const auto bytes = EmbeddedRobotoFont();
+  SDL_RWops* const stream = SDL_RWFromConstMem(bytes.data(), static_cast<int>(bytes.size()));
+  if (stream == nullptr) {
+    ErrorLine("OpenEmbeddedRobotoFont: SDL_RWFromConstMem failed: ", SDL_GetError());
+    return nullptr;
+  }
+  // The font library owns the stream from here and closes it, on failure too.
+  FontPtr font(TTF_OpenFontRW(stream, 1, std::min(size, kMaxFontSize)));
+  if (font == nullptr) {
+    ErrorLine("OpenEmbeddedRobotoFont: TTF_OpenFontRW failed: ", SDL_GetError());
+  }
+  return font;
+}
+
+std::shared_ptr<TTF_Font> SizedRobotoFont(int size) {
+  auto& fonts = FontLibrary::Instance().sizedFonts;
+  const auto kept =
+      std::find_if(fonts.begin(), fonts.end(), [&](const SizedFont& font) { return font.size == size; });
+  if (kept != fonts.end()) {
+    std::rotate(fonts.begin(), kept, kept + 1);
+    return fonts.front().font;
+  }
+  std::shared_ptr<TTF_Font> font = OpenEmbeddedRobotoFont(size);
+  if (font == nullptr) {
+    return nullptr;
+  }
+  TTF_SetFontHinting(font.get(), TTF_HINTING_MONO);
+  if (size <= kMaxKeptSize) {
+    if (fonts.size() == kKeptFonts) {
+      fonts.pop_back();
+    }
+    fonts.insert(fonts.begin(), {size, font});
+  }
+  return font;
+}
+
+std::optional<TextExtent> MeasureText(const std::string& text, int size) {
+  if (!IsTextRenderingReady()) {
+    return std::nullopt;
+  }
+  const FontLibraryLock lock;
+  const std::shared_ptr<TTF_Font> font = SizedRobotoFont(size);
+  if (font == nullptr) {
+    return std::nullopt;
+  }
+  TextExtent extent;
+  if (TTF_SizeUTF8(font.get(), text.c_str(), &extent.width, &extent.height) != 0) {
+    return std::nullopt;
+  }
+  return extent;
+}
+
+bool InitTextRendering() {
+  auto& library = FontLibrary::Instance();
+  const std::lock_guard lock(library.mutex);
+  if (library.sharedFont != nullptr) {
+    return true;
+  }
+  if (TTF_Init() != 0) {
+    ErrorLine("SDL_ttfの初期化に失敗: ", SDL_GetError());
+    return false;
+  }
+  library.sharedFont = OpenEmbeddedRobotoFont(kSharedFontSize);
+  if (library.sharedFont == nullptr) {
+    ErrorLine("フォントの読み込みに失敗: ", SDL_GetError());
+    return false;
+  }
+  return true;
+}
+
+bool IsTextRenderingReady() {
+  auto& library = FontLibrary::Instance();
+  const std::lock_guard lock(library.mutex);
+  return library.sharedFont != nullptr;
+}
+
+FontLibraryLock::FontLibraryLock() : m_lock(FontLibrary::Instance().mutex) {
+  if (const auto& font = FontLibrary::Instance().sharedFont) {
+    TTF_SetFontHinting(font.get(), TTF_HINTING_MONO);
+  }
+}
+
+FontLibraryLock::~FontLibraryLock() {
+  if (const auto& font = FontLibrary::Instance().sharedFont) {
+    TTF_SetFontHinting(font.get(), TTF_HINTING_NORMAL);
+  }
+}
+
+}  // namespace barcode

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/stacked_row.h"
+#include "layout/linear_layout.h"
+
+// Rows of element digits as bars in pixels: one geometry for the raster and the SVG draw of every GS1 DataBar
+// form that is not drawn by the plain linear layout.
+namespace barcode {
+
+// How the height of a stacked symbol is divided, in pixels. The text area is reserved whether or not text is
+// shown.
+struct StackedRoom {
+  int textSize = 0;
+  int textGap = 0;  // as computed; at least 1 is kept free
+  std::int64_t rows = 0;
+
+  static StackedRoom Of(std::uint32_t height, float fontScale, float gapScale);
+};
+
+// Row heights in pixels: the room divided in proportion to the rows' units.
+std::vector<float> ProportionalHeights(std::span<const DataBarRow> rows, const StackedRoom& room);
+
+// Row heights in pixels: rows with a height in modules get just that, the sharing rows divide the rest
+// equally. A share may be below zero when the fixed rows fill the room; it is raised to `smallestShare`.
+std::vector<float> SharedHeights(std::span<const DataBarRow> rows, const StackedRoom& room, float moduleWidth,
+                                 float smallestShare);
+
+// Modules of the widest row.
+std::size_t WidestRow(std::span<const DataBarRow> rows);
+
+struct BarLayout {
+  std::vector<RectF> bars;
+  float drawnWidth = 0;  // of the widest row
+};
+
+// The rows from (x, y) downwards, one of the heights each. An element of d modules is d * module width wide,
+// then adjusted and raised to a pixel; a width of '0' takes no room. Rows without height have no bars.
+BarLayout LayoutRows(std::span<const DataBarRow> rows, std::span<const float> heights,
+                     const ElementScale& scale, float x, float y);
+
+}  // namespace barcode

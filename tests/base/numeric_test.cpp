@@ -1,0 +1,44 @@
+#include "base/numeric.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace barcode {
+namespace {
+
+constexpr int kMin = std::numeric_limits<int>::min();
+constexpr int kMax = std::numeric_limits<int>::max();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+TEST(Numeric, TruncatesTowardZero) {
+  EXPECT_EQ(TruncToInt(2.9), 2);
+  EXPECT_EQ(TruncToInt(-2.9), -2);
+  EXPECT_EQ(TruncToInt(-0.5), 0);
+}
+
+TEST(Numeric, EveryDoubleHasAnInt) {
+  EXPECT_EQ(TruncToInt(std::nan("")), 0);
+  EXPECT_EQ(TruncToInt(kInfinity), kMax);
+  EXPECT_EQ(TruncToInt(-kInfinity), kMin);
+  EXPECT_EQ(TruncToInt(2147483647.0), kMax);
+  EXPECT_EQ(TruncToInt(2147483646.5), kMax - 1);
+  EXPECT_EQ(TruncToInt(-2147483648.0), kMin);
+  EXPECT_EQ(TruncToInt(1e300), kMax);
+}
+
+TEST(Numeric, ClampsToInt) {
+  EXPECT_EQ(ClampToInt(5'000'000'000), kMax);
+  EXPECT_EQ(ClampToInt(-5'000'000'000), kMin);
+  EXPECT_EQ(ClampToInt(-7), -7);
+}
+
+TEST(Numeric, DoublesBeyondFloatBecomeInfinite) {
+  EXPECT_EQ(ToFloat(1e300), std::numeric_limits<float>::infinity());
+  EXPECT_EQ(ToFloat(-1e300), -std::numeric_limits<float>::infinity());
+  EXPECT_TRUE(std::isnan(ToFloat(std::nan(""))));
+  EXPECT_EQ(ToFloat(0.25), 0.25F);
+}
+
+}  // namespace
+}  // namespace barcode

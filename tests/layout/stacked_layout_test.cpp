@@ -1,0 +1,94 @@
+#include "layout/stacked_layout.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <limits>
+
+namespace barcode {
+namespace {
+
+using testing::ElementsAre;
+using testing::FloatEq;
+
+constexpr float kUnbounded = std::numeric_limits<float>::lowest();
+
+const std::vector<DataBarRow> kStacked = {{"11", 5}, {"11", 1}, {"11", 7}};
+const std::vector<DataBarRow> kShared = {{"11", -1}, {"11", 1}, {"11", 1}, {"11", 1}, {"11", -1}};
+
+TEST(DataBarLayout, TextRoomFollowsTheHeightBands) {
+  // Height, text size, gap, rows.
+  using Case = std::array<std::int64_t, 4>;
+  for (const auto& [height, text, gap, rows] :
+       {Case{49, 12, 0, 36}, Case{50, 10, 1, 39}, Case{130, 26, 3, 101}, Case{200, 40, 6, 154},
+        Case{201, 30, 8, 163}}) {
+    const StackedRoom room = StackedRoom::Of(static_cast<std::uint32_t>(height), 1, 1);
+    EXPECT_EQ(room.textSize, text) << height;
+    EXPECT_EQ(room.textGap, gap) << height;
+    EXPECT_EQ(room.rows, rows) << height;
+  }
+}
+
+TEST(DataBarLayout, TextIsAtLeastEightPixelsAndTheRoomTen) {
+  EXPECT_EQ(StackedRoom::Of(100, 0.4F, 1).textSize, 8);
+  EXPECT_EQ(StackedRoom::Of(100, 0.45F, 1).textSize, 9);
+  EXPECT_EQ(StackedRoom::Of(19, 1, 1).rows, 10);
+  EXPECT_EQ(StackedRoom::Of(0, 1, 1).rows, 10);
+  EXPECT_EQ(StackedRoom::Of(130, 0.85F, 1.1F).rows, 104);
+}
+
+TEST(DataBarLayout, AnyScaleIsAllowed) {
+  const float infinity = std::numeric_limits<float>::infinity();
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  EXPECT_EQ(StackedRoom::Of(100, infinity, infinity).rows, 10);
+  EXPECT_EQ(StackedRoom::Of(100, nan, nan).rows, 100 - 1 - 8);
+  EXPECT_EQ(StackedRoom::Of(100, -infinity, -infinity).rows, 100 - 1 - 8);
+  EXPECT_EQ(StackedRoom::Of(0xFFFFFFFF, 0, 0).rows, 0xFFFFFFFFLL - 9);
+}
+
+TEST(DataBarLayout, ProportionalHeights) {
+  EXPECT_THAT(ProportionalHeights(kStacked, {.rows = 104}), ElementsAre(40, 8, 56));
+  EXPECT_THAT(ProportionalHeights(kStacked, {.rows = 101}),
+              ElementsAre(FloatEq(505 / 13.0F), FloatEq(101 / 13.0F), FloatEq(707 / 13.0F)));
+}
+
+TEST(DataBarLayout, SharedHeights) {
+  EXPECT_THAT(SharedHeights(kShared, {.rows = 101}, 2, kUnbounded), ElementsAre(47.5F, 2, 2, 2, 47.5F));
+  EXPECT_THAT(SharedHeights(kShared, {.rows = 10}, 5, kUnbounded), ElementsAre(-2.5F, 5, 5, 5, -2.5F));
+  EXPECT_THAT(SharedHeights(kShared, {.rows = 10}, 5, 1), ElementsAre(1, 5, 5, 5, 1));
+}
+
+TEST(DataBarLayout, RowsFollowEachOther) {
+  const std::vector<DataBarRow> rows = {{"012", 1}, {"21", 1}};
+  const BarLayout layout = LayoutRows(rows, std::array{10.0F, 4.0F}, {.moduleWidth = 3}, 5, 7);
+  EXPECT_THAT(layout.bars, ElementsAre(RectF{8, 7, 6, 10}, RectF{5, 17, 6, 4}));
+  EXPECT_EQ(layout.drawnWidth, 9);
+}
+
+TEST(DataBarLayout, AdjustmentsApplyToNominalWidthsWithOnePixelLeft) {
+  const std::vector<DataBarRow> rows = {{"0112", 1}};
+  const auto layout = [&](float moduleWidth, int black, int white) {
+    return LayoutRows(rows, std::array{1.0F}, {moduleWidth, black, white}, 0, 0);
+  };
+  EXPECT_THAT(layout(2, 1, 3).bars, ElementsAre(RectF{5, 0, 3, 1}));
+  EXPECT_EQ(layout(2, 1, 3).drawnWidth, 5 + 3 + 7);
+  EXPECT_THAT(layout(2, -9, -9).bars, ElementsAre(RectF{1, 0, 1, 1}));
+  EXPECT_EQ(layout(2, -9, -9).drawnWidth, 3);
+  // The width is raised after the adjustment only.
+  EXPECT_THAT(layout(0.5F, 1, 0).bars, ElementsAre(RectF{1, 0, 1.5F, 1}));
+}
+
+TEST(DataBarLayout, EmptyElementsTakeNoRoom) {
+  const std::vector<DataBarRow> rows = {{"1903", 1}, {"9031", 1}};
+  const BarLayout layout = LayoutRows(rows, std::array{1.0F, 1.0F}, {1, 1, 1}, 0, 0);
+  EXPECT_EQ(layout.bars[0], (RectF{0, 0, 2, 1}));
+  EXPECT_EQ(layout.drawnWidth, 16);
+}
+
+TEST(DataBarLayout, RowsWithoutHeightHaveNoBars) {
+  EXPECT_TRUE(LayoutRows({{{"11", -1}}}, std::array{-2.5F}, {}, 0, 0).bars.empty());
+}
+
+}  // namespace
+}  // namespace barcode
