@@ -1,34 +1,13 @@
 #include "gs1/databar_14_diagnostics.h"
 
-#include <concepts>
 #include <string_view>
 
-#include "base/number_format.h"
+#include "base/line.h"
 
 namespace barcode {
 namespace {
 
 constexpr std::size_t kShown = 20;
-
-void Append(std::string& line, std::string_view text) {
-  line += text;
-}
-
-void Append(std::string& line, float value) {
-  AppendGeneral(line, value);
-}
-
-template <std::integral Integer>
-void Append(std::string& line, Integer value) {
-  AppendInt(line, static_cast<std::int64_t>(value));
-}
-
-template <class... Pieces>
-std::string Line(const Pieces&... pieces) {
-  std::string line;
-  (Append(line, pieces), ...);
-  return line;
-}
 
 std::string_view Beginning(std::string_view text) {
   return text.substr(0, kShown);
@@ -51,7 +30,7 @@ std::vector<std::string> DescribeDataBar14(const DataBar14Symbol& symbol) {
   return lines;
 }
 
-std::vector<std::string> DescribeStackedDraw14(const DataBarBox& box, const StackedRoom& room,
+std::vector<std::string> DescribeStackedDraw14(const Box& box, const StackedRoom& room,
                                                std::span<const float> rowHeights) {
   std::vector<std::string> lines;
   lines.push_back(Line("DEBUG Draw: availableHeight=", room.rows, ", height=", box.height));

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "linear/code128_values.h"
+#include "linear/code128_encoder.h"
 
 namespace barcode {
 

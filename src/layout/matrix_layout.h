@@ -60,6 +60,15 @@ struct ModuleRule {
   SkipModules skip = SkipModules::kNone;
 };
 
+// A symbol in its picture of width x height pixels: where its modules stand and what is drawn of them.
+struct MatrixDrawing {
+  std::uint32_t width = 0;
+  std::uint32_t height = 0;
+  ModuleSize module;
+  ModuleGrid grid;
+  ModuleRule rule;
+};
+
 // The rectangles of the dark modules, row by row: visit(ModuleRect).
 template <class Visit>
 void LayoutModules(const ModuleMatrix& matrix, const ModuleGrid& grid, const ModuleRule& rule, Visit visit);

@@ -15,7 +15,7 @@ float LayoutRow(std::string_view widths, const ElementScale& scale, RectF row, s
   bool isBar = true;
   for (const char digit : widths) {
     if (digit != '0') {
-      row.width = scale.AdjustedWidth(static_cast<float>(digit - '0') * scale.moduleWidth, isBar);
+      row.width = scale.ElementWidth(static_cast<std::uint32_t>(digit - '0'), isBar);
       if (isBar && row.height > 0) {
         bars.push_back(row);
       }
@@ -80,15 +80,17 @@ std::size_t WidestRow(std::span<const DataBarRow> rows) {
   return widest;
 }
 
-BarLayout LayoutRows(std::span<const DataBarRow> rows, std::span<const float> heights,
-                     const ElementScale& scale, float x, float y) {
-  BarLayout layout;
+Drawing LayoutRows(std::span<const DataBarRow> rows, std::span<const float> heights,
+                   const ElementScale& scale, const Box& box) {
+  const auto x = static_cast<float>(box.x);
+  auto y = static_cast<float>(box.y);
+  Drawing drawing;
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    const float end = LayoutRow(rows[i].widths, scale, {x, y, 0, heights[i]}, layout.bars);
-    layout.drawnWidth = std::max(layout.drawnWidth, end - x);
+    const float end = LayoutRow(rows[i].widths, scale, {x, y, 0, heights[i]}, drawing.bars);
+    drawing.drawnWidth = std::max(drawing.drawnWidth, end - x);
     y += heights[i];
   }
-  return layout;
+  return drawing;
 }
 
 }  // namespace barcode

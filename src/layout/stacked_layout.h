@@ -6,7 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "base/geometry.h"
 #include "base/stacked_row.h"
+#include "layout/drawing.h"
 #include "layout/linear_layout.h"
 
 // Rows of element digits as bars in pixels: one geometry for the raster and the SVG draw of every GS1 DataBar
@@ -34,14 +36,9 @@ std::vector<float> SharedHeights(std::span<const DataBarRow> rows, const Stacked
 // Modules of the widest row.
 std::size_t WidestRow(std::span<const DataBarRow> rows);
 
-struct BarLayout {
-  std::vector<RectF> bars;
-  float drawnWidth = 0;  // of the widest row
-};
-
-// The rows from (x, y) downwards, one of the heights each. An element of d modules is d * module width wide,
-// then adjusted and raised to a pixel; a width of '0' takes no room. Rows without height have no bars.
-BarLayout LayoutRows(std::span<const DataBarRow> rows, std::span<const float> heights,
-                     const ElementScale& scale, float x, float y);
+// The bars of the rows from the top-left corner of the box downwards, one of the heights each; drawnWidth is
+// that of the widest row. Rows without height have no bars.
+Drawing LayoutRows(std::span<const DataBarRow> rows, std::span<const float> heights,
+                   const ElementScale& scale, const Box& box);
 
 }  // namespace barcode

@@ -15,7 +15,7 @@ constexpr int kMaxCodeRows = 90;
 
 // In SVG every module overlaps its neighbours by half a pixel, which closes hairline gaps.
 constexpr ModuleRule kSvgRule = {.adjust = 0.5, .skip = SkipModules::kNone};
-constexpr std::int32_t kNoAdjustment = 0;
+constexpr ModuleRule kRasterRule = {.adjust = 0, .skip = SkipModules::kEmptyRect};
 
 // Encodes and prints what the encoder has to say, also when it refuses the text.
 void EncodeAndReport(PDF417Encoder& encoder, std::string_view text) {
@@ -87,42 +87,31 @@ PDF417Options PDF417::EncoderOptions() const {
           .yHeight = m_yHeight};
 }
 
-bool PDF417::DrawMatrix(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) {
-  return Reported(kTag, [&] {
-    const PDF417Options options = EncoderOptions();
-    PDF417Encoder encoder(options);
-    EncodeAndReport(encoder, text);
-    const ModuleMatrix& modules = encoder.Modules();
-    if (modules.Empty()) {
-      return false;
-    }
-    const std::uint32_t drawnWidth =
-        width == height ? ProportionalWidth(modules, height, options.RowHeight()) : width;
-    if (!IsSvgOutput()) {
-      return DrawRaster(modules, x, y, drawnWidth, height);
-    }
-    DrawSvgDocument(modules, drawnWidth, height);
-    return true;
-  });
+ModuleMatrix PDF417::Encode(const std::string& text) const {
+  PDF417Encoder encoder(EncoderOptions());
+  EncodeAndReport(encoder, text);
+  return encoder.Modules();
 }
 
-bool PDF417::DrawRaster(const ModuleMatrix& modules, int x, int y, std::uint32_t width,
-                        std::uint32_t height) {
-  auto target = PrepareTarget(x, y, width, height, Progress::kSilent);
-  if (!target) {
-    return false;
+Box PDF417::DrawnBox(const ModuleMatrix& matrix, const Box& box) const {
+  Box drawn = box;
+  if (box.width == box.height) {
+    drawn.width = ProportionalWidth(matrix, box.height, EncoderOptions().RowHeight());
   }
-  FillTarget(*target);
-  PaintModules(*target, modules,
-               StretchedModules(target->width, target->height, modules.Columns(), modules.Rows(), m_fitWidth),
-               kNoAdjustment);
-  FinishTarget(*target);
-  return true;
+  return drawn;
 }
 
-void PDF417::DrawSvgDocument(const ModuleMatrix& modules, std::uint32_t width, std::uint32_t height) {
-  const ModuleSize module = StretchedModules(width, height, modules.Columns(), modules.Rows(), m_fitWidth);
-  WriteSvg(width, height, modules, ExactGrid(module, modules.Columns(), modules.Rows()), kSvgRule);
+MatrixDrawing PDF417::Layout(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height,
+                             PixelGrid grid) const {
+  const int columns = matrix.Columns();
+  const int rows = matrix.Rows();
+  const ModuleSize module = StretchedModules(width, height, columns, rows, m_fitWidth);
+  const bool whole = grid == PixelGrid::kWhole;
+  return {.width = width,
+          .height = height,
+          .module = module,
+          .grid = whole ? RoundedGrid(module, columns, rows, 0, 0) : ExactGrid(module, columns, rows),
+          .rule = whole ? kRasterRule : kSvgRule};
 }
 
 }  // namespace barcode

@@ -13,11 +13,11 @@ namespace barcode {
 // error level that fills the grid.
 class PDF417 : public BarcodeBase2D {
  public:
-  static constexpr std::string_view kTag = "[PDF417] ";
-
   enum class SizeKind : std::uint8_t { kAuto, kRows, kColumns, kColumnsAndRows };
 
-  using BarcodeBase2D::BarcodeBase2D;
+  explicit PDF417(std::string_view format)
+      : BarcodeBase2D(format,
+                      {.tag = "[PDF417] ", .encodesFirst = true, .printsSteps = false, .doneLine = {}}) {}
 
   // Stored and reported. No setter selects a size kind or a fixed error level: columns, rows and level do not
   // change the symbol. This is intended.
@@ -32,16 +32,18 @@ class PDF417 : public BarcodeBase2D {
   // a square box, the width of the symbol, not the height of a row.
   void SetYHeight(std::int32_t height);
 
-  bool DrawMatrix(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) override;
-
   // What the encoder is told: ROWS and COLUMNS are exchanged on the way. This is intended.
   static PDF417SizeKind EncoderSizeKind(SizeKind kind);
   PDF417Options EncoderOptions() const;
 
- private:
-  bool DrawRaster(const ModuleMatrix& modules, int x, int y, std::uint32_t width, std::uint32_t height);
-  void DrawSvgDocument(const ModuleMatrix& modules, std::uint32_t width, std::uint32_t height);
+ protected:
+  ModuleMatrix Encode(const std::string& text) const override;
+  // A square box keeps its height and takes the width that is natural for the symbol.
+  Box DrawnBox(const ModuleMatrix& matrix, const Box& box) const override;
+  MatrixDrawing Layout(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height,
+                       PixelGrid grid) const override;
 
+ private:
   SizeKind m_sizeKind = SizeKind::kAuto;
   std::int32_t m_codeColumns = 0;
   std::int32_t m_codeRows = 0;

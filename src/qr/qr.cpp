@@ -34,9 +34,7 @@ void QR::SetVersion(std::uint32_t version) {
     return;
   }
   m_version = 0;
-  std::string warning = "Warning: Invalid QR Code version (";
-  AppendInt(warning, static_cast<std::int32_t>(version));
-  PrintLine(warning += "). Setting to auto.");
+  PrintLine("Warning: Invalid QR Code version (", static_cast<std::int32_t>(version), "). Setting to auto.");
 }
 
 void QR::SetEncodeMode(std::string_view mode) {
@@ -51,45 +49,27 @@ void QR::SetEncodeMode(std::string_view mode) {
                 .append("'). Setting to Binary ('B')."));
 }
 
-bool QR::DrawMatrix(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) {
-  return Reported(kTag, [&] {
-    return IsSvgOutput() ? DrawSvgDocument(text, width, height) : DrawRaster(text, x, y, width, height);
-  });
-}
-
-bool QR::DrawRaster(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) {
-  auto target = PrepareTarget(x, y, width, height, Progress::kPrinted);
-  if (!target) {
-    return false;
-  }
-  // An empty text is no error here: the background alone is drawn.
-  const ModuleMatrix matrix = Encode(text);
-  PrintModules("【Debug: QRコードのビットパターン出力】", matrix);
-  FillTarget(*target);
-  PaintModules(*target, matrix,
-               StretchedModules(target->width, target->height, matrix.Columns(), matrix.Rows(), m_fitWidth),
-               m_pxAdjustBlack);
-  FinishTarget(*target);
-  PrintLine("--- QR::Draw 終了 (成功) ---");
-  return true;
-}
-
-bool QR::DrawSvgDocument(const std::string& text, std::uint32_t width, std::uint32_t height) {
-  const ModuleMatrix matrix = Encode(text);
-  if (matrix.Empty()) {
-    return false;
-  }
-  const int size = matrix.Columns();
-  const ModuleSize module = StretchedModules(width, height, size, size, m_fitWidth);
-  WriteSvg(width, height, matrix, ExactGrid(module, size, size),
-           {.adjust = static_cast<double>(m_pxAdjustBlack), .skip = SkipModules::kEmptyCell});
-  return true;
-}
-
 ModuleMatrix QR::Encode(const std::string& text) const {
   QREncoder encoder(m_encodeMode, m_version, m_errorCorrectionLevel);
   encoder.Encode(text);
   return encoder.Matrix();
+}
+
+MatrixDrawing QR::Layout(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height,
+                         PixelGrid grid) const {
+  const int size = matrix.Columns();
+  const ModuleSize module = StretchedModules(width, height, size, size, m_fitWidth);
+  const bool whole = grid == PixelGrid::kWhole;
+  return {.width = width,
+          .height = height,
+          .module = module,
+          .grid = whole ? RoundedGrid(module, size, size, 0, 0) : ExactGrid(module, size, size),
+          .rule = {.adjust = static_cast<double>(m_pxAdjustBlack),
+                   .skip = whole ? SkipModules::kEmptyRect : SkipModules::kEmptyCell}};
+}
+
+void QR::ReportSymbol(const ModuleMatrix& matrix, const MatrixDrawing& /*drawing*/) const {
+  PrintModules("【Debug: QRコードのビットパターン出力】", matrix);
 }
 
 }  // namespace barcode

@@ -1,11 +1,10 @@
-#include "linear/two_of_five.h"
+#include "linear/two_of_five_encoder.h"
 
 #include <array>
 #include <cstddef>
 #include <stdexcept>
 
 #include "base/ascii.h"
-#include "base/numeric.h"
 
 namespace barcode {
 namespace {
@@ -18,25 +17,10 @@ constexpr std::array<std::uint32_t, 10> kDigitMasks = {24, 3, 5, 6, 9, 10, 12, 1
 // how these symbols are meant to be drawn.
 constexpr std::array<std::uint32_t, 3> kBarBits = {16, 4, 1};
 
-}  // namespace
-
-std::uint32_t WideModules(float ratio) {
-  const bool odd = TruncToInt(ratio) % 2 != 0;
-  return odd ? 3 : 2;
-}
-
-void RequireDigits(std::string_view text, const char* message) {
-  if (text.empty()) {
-    throw std::runtime_error("Empty string");
-  }
-  if (!AllDigits(text)) {
-    throw std::runtime_error(message);
-  }
-}
-
-RunVector EncodeTwoOfFive(std::string_view digits, std::uint32_t wide, const char* notDigitsMessage) {
+// The module pattern of both symbologies, which differ in their message only.
+RunVector EncodeTwoOfFive(std::string_view digits, const char* notDigitsMessage) {
   RequireDigits(digits, notDigitsMessage);
-  RunVector pattern = {wide, 1, wide, 1};
+  RunVector pattern = {kWideModules, 1, kWideModules, 1};
   pattern.reserve(6 * digits.size() + 6);
   for (std::size_t i = 0; i < digits.size(); ++i) {
     if (i > 0) {
@@ -47,12 +31,31 @@ RunVector EncodeTwoOfFive(std::string_view digits, std::uint32_t wide, const cha
       if (bit != kBarBits.front()) {
         pattern.push_back(1);
       }
-      pattern.push_back((mask & bit) != 0 ? wide : 1);
+      pattern.push_back((mask & bit) != 0 ? kWideModules : 1);
     }
   }
   // The last element is a space: it draws nothing, but counts in the width of the symbol.
-  pattern.insert(pattern.end(), {1, wide, wide});
+  pattern.insert(pattern.end(), {1, kWideModules, kWideModules});
   return pattern;
+}
+
+}  // namespace
+
+void RequireDigits(std::string_view text, const char* message) {
+  if (text.empty()) {
+    throw std::runtime_error("Empty string");
+  }
+  if (!AllDigits(text)) {
+    throw std::runtime_error(message);
+  }
+}
+
+RunVector EncodeMatrix2of5(std::string_view text) {
+  return EncodeTwoOfFive(text, "Matrix 2 of 5 barcode requires numeric digits only");
+}
+
+RunVector EncodeNec2of5(std::string_view text) {
+  return EncodeTwoOfFive(text, "NEC 2 of 5 barcode requires numeric digits only");
 }
 
 }  // namespace barcode

@@ -1,4 +1,4 @@
-#include "linear/code128_values.h"
+#include "linear/code128_encoder.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -190,15 +190,12 @@ int CharValue(Code128Set set, std::string_view text, std::size_t pos) {
   return 10 * (text[pos] - '0') + (text[pos + 1] - '0');
 }
 
-Code128Values EncodeValues(std::string_view text, std::int32_t mode) {
+Code128Values EncodeValues(std::string_view text, Code128Mode mode) {
   if (text.empty()) {
     throw std::runtime_error("Empty string");
   }
-  if (mode < 0 || mode > kCode128ModeAuto) {
-    throw std::runtime_error("Invalid CodeMode");
-  }
   Code128Values values =
-      mode == kCode128ModeAuto ? EncodeAutomatic(text) : EncodeFixed(text, static_cast<Code128Set>(mode));
+      mode == Code128Mode::kAuto ? EncodeAutomatic(text) : EncodeFixed(text, static_cast<Code128Set>(mode));
   AppendCheckAndStop(values);
   return values;
 }
@@ -222,11 +219,11 @@ void AppendCheckAndStop(Code128Values& values) {
   values.push_back(kCode128Stop);
 }
 
-RunVector ValuesToPattern(const Code128Values& values, const char* invalidMessage) {
+RunVector ValuesToPattern(const Code128Values& values) {
   std::size_t count = 0;
   for (const int value : values) {
     if (value < 0 || value > kCode128Stop) {
-      throw std::out_of_range(invalidMessage);
+      throw std::out_of_range("Invalid code value");
     }
     count += ElementCount(value);
   }
@@ -240,6 +237,10 @@ RunVector ValuesToPattern(const Code128Values& values, const char* invalidMessag
     }
   }
   return pattern;
+}
+
+RunVector EncodeCode128(std::string_view text, Code128Mode mode) {
+  return ValuesToPattern(EncodeValues(text, mode));
 }
 
 }  // namespace barcode
