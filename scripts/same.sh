@@ -64,22 +64,27 @@ key=$({ cat "$recorder" && printf '%s\n' "$@"; } | sha256sum | cut -c 1-16)
 baseRecord=$base/$key.txt
 newRecord=$new/record.txt
 
-# record SIDE LIBRARY FILE [ARGUMENT...]: what is recorded up to a crash is kept and compared.
+# record SIDE LIBRARY FILE [ARGUMENT...]: on two processors. What is recorded up to a crash is kept and compared.
 record() {
   side=$1 library=$2 file=$3
   shift 3
   rm -f "$file"
-  if "$recorder" record "$library" "$file.part" "$@"; then
+  "$recorder" record "$library" "$file.1" --shards 2 --shard 0 "$@" &
+  failed=0
+  "$recorder" record "$library" "$file.2" --shards 2 --shard 1 "$@" || failed=$?
+  wait $! || failed=$?
+  cat "$file.1" "$file.2" >"$file.part"
+  rm "$file.1" "$file.2"
+  if [ $failed -eq 0 ]; then
     mv "$file.part" "$file"
   else
-    echo "The recorder ended with status $? in the $side library: its record is cut short" >&2
+    echo "The recorder ended with status $failed in the $side library: its record is cut short" >&2
   fi
 }
 recorded() { if [ -f "$1" ]; then echo "$1"; else echo "$1.part"; fi; }
 
-record new "$new/libbarcode.so" "$newRecord" "$@" &
 [ -f "$baseRecord" ] || record base "$base/libbarcode.so" "$baseRecord" "$@"
-wait $!
+record new "$new/libbarcode.so" "$newRecord" "$@"
 
 status=0
 "$recorder" compare "$(recorded "$baseRecord")" "$(recorded "$newRecord")" || status=$?

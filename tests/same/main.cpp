@@ -23,6 +23,8 @@ struct Arguments {
   std::string otherFile;
   SessionName name;
   int sessions = 300;
+  int shards = 1;
+  int shard = 0;
   int seed = 1;
 };
 
@@ -34,7 +36,11 @@ void Record(const Arguments& arguments) {
   }
   Streams streams;
   RecordJournal journal(file);
+  int position = 0;
   for (const SessionName& name : AllSessions(arguments.name.type, arguments.sessions)) {
+    if (position++ % arguments.shards != arguments.shard) {
+      continue;
+    }
     journal.SetSession(name.type + " " + name.session);
     streams.Join(StreamsJoined(name));
     Host host(library, streams, journal);
@@ -67,6 +73,10 @@ int Main(int argc, char** argv) {
       ->capture_default_str();
   record->add_option("--seed", arguments.seed, "Other seeds make other draws")->capture_default_str();
   record->add_option("--type", arguments.name.type, "One type only, by the name it has in the record");
+  record->add_option("--shards", arguments.shards, "Divide the sessions among so many processes")
+      ->check(CLI::PositiveNumber)
+      ->capture_default_str();
+  record->add_option("--shard", arguments.shard, "Which share is recorded, from 0")->capture_default_str();
 
   CLI::App* const show =
       app.add_subcommand("show", "Write one session in full into a folder, which is emptied");
