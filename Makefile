@@ -1,11 +1,12 @@
 # Thin calls of the presets in CMakePresets.json.
 .DEFAULT_GOAL := help
-.PHONY: help build demo everything test asan lint bench install clean
+.PHONY: help build demo everything test asan same lint bench install clean
 
 help:
 	@echo "make demo     install what is missing, build, draw the gallery into build/gallery/"
 	@echo "make test     install what is missing, build, run every test"
 	@echo "make asan     the tests under address and undefined-behaviour sanitizers"
+	@echo "make same     compare the library byte for byte with that of a commit (BASE=commit, ARGS=...)"
 	@echo "make lint     clang-format and clang-tidy"
 	@echo "make bench    the benchmarks"
 	@echo "make install  install the library, its header and mkbarcode (PREFIX, default /usr/local)"
@@ -34,6 +35,11 @@ asan:
 	cmake --preset asan
 	cmake --build --preset asan
 	ctest --preset asan
+
+same:
+	@test -n "$(BASE)" || { echo "make same BASE=commit: which commit's library is to be compared with?" >&2; exit 2; }
+	@scripts/install-deps.sh --test
+	scripts/same.sh $(BASE) $(ARGS)
 
 lint:
 	@scripts/install-deps.sh --lint
