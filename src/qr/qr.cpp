@@ -1,54 +1,28 @@
 #include "qr/qr.h"
 
-#include <algorithm>
-#include <array>
-
-#include "base/ascii.h"
-#include "base/number_format.h"
+#include "base/line.h"
 #include "core/diagnostics.h"
 #include "qr/qr_encoder.h"
 #include "qr/qr_tables.h"
 
 namespace barcode {
-namespace {
-
-constexpr std::array<std::string_view, kQrLevels> kLevels = {"L", "M", "Q", "H"};
-constexpr std::uint32_t kLevelM = 1;
-constexpr std::string_view kByteMode = "B";
-constexpr std::array<std::string_view, 4> kModes = {"N", "A", kByteMode, "K"};
-
-}  // namespace
 
 void QR::SetErrorCorrectionLevel(std::string_view level) {
-  m_errorCorrectionLevel = kLevelM;
-  for (std::uint32_t i = 0; i < kLevels.size(); ++i) {
-    if (level == kLevels[i]) {
-      m_errorCorrectionLevel = i;
-    }
-  }
+  m_options.level = FindKeyword(kQrLevelKeywords, level).value_or(QrLevel::kM);
 }
 
 void QR::SetVersion(std::uint32_t version) {
   if (version <= kQrMaxVersion) {
-    m_version = version;
+    m_options.minVersion = static_cast<int>(version);
     return;
   }
-  m_version = 0;
-  std::string warning = "Warning: Invalid QR Code version (";
-  AppendInt(warning, static_cast<std::int32_t>(version));
-  PrintLine(warning += "). Setting to auto.");
+  m_options.minVersion = 0;
+  PrintLine(
+      Line("Warning: Invalid QR Code version (", static_cast<std::int32_t>(version), "). Setting to auto."));
 }
 
 void QR::SetEncodeMode(std::string_view mode) {
-  const auto letter = std::find(kModes.begin(), kModes.end(), ToUpper(mode));
-  if (letter != kModes.end()) {
-    m_encodeMode = *letter;
-    return;
-  }
-  m_encodeMode = kByteMode;
-  PrintLine(std::string("Warning: Invalid QR Code encode mode ('")
-                .append(mode)
-                .append("'). Setting to Binary ('B')."));
+  m_options.mode = FindKeyword(kQrModeKeywords, mode).value_or(QrMode::kByte);
 }
 
 bool QR::DrawMatrix(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) {
@@ -63,7 +37,7 @@ bool QR::DrawRaster(const std::string& text, int x, int y, std::uint32_t width, 
     return false;
   }
   // An empty text is no error here: the background alone is drawn.
-  const ModuleMatrix matrix = Encode(text);
+  const ModuleMatrix matrix = EncodeQr(text, m_options).matrix;
   PrintModules("【Debug: QRコードのビットパターン出力】", matrix);
   FillTarget(*target);
   PaintModules(*target, matrix,
@@ -75,7 +49,7 @@ bool QR::DrawRaster(const std::string& text, int x, int y, std::uint32_t width, 
 }
 
 bool QR::DrawSvgDocument(const std::string& text, std::uint32_t width, std::uint32_t height) {
-  const ModuleMatrix matrix = Encode(text);
+  const ModuleMatrix matrix = EncodeQr(text, m_options).matrix;
   if (matrix.Empty()) {
     return false;
   }
@@ -84,12 +58,6 @@ bool QR::DrawSvgDocument(const std::string& text, std::uint32_t width, std::uint
   WriteSvg(width, height, matrix, ExactGrid(module, size, size),
            {.adjust = static_cast<double>(m_pxAdjustBlack), .skip = SkipModules::kEmptyCell});
   return true;
-}
-
-ModuleMatrix QR::Encode(const std::string& text) const {
-  QREncoder encoder(m_encodeMode, m_version, m_errorCorrectionLevel);
-  encoder.Encode(text);
-  return encoder.Matrix();
 }
 
 }  // namespace barcode
