@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/module_matrix.h"
+#include "layout/drawing.h"
 
 namespace barcode {
 
@@ -68,6 +69,10 @@ struct MatrixDrawing {
   ModuleGrid grid;
   ModuleRule rule;
 };
+
+// A symbol whose modules fill the box: whole pixels have rounded edges, fractions exact ones.
+MatrixDrawing LayoutStretched(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height,
+                              bool fitWidth, PixelGrid grid, const ModuleRule& rule);
 
 // The rectangles of the dark modules, row by row: visit(ModuleRect).
 template <class Visit>

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "base/module_matrix.h"
 #include "core/barcode_base_2d.h"
+#include "qr/qr_options.h"
 
 namespace barcode {
 
@@ -21,8 +21,8 @@ class QR : public BarcodeBase2D {
   // The least version, 1 to 40; 0 leaves it to the text. Any other number prints a warning and sets 0.
   void SetVersion(std::uint32_t version);
 
-  // The letter "N", "A", "B" or "K", upper or lower case; any other text prints a warning and sets "B". Only
-  // "N" makes a difference: the other letters encode bytes.
+  // "AUTO", "BYTE", "NUMERIC", "ALPHANUMERIC" or "KANJI". Only "NUMERIC" makes a difference: all else, any
+  // other text included, encodes bytes.
   void SetEncodeMode(std::string_view mode);
 
  protected:
@@ -33,9 +33,7 @@ class QR : public BarcodeBase2D {
   void ReportSymbol(const ModuleMatrix& matrix, const MatrixDrawing& drawing) const override;
 
  private:
-  std::uint32_t m_errorCorrectionLevel = 1;
-  std::uint32_t m_version = 0;
-  std::string_view m_encodeMode = "B";  // one of the constant letters
+  QrOptions m_options;
 };
 
 }  // namespace barcode
