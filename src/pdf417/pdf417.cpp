@@ -3,29 +3,34 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
+#include "base/encoder_lines.h"
 #include "core/diagnostics.h"
-#include "pdf417/pdf417_encoder.h"
+#include "pdf417/encoder.h"
+#include "pdf417/limits.h"
 
 namespace barcode {
 namespace {
-
-constexpr int kMaxCodeColumns = 30;
-constexpr int kMaxCodeRows = 90;
 
 // In SVG every module overlaps its neighbours by half a pixel, which closes hairline gaps.
 constexpr ModuleRule kSvgRule = {.adjust = 0.5, .skip = SkipModules::kNone};
 constexpr std::int32_t kNoAdjustment = 0;
 
 // Encodes and prints what the encoder has to say, also when it refuses the text.
-void EncodeAndReport(PDF417Encoder& encoder, std::string_view text) {
+ModuleMatrix EncodeAndReport(std::string_view text, const pdf417::Options& options,
+                             std::string_view stringEncoding) {
+  EncoderLines lines;
+  pdf417::AddProperties(options, stringEncoding, lines);
+  pdf417::Symbol symbol;
   try {
-    encoder.Encode(text);
+    symbol = pdf417::Encode(text, options, lines);
   } catch (...) {
-    Print(encoder.Diagnostics());
+    Print(lines.Text());
     throw;
   }
-  Print(encoder.Diagnostics());
+  Print(lines.Text());
+  return std::move(symbol.modules);
 }
 
 // The width that gives the symbol its natural proportion at this height.
@@ -39,65 +44,34 @@ std::uint32_t ProportionalWidth(const ModuleMatrix& modules, std::uint32_t heigh
 }  // namespace
 
 void PDF417::SetCodeColumns(std::int32_t columns) {
-  if (columns >= 0 && columns <= kMaxCodeColumns) {
-    m_codeColumns = columns;
+  if (columns >= 0 && columns <= pdf417::kMaxColumns) {
+    m_options.codeColumns = columns;
   }
 }
 
 void PDF417::SetCodeRows(std::int32_t rows) {
-  if (rows >= 0 && rows <= kMaxCodeRows) {
-    m_codeRows = rows;
+  if (rows >= 0 && rows <= pdf417::kMaxRows) {
+    m_options.codeRows = rows;
   }
 }
 
 void PDF417::SetAspectRatio(double ratio) {
-  if (ratio >= kPDF417MinAspectRatio && ratio <= kPDF417MaxAspectRatio) {
-    m_aspectRatio = ratio;
+  if (ratio >= pdf417::kMinAspectRatio && ratio <= pdf417::kMaxAspectRatio) {
+    m_options.aspectRatio = ratio;
   }
 }
 
 void PDF417::SetYHeight(std::int32_t height) {
   if (height > 0) {
-    m_yHeight = height;
+    m_options.yHeight = height;
   }
-}
-
-PDF417SizeKind PDF417::EncoderSizeKind(SizeKind kind) {
-  switch (kind) {
-    case SizeKind::kRows:
-      return PDF417SizeKind::kColumns;
-    case SizeKind::kColumns:
-      return PDF417SizeKind::kRows;
-    case SizeKind::kColumnsAndRows:
-      return PDF417SizeKind::kColumnsAndRows;
-    case SizeKind::kAuto:
-      break;
-  }
-  return PDF417SizeKind::kAuto;
-}
-
-PDF417Options PDF417::EncoderOptions() const {
-  return {.stringEncoding = m_stringEncoding,
-          .sizeKind = EncoderSizeKind(m_sizeKind),
-          .codeColumns = m_codeColumns,
-          .codeRows = m_codeRows,
-          .useAutoErrorLevel = m_useAutoErrorLevel,
-          .errorLevel = m_errorLevel,
-          .aspectRatio = m_aspectRatio,
-          .yHeight = m_yHeight};
 }
 
 bool PDF417::DrawMatrix(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) {
   return Reported(kTag, [&] {
-    const PDF417Options options = EncoderOptions();
-    PDF417Encoder encoder(options);
-    EncodeAndReport(encoder, text);
-    const ModuleMatrix& modules = encoder.Modules();
-    if (modules.Empty()) {
-      return false;
-    }
+    const ModuleMatrix modules = EncodeAndReport(text, m_options, m_stringEncoding);
     const std::uint32_t drawnWidth =
-        width == height ? ProportionalWidth(modules, height, options.RowHeight()) : width;
+        width == height ? ProportionalWidth(modules, height, m_options.RowHeight()) : width;
     if (!IsSvgOutput()) {
       return DrawRaster(modules, x, y, drawnWidth, height);
     }

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "core/barcode_base_2d.h"
-#include "pdf417/pdf417_options.h"
+#include "pdf417/options.h"
 
 namespace barcode {
 
@@ -15,13 +15,10 @@ class PDF417 : public BarcodeBase2D {
  public:
   static constexpr std::string_view kTag = "[PDF417] ";
 
-  enum class SizeKind : std::uint8_t { kAuto, kRows, kColumns, kColumnsAndRows };
-
   using BarcodeBase2D::BarcodeBase2D;
 
-  // Stored and reported. No setter selects a size kind or a fixed error level: columns, rows and level do not
-  // change the symbol. This is intended.
-  void SetErrorLevel(std::int32_t level) { m_errorLevel = level; }
+  // Stored and reported. Level, columns and rows do not change the symbol. This is intended.
+  void SetErrorLevel(std::int32_t level) { m_options.errorLevel = level; }
   void SetCodeColumns(std::int32_t columns);  // 0 to 30; other numbers change nothing
   void SetCodeRows(std::int32_t rows);        // 0 to 90; other numbers change nothing
 
@@ -34,21 +31,11 @@ class PDF417 : public BarcodeBase2D {
 
   bool DrawMatrix(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) override;
 
-  // What the encoder is told: ROWS and COLUMNS are exchanged on the way. This is intended.
-  static PDF417SizeKind EncoderSizeKind(SizeKind kind);
-  PDF417Options EncoderOptions() const;
-
  private:
   bool DrawRaster(const ModuleMatrix& modules, int x, int y, std::uint32_t width, std::uint32_t height);
   void DrawSvgDocument(const ModuleMatrix& modules, std::uint32_t width, std::uint32_t height);
 
-  SizeKind m_sizeKind = SizeKind::kAuto;
-  std::int32_t m_codeColumns = 0;
-  std::int32_t m_codeRows = 0;
-  bool m_useAutoErrorLevel = true;
-  std::int32_t m_errorLevel = 2;
-  double m_aspectRatio = 0.5;
-  std::int32_t m_yHeight = 3;
+  pdf417::Options m_options;
 };
 
 }  // namespace barcode
