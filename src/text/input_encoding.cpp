@@ -11,11 +11,17 @@
 #include <span>
 #include <utility>
 
+#include "base/keywords.h"
+
 namespace barcode {
 namespace {
 
-constexpr std::string_view kUtf8 = "utf-8";
-constexpr std::string_view kShiftJis = "shift-jis";
+// Every other keyword means UTF-8.
+constexpr Keywords<CharacterSet, 3> kCharacterSets = {{
+    {"shift-jis", CharacterSet::kShiftJis},
+    {"Shift-JIS", CharacterSet::kShiftJis},
+    {"shift_jis", CharacterSet::kShiftJis},
+}};
 
 constexpr const char* kIconvUtf16 = std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
 constexpr const char* kIconvShiftJis = "CP932";
@@ -254,10 +260,6 @@ bool IsAscii(std::string_view bytes) {
   return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<std::uint8_t>(c) < 0x80; });
 }
 
-bool IsShiftJisKeyword(std::string_view keyword) {
-  return keyword == "shift-jis" || keyword == "Shift-JIS" || keyword == "shift_jis";
-}
-
 }  // namespace
 
 bool IsValidUtf8(std::string_view bytes) {
@@ -271,21 +273,19 @@ bool IsValidUtf8(std::string_view bytes) {
   return true;
 }
 
-std::string ConvertEncoding(std::string_view bytes, std::string_view from, std::string_view to) {
+std::string ConvertEncoding(std::string_view bytes, CharacterSet from, CharacterSet to) {
   const std::string_view text = bytes.substr(0, bytes.find('\0'));
   if (IsAscii(text)) {
     return std::string(text);
   }
-  std::u16string units = from == kShiftJis ? ShiftJisToUtf16(text) : Utf8ToUtf16(text);
-  return to == kShiftJis ? Utf16ToShiftJis(std::move(units)) : Utf16ToUtf8(units);
+  std::u16string units = from == CharacterSet::kShiftJis ? ShiftJisToUtf16(text) : Utf8ToUtf16(text);
+  return to == CharacterSet::kShiftJis ? Utf16ToShiftJis(std::move(units)) : Utf16ToUtf8(units);
 }
 
 std::string ConvertInputEncoding(std::string_view bytes, std::string_view stringEncoding) {
-  const bool isUtf8 = IsValidUtf8(bytes);
-  if (IsShiftJisKeyword(stringEncoding)) {
-    return isUtf8 ? ConvertEncoding(bytes, kUtf8, kShiftJis) : std::string(bytes);
-  }
-  return isUtf8 ? std::string(bytes) : ConvertEncoding(bytes, kShiftJis, kUtf8);
+  const CharacterSet wanted = FindKeyword(kCharacterSets, stringEncoding).value_or(CharacterSet::kUtf8);
+  const CharacterSet given = IsValidUtf8(bytes) ? CharacterSet::kUtf8 : CharacterSet::kShiftJis;
+  return given == wanted ? std::string(bytes) : ConvertEncoding(bytes, given, wanted);
 }
 
 }  // namespace barcode
