@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <stdexcept>
 #include <utility>
 
 #include "base/keywords.h"
@@ -25,6 +26,11 @@ constexpr Keywords<CharacterSet, 3> kCharacterSets = {{
 
 constexpr const char* kIconvUtf16 = std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
 constexpr const char* kIconvShiftJis = "CP932";
+
+constexpr const char* kNoShiftJisDecoder =
+    "Character set conversion is not available: cannot read Shift-JIS (CP932).";
+constexpr const char* kNoShiftJisEncoder =
+    "Character set conversion is not available: cannot write Shift-JIS (CP932).";
 
 // After an error iconv converts the text before it once more. Short chunks keep that repetition, and with it
 // the whole conversion, linear however many characters have no mapping.
@@ -46,16 +52,15 @@ class Iconv {
  public:
   enum class Stop { kNone, kIllegal, kIncomplete };
 
-  Iconv(const char* to, const char* from) : m_descriptor(iconv_open(to, from)) {}
-  ~Iconv() {
-    if (IsOpen()) {
-      iconv_close(m_descriptor);
+  // Throws std::runtime_error with the message when the C library has no such converter or cannot open it.
+  Iconv(const char* to, const char* from, const char* message) : m_descriptor(iconv_open(to, from)) {
+    if (m_descriptor == Invalid()) {
+      throw std::runtime_error(message);
     }
   }
+  ~Iconv() { iconv_close(m_descriptor); }
   Iconv(const Iconv&) = delete;
   Iconv& operator=(const Iconv&) = delete;
-
-  bool IsOpen() const { return m_descriptor != Invalid(); }
 
   // Converts from the front of `in`, which shrinks to what is left, and appends to `out`. `in` holds at most
   // kChunk units.
@@ -206,11 +211,8 @@ void DecodeUndefined(std::span<const char>& rest, std::u16string& units) {
 }
 
 std::u16string ShiftJisToUtf16(std::string_view bytes) {
-  Iconv converter(kIconvUtf16, kIconvShiftJis);
+  Iconv converter(kIconvUtf16, kIconvShiftJis, kNoShiftJisDecoder);
   std::u16string units;
-  if (!converter.IsOpen()) {
-    return units;
-  }
   units.reserve(bytes.size());
   std::span<const char> rest(bytes);
   while (!rest.empty()) {
@@ -233,11 +235,8 @@ char EncodeUnmapped(char16_t unit) {
 }
 
 std::string Utf16ToShiftJis(std::u16string units) {
-  Iconv converter(kIconvShiftJis, kIconvUtf16);
+  Iconv converter(kIconvShiftJis, kIconvUtf16, kNoShiftJisEncoder);
   std::string bytes;
-  if (!converter.IsOpen()) {
-    return bytes;
-  }
   // The code page holds nothing outside the basic plane, and iconv drops some of those characters silently:
   // each half of a pair becomes a character that certainly has no mapping.
   std::replace_if(units.begin(), units.end(), IsSurrogate, kReplacement);

@@ -18,12 +18,13 @@ enum class CharacterSet : std::uint8_t { kUtf8, kShiftJis };
 
 // Converts between the character sets. The input ends at its first NUL. Never fails on bad input, it
 // substitutes: U+FFFD for malformed UTF-8, U+30FB for an undefined Shift-JIS code, "?" for each UTF-16 unit
-// that Shift-JIS cannot hold. Empty when the C library offers no CP932.
+// that Shift-JIS cannot hold. Throws std::runtime_error when the C library offers no converter for CP932 or
+// cannot open it; a text of ASCII alone needs none.
 std::string ConvertEncoding(std::string_view bytes, CharacterSet from, CharacterSet to);
 
 // The text that a symbol encodes, for the host's `stringEncoding` keyword: Shift-JIS for "shift-jis",
 // "Shift-JIS" and "shift_jis", else UTF-8. Text that is in the wanted character set already is returned
-// unchanged.
+// unchanged. Throws as ConvertEncoding does.
 std::string ConvertInputEncoding(std::string_view bytes, std::string_view stringEncoding);
 
 }  // namespace barcode
