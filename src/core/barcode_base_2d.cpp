@@ -45,17 +45,34 @@ Box BarcodeBase2D::DrawnBox(const ModuleMatrix& /*matrix*/, const Box& box) cons
 
 void BarcodeBase2D::ReportSymbol(const ModuleMatrix& /*matrix*/, const MatrixDrawing& /*drawing*/) const {}
 
+ModuleMatrix BarcodeBase2D::EncodeAndPrint(const std::string& text) const {
+  EncoderLines lines;
+  const auto print = [&lines] {
+    if (!lines.Empty()) {
+      Print(lines.Text());
+    }
+  };
+  try {
+    ModuleMatrix matrix = Encode(text, lines);
+    print();
+    return matrix;
+  } catch (...) {
+    print();
+    throw;
+  }
+}
+
 bool BarcodeBase2D::DrawRaster(const std::string& text, const Box& box) {
   ModuleMatrix matrix;
   if (m_style.encodesFirst) {
-    matrix = Encode(text);
+    matrix = EncodeAndPrint(text);
   }
   const RendererPtr target = PrepareTarget(DrawnBox(matrix, box));
   if (target == nullptr) {
     return false;
   }
   if (!m_style.encodesFirst) {
-    matrix = Encode(text);
+    matrix = EncodeAndPrint(text);
   }
   // The canvas may be that of an earlier draw.
   const SDL_Surface& surface = *m_canvas.Surface();
@@ -112,7 +129,7 @@ void BarcodeBase2D::Paint(SDL_Renderer& target, const ModuleMatrix& matrix, cons
 
 // The earlier document stays until the new one is whole.
 bool BarcodeBase2D::DrawVector(const std::string& text, const Box& box) {
-  const ModuleMatrix matrix = Encode(text);
+  const ModuleMatrix matrix = EncodeAndPrint(text);
   if (matrix.Empty()) {
     return false;
   }

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/encoder_lines.h"
 #include "base/geometry.h"
 #include "base/module_matrix.h"
 #include "core/barcode_base.h"
@@ -41,9 +42,9 @@ class BarcodeBase2D : public BarcodeBase {
   BarcodeBase2D(std::string_view format, const MatrixDrawStyle& style)
       : BarcodeBase(format), m_style(style) {}
 
-  // The symbol of a text; empty where the class draws nothing. Prints what its encoder has to say. Throws on
-  // bad text.
-  virtual ModuleMatrix Encode(const std::string& text) const = 0;
+  // The symbol of a text; empty where the class draws nothing. What the encoder says is printed on standard
+  // output, also when it throws, as it does on bad text.
+  virtual ModuleMatrix Encode(const std::string& text, EncoderLines& lines) const = 0;
 
   // Where the modules of a symbol stand in a box at the origin.
   virtual MatrixDrawing Layout(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height,
@@ -62,6 +63,7 @@ class BarcodeBase2D : public BarcodeBase {
   std::string m_stringEncoding = "utf-8";
 
  private:
+  ModuleMatrix EncodeAndPrint(const std::string& text) const;
   bool DrawRaster(const std::string& text, const Box& box);
   bool DrawVector(const std::string& text, const Box& box);
   // A renderer for the canvas, which is made through the base class's draw; null when there is none.

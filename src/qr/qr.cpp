@@ -22,7 +22,7 @@ void QR::SetEncodeMode(std::string_view mode) {
   m_options.mode = FindKeyword(kQrModeKeywords, mode).value_or(QrMode::kByte);
 }
 
-ModuleMatrix QR::Encode(const std::string& text) const {
+ModuleMatrix QR::Encode(const std::string& text, EncoderLines& /*lines*/) const {
   return EncodeQr(text, m_options).matrix;
 }
 

@@ -27,7 +27,7 @@ class QR : public BarcodeBase2D {
 
  protected:
   // An empty text has no symbol; its raster draw paints the background alone.
-  ModuleMatrix Encode(const std::string& text) const override;
+  ModuleMatrix Encode(const std::string& text, EncoderLines& lines) const override;
   MatrixDrawing Layout(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height,
                        PixelGrid grid) const override;
   void ReportSymbol(const ModuleMatrix& matrix, const MatrixDrawing& drawing) const override;

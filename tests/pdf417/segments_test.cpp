@@ -1,24 +1,36 @@
-#include "pdf417/pdf417_segments.h"
+#include "pdf417/segments.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 #include <string>
 
-namespace barcode {
+namespace barcode::pdf417 {
 namespace {
+
+char LetterOf(SegmentKind kind) {
+  switch (kind) {
+    case SegmentKind::kText:
+      return 'T';
+    case SegmentKind::kBytes:
+      return 'B';
+    case SegmentKind::kDigits:
+      return 'N';
+  }
+  return '?';
+}
 
 // Kind and length of every segment: "T5 N13".
 std::string Outline(std::string_view text) {
   std::string outline;
   std::size_t end = 0;
-  for (const PDF417Segment& segment : SegmentPDF417(text)) {
+  for (const Segment& segment : DivideIntoSegments(text)) {
     EXPECT_EQ(segment.start, end);
     end = segment.end;
     if (!outline.empty()) {
       outline += ' ';
     }
-    outline += segment.kind;
+    outline += LetterOf(segment.kind);
     outline += std::to_string(segment.end - segment.start);
   }
   EXPECT_EQ(end, text.size());
@@ -119,18 +131,19 @@ TEST(PDF417Segments, NoEqualNeighboursWhateverTheText) {
     for (char& c : text) {
       c = alphabet[random() % alphabet.size()];
     }
-    const auto segments = SegmentPDF417(text);
+    const auto segments = DivideIntoSegments(text);
     for (std::size_t k = 0; k < segments.size(); ++k) {
-      const PDF417Segment& segment = segments[k];
+      const Segment& segment = segments[k];
       ASSERT_LT(segment.start, segment.end);
       ASSERT_EQ(segment.start, k == 0 ? 0 : segments[k - 1].end);
       ASSERT_TRUE(k == 0 || segments[k - 1].kind != segment.kind) << text;
-      const bool besideBytes =
-          (k > 0 && segments[k - 1].kind == 'B') || (k + 1 < segments.size() && segments[k + 1].kind == 'B');
-      ASSERT_FALSE(segment.kind == 'T' && besideBytes && segment.end - segment.start < 5) << text;
+      const bool besideBytes = (k > 0 && segments[k - 1].kind == SegmentKind::kBytes) ||
+                               (k + 1 < segments.size() && segments[k + 1].kind == SegmentKind::kBytes);
+      ASSERT_FALSE(segment.kind == SegmentKind::kText && besideBytes && segment.end - segment.start < 5)
+          << text;
     }
   }
 }
 
 }  // namespace
-}  // namespace barcode
+}  // namespace barcode::pdf417

@@ -1,14 +1,16 @@
-#include "pdf417/pdf417_error_correction.h"
+#include "pdf417/error_correction.h"
 
 #include <array>
 #include <cstddef>
 
-namespace barcode {
+#include "pdf417/limits.h"
+
+namespace barcode::pdf417 {
 namespace {
 
 constexpr unsigned kPrime = 929;
 constexpr unsigned kAlpha = 3;
-constexpr std::size_t kLevels = 9;
+constexpr std::size_t kLevels = kMaxErrorLevel + 1;
 
 struct Logarithms {
   std::array<unsigned, kPrime - 1> power{};  // of alpha
@@ -38,7 +40,7 @@ constexpr unsigned Divide(unsigned a, unsigned b) {
 }
 
 constexpr std::size_t Degree(std::size_t level) {
-  return std::size_t{2} << level;
+  return static_cast<std::size_t>(ErrorCodewords(static_cast<int>(level)));
 }
 
 // The levels lie one behind the other: 2, 4, 8, ... coefficients.
@@ -70,26 +72,20 @@ static_assert(kCoefficients[0] == 27 && kCoefficients[1] == 917);
 static_assert(kCoefficients[2] == 522 && kCoefficients[3] == 568 && kCoefficients[4] == 723 &&
               kCoefficients[5] == 809);
 
-// Codewords handed in from outside may lie beyond the field.
-unsigned Reduce(int codeword) {
-  constexpr int kModulus = kPrime;
-  return static_cast<unsigned>((codeword % kModulus + kModulus) % kModulus);
-}
-
 }  // namespace
 
-std::span<const unsigned> PDF417Generator(int level) {
+std::span<const unsigned> Generator(int level) {
   const auto index = static_cast<std::size_t>(level);
   return std::span(kCoefficients).subspan(Offset(index), Degree(index));
 }
 
-std::vector<int> PDF417ErrorCorrection(std::span<const int> data, int level) {
-  const std::span<const unsigned> generator = PDF417Generator(level);
+std::vector<int> ErrorCorrection(std::span<const int> data, int level) {
+  const std::span<const unsigned> generator = Generator(level);
   const std::size_t degree = generator.size();
   // The remainder, lowest power first, with a zero below it to shift in.
   std::vector<unsigned> remainder(degree + 1);
   for (const int codeword : data) {
-    const unsigned factor = kPrime - (Reduce(codeword) + remainder[degree]) % kPrime;
+    const unsigned factor = kPrime - (static_cast<unsigned>(codeword) + remainder[degree]) % kPrime;
     for (std::size_t k = degree; k > 0; --k) {
       remainder[k] = (remainder[k - 1] + factor * generator[k - 1]) % kPrime;
     }
@@ -101,4 +97,4 @@ std::vector<int> PDF417ErrorCorrection(std::span<const int> data, int level) {
   return codewords;
 }
 
-}  // namespace barcode
+}  // namespace barcode::pdf417

@@ -1,10 +1,10 @@
-#include "pdf417/pdf417_tables.h"
+#include "pdf417/tables.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 
-namespace barcode {
+namespace barcode::pdf417 {
 namespace {
 
 // True when the pattern is four bars and four spaces of 1 to 6 modules each, 17 modules in all, of the
@@ -31,7 +31,7 @@ constexpr bool IsSymbolCharacter(std::uint32_t pattern, int cluster) {
   return (widths[0] - widths[2] + widths[4] - widths[6] + 18) % 9 == cluster * 3 && (pattern >> 17U) == 0;
 }
 
-constexpr bool AllSymbolCharacters(const PDF417Clusters& clusters) {
+constexpr bool AllSymbolCharacters(const Clusters& clusters) {
   for (std::size_t cluster = 0; cluster < clusters.size(); ++cluster) {
     for (const std::uint32_t pattern : clusters[cluster]) {
       if (!IsSymbolCharacter(pattern, static_cast<int>(cluster))) {
@@ -45,7 +45,7 @@ constexpr bool AllSymbolCharacters(const PDF417Clusters& clusters) {
 }  // namespace
 
 // clang-format off
-constexpr PDF417Clusters kPDF417Clusters = {{
+constexpr Clusters kClusters = {{
   {{
     0x1d5c0, 0x1eaf0, 0x1f57c, 0x1d4e0, 0x1ea78, 0x1f53e, 0x1a8c0, 0x1d470, 0x1a860, 0x15040, 0x1a830, 0x15020,
     0x1adc0, 0x1d6f0, 0x1eb7c, 0x1ace0, 0x1d678, 0x1eb3e, 0x158c0, 0x1ac70, 0x15860, 0x15dc0, 0x1aef0, 0x1d77c,
@@ -289,6 +289,6 @@ constexpr PDF417Clusters kPDF417Clusters = {{
 }};
 // clang-format on
 
-static_assert(AllSymbolCharacters(kPDF417Clusters));
+static_assert(AllSymbolCharacters(kClusters));
 
-}  // namespace barcode
+}  // namespace barcode::pdf417

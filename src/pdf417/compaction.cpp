@@ -1,13 +1,13 @@
-#include "pdf417/pdf417_compaction.h"
+#include "pdf417/compaction.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 
-#include "pdf417/pdf417_text_compaction.h"
+#include "pdf417/text_compaction.h"
 
-namespace barcode {
+namespace barcode::pdf417 {
 namespace {
 
 constexpr int kLatchToText = 900;
@@ -35,7 +35,7 @@ void AppendByteGroup(std::vector<int>& codewords, std::string_view bytes) {
   codewords.insert(codewords.end(), digits.begin(), digits.end());
 }
 
-void AppendBytes(std::vector<int>& codewords, std::string_view bytes) {
+void AppendByteSegment(std::vector<int>& codewords, std::string_view bytes) {
   codewords.push_back(bytes.size() % kBytesPerGroup == 0 ? kLatchToByteMultipleOf6 : kLatchToByte);
   while (bytes.size() >= kBytesPerGroup) {
     AppendByteGroup(codewords, bytes.substr(0, kBytesPerGroup));
@@ -64,7 +64,7 @@ void AppendDigitGroup(std::vector<int>& codewords, std::string_view digits) {
   }
 }
 
-void AppendDigits(std::vector<int>& codewords, std::string_view digits) {
+void AppendDigitSegment(std::vector<int>& codewords, std::string_view digits) {
   codewords.push_back(kLatchToNumeric);
   while (!digits.empty()) {
     const std::size_t length = std::min(digits.size(), kDigitsPerGroup);
@@ -73,32 +73,32 @@ void AppendDigits(std::vector<int>& codewords, std::string_view digits) {
   }
 }
 
-void AppendText(std::vector<int>& codewords, std::string_view text) {
+void AppendTextSegment(std::vector<int>& codewords, std::string_view text) {
   if (!codewords.empty()) {
     codewords.push_back(kLatchToText);
   }
-  AppendPDF417Text(codewords, text);
+  AppendText(codewords, text);
 }
 
 }  // namespace
 
-std::vector<int> CompactPDF417(std::string_view text, std::span<const PDF417Segment> segments) {
+std::vector<int> Compact(std::string_view text, std::span<const Segment> segments) {
   std::vector<int> codewords;
-  for (const PDF417Segment& segment : segments) {
+  for (const Segment& segment : segments) {
     const std::string_view part = text.substr(segment.start, segment.end - segment.start);
     switch (segment.kind) {
-      case 'N':
-        AppendDigits(codewords, part);
+      case SegmentKind::kDigits:
+        AppendDigitSegment(codewords, part);
         break;
-      case 'B':
-        AppendBytes(codewords, part);
+      case SegmentKind::kBytes:
+        AppendByteSegment(codewords, part);
         break;
-      default:
-        AppendText(codewords, part);
+      case SegmentKind::kText:
+        AppendTextSegment(codewords, part);
         break;
     }
   }
   return codewords;
 }
 
-}  // namespace barcode
+}  // namespace barcode::pdf417

@@ -1,4 +1,4 @@
-#include "pdf417/pdf417_text_compaction.h"
+#include "pdf417/text_compaction.h"
 
 #include <algorithm>
 #include <array>
@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <limits>
 
-#include "pdf417/pdf417_segments.h"
+#include "pdf417/segments.h"
 
-namespace barcode {
+namespace barcode::pdf417 {
 namespace {
 
 enum SubMode : std::uint8_t { kUpper, kLower, kMixed, kPunctuation, kSubModes };
@@ -189,7 +189,7 @@ std::vector<Step> ChooseSteps(std::string_view text) {
   table.reserve(text.size());
   for (const char character : text) {
     Transition transition(costs);
-    if (IsPDF417Text(character)) {
+    if (IsText(character)) {
       transition.TakeCharacter(character);
     } else {
       transition.TakeByte();
@@ -242,7 +242,7 @@ void PutStep(ValuePacker& packer, const Step& step, char character) {
   for (std::size_t i = 0; i < latch.length; ++i) {
     packer.Put(latch.values[i]);
   }
-  if (!IsPDF417Text(character)) {
+  if (!IsText(character)) {
     packer.PutByte(character);
     return;
   }
@@ -254,7 +254,7 @@ void PutStep(ValuePacker& packer, const Step& step, char character) {
 
 }  // namespace
 
-void AppendPDF417Text(std::vector<int>& codewords, std::string_view text) {
+void AppendText(std::vector<int>& codewords, std::string_view text) {
   const std::vector<Step> steps = ChooseSteps(text);
   ValuePacker packer(codewords);
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -263,4 +263,4 @@ void AppendPDF417Text(std::vector<int>& codewords, std::string_view text) {
   packer.Pad();
 }
 
-}  // namespace barcode
+}  // namespace barcode::pdf417

@@ -1,20 +1,20 @@
-#include "pdf417/pdf417_segments.h"
+#include "pdf417/segments.h"
 
 #include "base/ascii.h"
 
-namespace barcode {
+namespace barcode::pdf417 {
 namespace {
 
 constexpr std::size_t kMinNumericLength = 13;
 constexpr std::size_t kMinTextLength = 5;
 constexpr std::size_t kMinTextAroundByte = 3;
 
-std::size_t Length(const PDF417Segment& segment) {
+std::size_t Length(const Segment& segment) {
   return segment.end - segment.start;
 }
 
 // Appends a segment that continues where the last one ends; equal neighbours become one.
-void Append(std::vector<PDF417Segment>& segments, const PDF417Segment& segment) {
+void Append(std::vector<Segment>& segments, const Segment& segment) {
   if (!segments.empty() && segments.back().kind == segment.kind) {
     segments.back().end = segment.end;
   } else {
@@ -31,19 +31,19 @@ std::size_t DigitRunEnd(std::string_view text, std::size_t start) {
 }
 
 // Long digit runs, text and other bytes, before anything is merged.
-std::vector<PDF417Segment> Divide(std::string_view text) {
-  std::vector<PDF417Segment> segments;
+std::vector<Segment> DivideByKind(std::string_view text) {
+  std::vector<Segment> segments;
   std::size_t start = 0;
   while (start < text.size()) {
     const std::size_t digitsEnd = DigitRunEnd(text, start);
     if (digitsEnd - start >= kMinNumericLength) {
-      Append(segments, {'N', start, digitsEnd});
+      Append(segments, {SegmentKind::kDigits, start, digitsEnd});
       start = digitsEnd;
     } else if (digitsEnd > start) {
-      Append(segments, {'T', start, digitsEnd});
+      Append(segments, {SegmentKind::kText, start, digitsEnd});
       start = digitsEnd;
     } else {
-      Append(segments, {IsPDF417Text(text[start]) ? 'T' : 'B', start, start + 1});
+      Append(segments, {IsText(text[start]) ? SegmentKind::kText : SegmentKind::kBytes, start, start + 1});
       ++start;
     }
   }
@@ -51,11 +51,12 @@ std::vector<PDF417Segment> Divide(std::string_view text) {
 }
 
 // A single byte between two texts of some length is cheaper shifted to than latched to and back.
-std::vector<PDF417Segment> JoinTextAroundSingleBytes(const std::vector<PDF417Segment>& segments) {
-  std::vector<PDF417Segment> joined;
+std::vector<Segment> JoinTextAroundSingleBytes(const std::vector<Segment>& segments) {
+  std::vector<Segment> joined;
   for (std::size_t i = 0; i < segments.size(); ++i) {
-    const bool between = segments[i].kind == 'B' && Length(segments[i]) == 1 && !joined.empty() &&
-                         joined.back().kind == 'T' && i + 1 < segments.size() && segments[i + 1].kind == 'T';
+    const bool between = segments[i].kind == SegmentKind::kBytes && Length(segments[i]) == 1 &&
+                         !joined.empty() && joined.back().kind == SegmentKind::kText &&
+                         i + 1 < segments.size() && segments[i + 1].kind == SegmentKind::kText;
     if (between && Length(joined.back()) + Length(segments[i + 1]) >= kMinTextAroundByte) {
       joined.back().end = segments[i].end;
     } else {
@@ -67,14 +68,14 @@ std::vector<PDF417Segment> JoinTextAroundSingleBytes(const std::vector<PDF417Seg
 
 // A short text beside bytes is not worth the latches. What stands on its far side is a numeric segment or
 // bytes, never another text, so that no decision depends on the order in which they are taken.
-std::vector<PDF417Segment> JoinShortTextToBytes(const std::vector<PDF417Segment>& segments) {
-  std::vector<PDF417Segment> joined;
+std::vector<Segment> JoinShortTextToBytes(const std::vector<Segment>& segments) {
+  std::vector<Segment> joined;
   for (std::size_t i = 0; i < segments.size(); ++i) {
-    PDF417Segment segment = segments[i];
-    const bool besideBytes =
-        (i > 0 && segments[i - 1].kind == 'B') || (i + 1 < segments.size() && segments[i + 1].kind == 'B');
-    if (segment.kind == 'T' && Length(segment) < kMinTextLength && besideBytes) {
-      segment.kind = 'B';
+    Segment segment = segments[i];
+    const bool besideBytes = (i > 0 && segments[i - 1].kind == SegmentKind::kBytes) ||
+                             (i + 1 < segments.size() && segments[i + 1].kind == SegmentKind::kBytes);
+    if (segment.kind == SegmentKind::kText && Length(segment) < kMinTextLength && besideBytes) {
+      segment.kind = SegmentKind::kBytes;
     }
     Append(joined, segment);
   }
@@ -83,12 +84,12 @@ std::vector<PDF417Segment> JoinShortTextToBytes(const std::vector<PDF417Segment>
 
 }  // namespace
 
-bool IsPDF417Text(char byte) {
+bool IsText(char byte) {
   return (byte >= 32 && byte <= 126) || byte == '\r' || byte == '\t' || byte == '\n';
 }
 
-std::vector<PDF417Segment> SegmentPDF417(std::string_view text) {
-  return JoinShortTextToBytes(JoinTextAroundSingleBytes(Divide(text)));
+std::vector<Segment> DivideIntoSegments(std::string_view text) {
+  return JoinShortTextToBytes(JoinTextAroundSingleBytes(DivideByKind(text)));
 }
 
-}  // namespace barcode
+}  // namespace barcode::pdf417

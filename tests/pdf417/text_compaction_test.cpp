@@ -1,4 +1,4 @@
-#include "pdf417/pdf417_text_compaction.h"
+#include "pdf417/text_compaction.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,17 +10,17 @@
 #include <tuple>
 
 #include "pdf417/codeword_decoder.h"
-#include "pdf417/pdf417_segments.h"
+#include "pdf417/segments.h"
 
-namespace barcode {
+namespace barcode::pdf417 {
 namespace {
 
 using ::testing::ElementsAre;
 using namespace std::string_view_literals;
 
-std::vector<int> Compact(std::string_view text) {
+std::vector<int> CompactText(std::string_view text) {
   std::vector<int> codewords;
-  AppendPDF417Text(codewords, text);
+  AppendText(codewords, text);
   return codewords;
 }
 
@@ -31,26 +31,27 @@ std::string Decode(std::vector<int> codewords) {
 
 TEST(PDF417TextCompaction, ExampleOfTheStandard) {
   // ISO/IEC 15438: "PDF417" is 15,3 5,28 4,1 7,29.
-  EXPECT_THAT(Compact("PDF417"), ElementsAre(15 * 30 + 3, 5 * 30 + 28, 4 * 30 + 1, 7 * 30 + 29));
+  EXPECT_THAT(CompactText("PDF417"), ElementsAre(15 * 30 + 3, 5 * 30 + 28, 4 * 30 + 1, 7 * 30 + 29));
 }
 
 TEST(PDF417TextCompaction, LatchesAndShifts) {
-  EXPECT_THAT(Compact("A"), ElementsAre(0 * 30 + 29));                              // padded
-  EXPECT_THAT(Compact("ab"), ElementsAre(27 * 30 + 0, 1 * 30 + 29));                // ll
-  EXPECT_THAT(Compact("abC"), ElementsAre(27 * 30 + 0, 1 * 30 + 27, 2 * 30 + 29));  // as for one capital
-  EXPECT_THAT(Compact("abC "), ElementsAre(27 * 30 + 0, 1 * 30 + 27, 2 * 30 + 26));
-  EXPECT_THAT(Compact("A!B"), ElementsAre(0 * 30 + 29, 10 * 30 + 1));                   // ps for one mark
-  EXPECT_THAT(Compact("!?!?"), ElementsAre(28 * 30 + 25, 10 * 30 + 25, 10 * 30 + 25));  // ml pl for several
-  EXPECT_THAT(Compact("1a"), ElementsAre(28 * 30 + 1, 27 * 30 + 0));                    // ll from mixed
+  EXPECT_THAT(CompactText("A"), ElementsAre(0 * 30 + 29));                              // padded
+  EXPECT_THAT(CompactText("ab"), ElementsAre(27 * 30 + 0, 1 * 30 + 29));                // ll
+  EXPECT_THAT(CompactText("abC"), ElementsAre(27 * 30 + 0, 1 * 30 + 27, 2 * 30 + 29));  // as for one capital
+  EXPECT_THAT(CompactText("abC "), ElementsAre(27 * 30 + 0, 1 * 30 + 27, 2 * 30 + 26));
+  EXPECT_THAT(CompactText("A!B"), ElementsAre(0 * 30 + 29, 10 * 30 + 1));  // ps for one mark
+  EXPECT_THAT(CompactText("!?!?"),
+              ElementsAre(28 * 30 + 25, 10 * 30 + 25, 10 * 30 + 25));     // ml pl for several
+  EXPECT_THAT(CompactText("1a"), ElementsAre(28 * 30 + 1, 27 * 30 + 0));  // ll from mixed
 }
 
 TEST(PDF417TextCompaction, ByteInsideText) {
   // The codeword before the shift is completed first.
-  EXPECT_THAT(Compact("A\xFF"
-                      "B"),
+  EXPECT_THAT(CompactText("A\xFF"
+                          "B"),
               ElementsAre(0 * 30 + 29, 913, 255, 1 * 30 + 29));
-  EXPECT_THAT(Compact("AB\xFF"
-                      "CD"),
+  EXPECT_THAT(CompactText("AB\xFF"
+                          "CD"),
               ElementsAre(0 * 30 + 1, 913, 255, 2 * 30 + 3));
 }
 
@@ -59,7 +60,7 @@ TEST(PDF417TextCompaction, EveryCharacterFromEverySubMode) {
     for (int first = 0; first < 256; ++first) {
       const std::string once = before + static_cast<char>(first);
       const std::string text = once + once;
-      ASSERT_EQ(Decode(Compact(text)), text);
+      ASSERT_EQ(Decode(CompactText(text)), text);
     }
   }
 }
@@ -144,7 +145,7 @@ class FewestCodewords {
     if (state.mode == 'L') {
       next.push_back({{state.position, state.mode, 'U'}, 1});
     }
-    if (!IsPDF417Text(character)) {
+    if (!IsText(character)) {
       const bool half = distance % 2 != 0;
       const char mode = half && state.mode == 'P' ? 'U' : state.mode;
       next.push_back({{state.position + 1, mode, 0}, half ? 5 : 4});
@@ -163,7 +164,7 @@ TEST(PDF417TextCompaction, NoSequenceOfLatchesAndShiftsIsShorter) {
     for (int i = 0; i < 1500; ++i) {
       std::string text(1 + random() % 14, ' ');
       std::generate(text.begin(), text.end(), [&] { return alphabet[random() % alphabet.size()]; });
-      const std::vector<int> codewords = Compact(text);
+      const std::vector<int> codewords = CompactText(text);
       ASSERT_EQ(static_cast<int>(codewords.size()), FewestCodewords(text).Find()) << text;
       ASSERT_EQ(Decode(codewords), text);
     }
@@ -171,4 +172,4 @@ TEST(PDF417TextCompaction, NoSequenceOfLatchesAndShiftsIsShorter) {
 }
 
 }  // namespace
-}  // namespace barcode
+}  // namespace barcode::pdf417
