@@ -1,34 +1,18 @@
 #include "datamatrix/datamatrix.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <exception>
 #include <limits>
 
+#include "base/encoder_lines.h"
+#include "base/keywords.h"
 #include "base/number_format.h"
 #include "core/diagnostics.h"
-#include "datamatrix/symbol_encoder.h"
+#include "datamatrix/datamatrix_encoder.h"
 
 namespace barcode {
 namespace {
-
-// In the order of the size indices.
-constexpr std::array<std::string_view, kSymbolSizes> kSizeKeywords = {
-    "10x10",   "12x12",   "14x14",   "16x16",   "18x18", "20x20", "22x22", "24x24", "26x26", "32x32",
-    "36x36",   "40x40",   "44x44",   "48x48",   "52x52", "64x64", "72x72", "80x80", "88x88", "96x96",
-    "104x104", "120x120", "132x132", "144x144", "8x18",  "8x32",  "12x26", "12x36", "16x36", "16x48"};
-
-// In the order of EncodationScheme.
-constexpr std::array<std::string_view, kEncodationSchemes> kSchemeKeywords = {"ASCII", "C40",     "TEXT",
-                                                                              "X12",   "EDIFACT", "BASE256"};
-
-// The keyword's place in the list, or the option that stands for any other text.
-template <std::size_t Size>
-int OptionOf(std::string_view keyword, const std::array<std::string_view, Size>& keywords, int otherwise) {
-  const auto* const found = std::find(keywords.begin(), keywords.end(), keyword);
-  return found == keywords.end() ? otherwise : static_cast<int>(found - keywords.begin());
-}
 
 struct DrawnSize {
   std::uint32_t width;
@@ -70,22 +54,17 @@ std::string DumpHeader(const ModuleMatrix& matrix) {
 }  // namespace
 
 void DataMatrix::SetCodeSize(std::string_view keyword) {
-  m_sizeOption = OptionOf(keyword, kSizeKeywords, kAutomaticSquareSize);
+  m_options.size = FindKeyword(datamatrix::kSizeKeywords, keyword);
 }
 
 void DataMatrix::SetEncodeScheme(std::string_view keyword) {
-  m_schemeOption = OptionOf(keyword, kSchemeKeywords, kAutomaticScheme);
+  m_options.scheme = FindKeyword(datamatrix::kSchemeKeywords, keyword);
 }
 
 bool DataMatrix::DrawMatrix(const std::string& text, int x, int y, std::uint32_t width,
                             std::uint32_t height) {
   return Reported(kTag, [&] {
-    try {
-      return IsSvgOutput() ? DrawSvgDocument(text, width, height) : DrawRaster(text, x, y, width, height);
-    } catch (const std::exception& error) {
-      m_lastError = std::string(kTag) + error.what();
-      throw;
-    }
+    return IsSvgOutput() ? DrawSvgDocument(text, width, height) : DrawRaster(text, x, y, width, height);
   });
 }
 
@@ -120,18 +99,13 @@ bool DataMatrix::DrawSvgDocument(const std::string& text, std::uint32_t width, s
 }
 
 ModuleMatrix DataMatrix::Encode(const std::string& text) const {
-  EncoderMessages messages;
-  const auto print = [&messages] {
-    for (const std::string_view message : messages) {
-      Print(message);
-    }
-  };
+  EncoderLines lines;
   try {
-    ModuleMatrix matrix = EncodeDataMatrix(text, m_schemeOption, m_sizeOption, messages);
-    print();
+    ModuleMatrix matrix = datamatrix::EncodeDataMatrix(text, m_options, lines);
+    Print(lines.Text());
     return matrix;
   } catch (const std::exception&) {
-    print();
+    Print(lines.Text());
     throw;
   }
 }

@@ -6,8 +6,7 @@
 
 #include "base/module_matrix.h"
 #include "core/barcode_base_2d.h"
-#include "datamatrix/encodation.h"
-#include "datamatrix/symbol_attributes.h"
+#include "datamatrix/options.h"
 
 namespace barcode {
 
@@ -26,17 +25,12 @@ class DataMatrix : public BarcodeBase2D {
 
   bool DrawMatrix(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) override;
 
-  // Tag and message of the last draw that failed for its text; empty before that.
-  const std::string& LastError() const { return m_lastError; }
-
  private:
   bool DrawRaster(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height);
   bool DrawSvgDocument(const std::string& text, std::uint32_t width, std::uint32_t height);
   ModuleMatrix Encode(const std::string& text) const;
 
-  int m_sizeOption = kAutomaticSquareSize;
-  int m_schemeOption = static_cast<int>(EncodationScheme::kAscii);
-  std::string m_lastError;
+  datamatrix::Options m_options;
 };
 
 }  // namespace barcode
