@@ -4,10 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "base/module_matrix.h"
 #include "core/barcode_base_2d.h"
-#include "datamatrix/encodation.h"
-#include "datamatrix/symbol_attributes.h"
+#include "datamatrix/options.h"
 
 namespace barcode {
 
@@ -24,14 +22,13 @@ class DataMatrix : public BarcodeBase2D {
   void SetEncodeScheme(std::string_view keyword);
 
  protected:
-  ModuleMatrix Encode(const std::string& text) const override;
+  ModuleMatrix Encode(const std::string& text, EncoderLines& lines) const override;
   MatrixDrawing Layout(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height,
                        PixelGrid grid) const override;
   void ReportSymbol(const ModuleMatrix& matrix, const MatrixDrawing& drawing) const override;
 
  private:
-  int m_sizeOption = kAutomaticSquareSize;
-  int m_schemeOption = static_cast<int>(EncodationScheme::kAscii);
+  datamatrix::Options m_options;
 };
 
 }  // namespace barcode

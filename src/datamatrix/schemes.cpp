@@ -1,8 +1,8 @@
-#include "datamatrix/encodation.h"
+#include "datamatrix/schemes.h"
 
 #include "base/ascii.h"
 
-namespace barcode {
+namespace barcode::datamatrix {
 namespace {
 
 struct ValueList {
@@ -114,16 +114,15 @@ constexpr int PseudoRandom(std::size_t position, int modulus) {
 
 }  // namespace
 
-std::uint8_t LatchCodeword(EncodationScheme scheme) {
-  constexpr std::array<std::uint8_t, kEncodationSchemes> kLatches = {
-      kTripletUnlatch, 230, 239, 238, 240, 231};
-  return kLatches[static_cast<std::size_t>(scheme)];
+std::uint8_t LatchCodeword(Scheme scheme) {
+  constexpr std::array<std::uint8_t, kSchemes.size() - 1> kLatches = {230, 239, 238, 240, 231};
+  return kLatches[static_cast<std::size_t>(scheme) - 1];
 }
 
-std::span<const std::uint8_t> TripletValues(EncodationScheme scheme, std::uint8_t byte) {
-  const ValueTable& table = scheme == EncodationScheme::kC40    ? kC40Values
-                            : scheme == EncodationScheme::kText ? kTextValues
-                                                                : kX12Values;
+std::span<const std::uint8_t> TripletValues(Scheme scheme, std::uint8_t byte) {
+  const ValueTable& table = scheme == Scheme::kC40    ? kC40Values
+                            : scheme == Scheme::kText ? kTextValues
+                                                      : kX12Values;
   return std::span(table[byte].values).first(table[byte].size);
 }
 
@@ -144,32 +143,13 @@ std::vector<std::size_t> AsciiLengths(std::string_view text) {
   return lengths;
 }
 
-std::uint8_t Randomize253State(int codeword, std::size_t position, EncoderMessages& messages) {
-  int randomized = codeword + PseudoRandom(position, 253);
-  if (randomized > 254) {
-    randomized -= 254;
-  }
-  if (randomized < 0 || randomized > 255) {
-    messages.emplace_back("Error randomizing 253 state!\n");
-    return 0;
-  }
-  return static_cast<std::uint8_t>(randomized);
+std::uint8_t Randomize253State(std::uint8_t codeword, std::size_t position) {
+  const int randomized = codeword + PseudoRandom(position, 253);
+  return static_cast<std::uint8_t>(randomized > 254 ? randomized - 254 : randomized);
 }
 
 std::uint8_t Randomize255State(std::uint8_t codeword, std::size_t position) {
   return static_cast<std::uint8_t>((codeword + PseudoRandom(position, 255)) % 256);
 }
 
-std::uint8_t Unrandomize255State(int codeword, std::size_t position, EncoderMessages& messages) {
-  int plain = codeword - PseudoRandom(position, 255);
-  if (plain < 0) {
-    plain += 256;
-  }
-  if (plain < 0 || plain > 255) {
-    messages.emplace_back("Error unrandomizing 255 state");
-    return 0;
-  }
-  return static_cast<std::uint8_t>(plain);
-}
-
-}  // namespace barcode
+}  // namespace barcode::datamatrix
