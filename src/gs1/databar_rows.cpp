@@ -7,25 +7,19 @@
 namespace barcode {
 namespace {
 
-constexpr char kDark = '1';
-constexpr char kLight = '0';
-constexpr std::size_t kLongestDigit = 9;
+constexpr std::uint32_t kWidestElement = 9;
 
-char Opposite(char module) {
-  return module == kDark ? kLight : kDark;
-}
-
-void AppendRun(std::string& digits, std::size_t length) {
-  for (; length > kLongestDigit; length -= kLongestDigit) {
-    digits += "90";
+void AppendRun(RunVector& widths, std::uint32_t modules) {
+  for (; modules > kWidestElement; modules -= kWidestElement) {
+    widths.insert(widths.end(), {kWidestElement, 0});
   }
-  digits += static_cast<char>('0' + length);
+  widths.push_back(modules);
 }
 
 }  // namespace
 
 void DataBarRowBuilder::AddElement(std::uint8_t width) {
-  m_row.append(width, m_dark ? kDark : kLight);
+  m_row.insert(m_row.end(), width, m_dark);
   m_dark = !m_dark;
 }
 
@@ -46,50 +40,38 @@ DataBarRowBuilder& DataBarRowBuilder::AddGuard() {
 }
 
 DataBarModuleRow AdjacentSeparator(const DataBarModuleRow& row, std::span<const std::size_t> wideFinders) {
-  DataBarModuleRow separator(row.size(), kLight);
-  std::transform(row.begin(), row.end(), separator.begin(), Opposite);
+  DataBarModuleRow separator = row;
+  separator.flip();
   for (const std::size_t first : wideFinders) {
-    char left = kLight;
+    bool dark = false;
     for (std::size_t i = first; i < first + kWideFinderModules; ++i) {
-      separator[i] = row[i] == kLight ? Opposite(left) : kLight;
-      left = separator[i];
+      dark = !row[i] && !dark;
+      separator[i] = dark;
     }
   }
-  std::fill_n(separator.begin(), kSeparatorMargin, kLight);
-  std::fill_n(separator.rbegin(), kSeparatorMargin, kLight);
+  std::fill_n(separator.begin(), kSeparatorMargin, false);
+  std::fill_n(separator.rbegin(), kSeparatorMargin, false);
   return separator;
 }
 
 DataBarModuleRow MiddleSeparator(std::size_t modules) {
-  DataBarModuleRow separator(modules, kLight);
+  DataBarModuleRow separator(modules, false);
   for (std::size_t i = kSeparatorMargin + 1; i + kSeparatorMargin < modules; i += 2) {
-    separator[i] = kDark;
+    separator[i] = true;
   }
   return separator;
 }
 
-std::string WidthDigits(const DataBarModuleRow& row) {
-  std::string digits;
-  char colour = kDark;
-  for (auto run = row.begin(); run != row.end(); colour = Opposite(colour)) {
-    const auto end = std::find(run, row.end(), Opposite(colour));
-    AppendRun(digits, static_cast<std::size_t>(std::distance(run, end)));
+RunVector ElementWidths(const DataBarModuleRow& row) {
+  RunVector widths;
+  widths.reserve(row.size());
+  bool dark = true;
+  for (auto run = row.begin(); run != row.end(); dark = !dark) {
+    const auto end = std::find(run, row.end(), !dark);
+    AppendRun(widths, static_cast<std::uint32_t>(std::distance(run, end)));
     run = end;
   }
-  return digits;
-}
-
-std::string WidthDigits(std::span<const std::uint8_t> elements) {
-  std::string digits;
-  digits.reserve(elements.size());
-  for (const std::uint8_t width : elements) {
-    digits += static_cast<char>('0' + width);
-  }
-  return digits;
-}
-
-std::string BehindEmptyBar(std::span<const std::uint8_t> elements) {
-  return '0' + WidthDigits(elements);
+  return widths;
 }
 
 }  // namespace barcode

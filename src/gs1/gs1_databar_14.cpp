@@ -28,9 +28,13 @@ std::vector<float> RowHeights(const DataBar14Symbol& symbol, const StackedRoom& 
   return SharedHeights(symbol.rows, room, moduleWidth, std::numeric_limits<float>::lowest());
 }
 
-void Report(const std::vector<std::string>& lines) {
-  for (const std::string& line : lines) {
-    ErrorLine(line);
+// Each line is a write of its own.
+void Report(const EncoderLines& lines) {
+  std::string_view rest = lines.Text();
+  while (!rest.empty()) {
+    const std::size_t end = rest.find('\n');
+    ErrorLine(rest.substr(0, end));
+    rest.remove_prefix(end + 1);
   }
 }
 
@@ -77,26 +81,26 @@ bool GS1DataBar14::DrawSvg(const std::string& text, int x, int y, std::uint32_t 
 }
 
 DataBar14Symbol GS1DataBar14::EncodeSymbol(const std::string& text) const {
-  DataBar14Symbol symbol = EncodeDataBar14(text, m_symbolType);
-  Report(DescribeDataBar14(symbol));
+  EncoderLines lines;
+  DataBar14Symbol symbol = EncodeDataBar14(text, m_symbolType, lines);
+  Report(lines);
   return symbol;
 }
 
-// The elements are drawn bar first. The standard begins with a space: what is drawn is its symbol with the
-// colours exchanged. This is intended; the stacked forms have the standard's colours.
 LinearSymbol GS1DataBar14::OneRowSymbol(const std::string& text) const {
   const DataBar14Symbol symbol = EncodeSymbol(text);
-  return {RunVector(symbol.elements.begin(), symbol.elements.end()), DisplayText(symbol)};
+  return {symbol.rows.front().widths, DisplayText(symbol)};
 }
 
-DataBarDrawing GS1DataBar14::StackedDrawing(const std::string& text, const DataBarBox& box,
-                                            bool report) const {
+DataBarDrawing GS1DataBar14::StackedDrawing(const std::string& text, const Box& box, bool report) const {
   const DataBar14Symbol symbol = EncodeSymbol(text);
   const ElementScale scale = ScaleFor(box.width, WidestRow(symbol.rows));
   const StackedRoom room = StackedRoom::Of(box.height, m_textFontScale, m_textGap);
   const std::vector<float> heights = RowHeights(symbol, room, scale.moduleWidth);
   if (report) {
-    Report(DescribeStackedDraw14(box, room, heights));
+    EncoderLines lines;
+    DescribeStackedDraw14(box, room, heights, lines);
+    Report(lines);
   }
   return {LayoutRows(symbol.rows, heights, scale, static_cast<float>(box.x), static_cast<float>(box.y)),
           DisplayText(symbol), ClampToInt(box.width)};

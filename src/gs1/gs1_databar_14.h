@@ -38,7 +38,7 @@ class GS1DataBar14 : public DataBarBase {
   // Encodes and writes the encoder's diagnostics. Throws on bad text.
   DataBar14Symbol EncodeSymbol(const std::string& text) const;
   LinearSymbol OneRowSymbol(const std::string& text) const;
-  DataBarDrawing StackedDrawing(const std::string& text, const DataBarBox& box, bool report) const;
+  DataBarDrawing StackedDrawing(const std::string& text, const Box& box, bool report) const;
 
   DataBar14Type m_symbolType = DataBar14Type::kOmnidirectional;
 };

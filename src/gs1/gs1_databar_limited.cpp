@@ -1,10 +1,10 @@
 #include "gs1/gs1_databar_limited.h"
 
 #include <array>
+#include <optional>
 
 #include "base/numeric.h"
 #include "gs1/databar_limited_encoder.h"
-#include "gs1/databar_rows.h"
 
 namespace barcode {
 
@@ -25,8 +25,8 @@ DataBarDrawing GS1DataBarLimited::Drawing(const std::string& text, int x, int y,
                                           std::uint32_t height) {
   LayoutBarHeight(width, height, 1);
   const DataBarLimitedSymbol symbol = EncodeDataBarLimited(text);
-  const std::array<DataBarRow, 1> row = {{{BehindEmptyBar(symbol.elements), kSharedHeight}}};
-  BarLayout layout = LayoutRows(row, std::array{m_barHeight}, ScaleFor(width, kDataBarLimitedModules),
+  const std::array<StackedRow, 1> row = {{{symbol.widths, std::nullopt}}};
+  BarLayout layout = LayoutRows(row, std::array{m_barHeight}, ScaleFor(width, WidestRow(row)),
                                 static_cast<float>(x), static_cast<float>(y));
   const int drawnWidth = TruncToInt(layout.drawnWidth);
   return {std::move(layout), "(01)" + symbol.digits, drawnWidth};

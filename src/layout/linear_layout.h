@@ -21,31 +21,37 @@ inline float ModuleWidth(float width, std::uint64_t modules, bool fitWidth) {
   return fitWidth ? moduleWidth : std::max(1.0F, std::floor(moduleWidth));
 }
 
+// Which widths of an element are raised to a pixel: the nominal one and then the adjusted one, or the
+// adjusted one alone.
+enum class ElementMinimum : std::uint8_t { kNominalThenAdjusted, kAdjusted };
+
 // How modules become pixels: the module width and what is added to every bar and space.
 struct ElementScale {
   float moduleWidth = 1.0F;
   std::int32_t adjustBlack = 0;
   std::int32_t adjustWhite = 0;
+  ElementMinimum minimum = ElementMinimum::kNominalThenAdjusted;
 
-  // Drawn width of an element, nominal and adjusted width both at least one pixel.
+  // Drawn width of an element.
   float ElementWidth(std::uint32_t modules, bool isBar) const {
-    const float nominal = std::max(1.0F, static_cast<float>(modules) * moduleWidth);
-    return AdjustedWidth(nominal, isBar);
-  }
-
-  // The adjustment alone, for layouts that do not raise the nominal width to a pixel first.
-  float AdjustedWidth(float nominal, bool isBar) const {
-    return std::max(1.0F, nominal + static_cast<float>(isBar ? adjustBlack : adjustWhite));
+    float width = static_cast<float>(modules) * moduleWidth;
+    if (minimum == ElementMinimum::kNominalThenAdjusted) {
+      width = std::max(1.0F, width);
+    }
+    return std::max(1.0F, width + static_cast<float>(isBar ? adjustBlack : adjustWhite));
   }
 };
 
-// Walks the elements from x: visit(index, isBar, left, width) for each, bar first. Returns the pen after the
-// last.
+// Walks the elements from x: visit(index, isBar, left, width) for each, bar first. An element of no modules
+// takes no room and is not visited. Returns the pen after the last.
 template <class Visit>
 float WalkElements(const RunVector& pattern, const ElementScale& scale, float x, Visit visit) {
   float pen = x;
   bool isBar = true;
   for (std::size_t index = 0; index < pattern.size(); ++index, isBar = !isBar) {
+    if (pattern[index] == 0) {
+      continue;
+    }
     const float width = scale.ElementWidth(pattern[index], isBar);
     visit(index, isBar, pen, width);
     pen += width;
