@@ -127,10 +127,10 @@ DataBarModuleRow BottomRow(const Parts14& parts) {
 // The single separator of the stacked form: where both rows agree it is their opposite, elsewhere it differs
 // from its own module to the left. Its ends are light, also for the module that begins the chain.
 DataBarModuleRow StackedSeparator(const DataBarModuleRow& top, const DataBarModuleRow& bottom) {
-  DataBarModuleRow separator(kStackedModules, false);
+  DataBarModuleRow separator(kStackedModules, 0);
   for (std::size_t i = kSeparatorMargin; i < kStackedModules - kSeparatorMargin; ++i) {
-    const bool other = top[i] == bottom[i] ? top[i] : separator[i - 1];
-    separator[i] = !other;
+    const std::uint8_t other = top[i] == bottom[i] ? top[i] : separator[i - 1];
+    separator[i] = other ^ 1U;
   }
   return separator;
 }
@@ -142,7 +142,7 @@ DataBarModuleRow LowerSeparator(const DataBarModuleRow& bottom, std::size_t righ
   constexpr std::size_t kMovedFinder = 3;
   constexpr std::size_t kLoneSpace = kBottomWideFinder + 9;
   if (rightFinder == kMovedFinder) {
-    DataBarModuleRow::swap(separator[kLoneSpace], separator[kLoneSpace + 1]);
+    std::swap(separator[kLoneSpace], separator[kLoneSpace + 1]);
   }
   return separator;
 }

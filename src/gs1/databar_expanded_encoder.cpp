@@ -319,7 +319,7 @@ PairRow MakePairRow(const Segments& segments, std::size_t first, std::size_t las
 void Arrange(PairRow& row, bool oddPairs) {
   for (DataBarModuleRow* modules : {&row.modules, &row.separator}) {
     if (oddPairs) {
-      modules->insert(modules->begin(), false);
+      modules->insert(modules->begin(), 0);
     } else {
       std::reverse(modules->begin(), modules->end());
     }
@@ -336,8 +336,8 @@ std::vector<PairRow> MakePairRows(const Segments& segments, std::size_t pairsPer
       Arrange(row, (last - first) % 2 == 1);
     }
     const std::size_t width = rows.front().modules.size();
-    row.modules.resize(width, false);
-    row.separator.resize(width, false);
+    row.modules.resize(width, 0);
+    row.separator.resize(width, 0);
   }
   return rows;
 }

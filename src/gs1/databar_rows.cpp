@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 
 namespace barcode {
 namespace {
 
 constexpr std::uint32_t kWidestElement = 9;
+
+std::uint8_t Opposite(std::uint8_t module) {
+  return module ^ 1U;
+}
 
 void AppendRun(RunVector& widths, std::uint32_t modules) {
   for (; modules > kWidestElement; modules -= kWidestElement) {
@@ -19,7 +22,7 @@ void AppendRun(RunVector& widths, std::uint32_t modules) {
 }  // namespace
 
 void DataBarRowBuilder::AddElement(std::uint8_t width) {
-  m_row.insert(m_row.end(), width, m_dark);
+  m_row.insert(m_row.end(), width, m_dark ? 1 : 0);
   m_dark = !m_dark;
 }
 
@@ -40,24 +43,24 @@ DataBarRowBuilder& DataBarRowBuilder::AddGuard() {
 }
 
 DataBarModuleRow AdjacentSeparator(const DataBarModuleRow& row, std::span<const std::size_t> wideFinders) {
-  DataBarModuleRow separator = row;
-  separator.flip();
+  DataBarModuleRow separator(row.size());
+  std::transform(row.begin(), row.end(), separator.begin(), Opposite);
   for (const std::size_t first : wideFinders) {
-    bool dark = false;
+    std::uint8_t left = 0;
     for (std::size_t i = first; i < first + kWideFinderModules; ++i) {
-      dark = !row[i] && !dark;
-      separator[i] = dark;
+      left = row[i] == 0 ? Opposite(left) : 0;
+      separator[i] = left;
     }
   }
-  std::fill_n(separator.begin(), kSeparatorMargin, false);
-  std::fill_n(separator.rbegin(), kSeparatorMargin, false);
+  std::fill_n(separator.begin(), kSeparatorMargin, std::uint8_t{0});
+  std::fill_n(separator.rbegin(), kSeparatorMargin, std::uint8_t{0});
   return separator;
 }
 
 DataBarModuleRow MiddleSeparator(std::size_t modules) {
-  DataBarModuleRow separator(modules, false);
+  DataBarModuleRow separator(modules, 0);
   for (std::size_t i = kSeparatorMargin + 1; i + kSeparatorMargin < modules; i += 2) {
-    separator[i] = true;
+    separator[i] = 1;
   }
   return separator;
 }
@@ -65,12 +68,17 @@ DataBarModuleRow MiddleSeparator(std::size_t modules) {
 RunVector ElementWidths(const DataBarModuleRow& row) {
   RunVector widths;
   widths.reserve(row.size());
-  bool dark = true;
-  for (auto run = row.begin(); run != row.end(); dark = !dark) {
-    const auto end = std::find(run, row.end(), !dark);
-    AppendRun(widths, static_cast<std::uint32_t>(std::distance(run, end)));
-    run = end;
+  std::uint8_t colour = 1;
+  std::uint32_t run = 0;
+  for (const std::uint8_t module : row) {
+    if (module != colour) {
+      AppendRun(widths, run);
+      colour = module;
+      run = 0;
+    }
+    ++run;
   }
+  AppendRun(widths, run);
   return widths;
 }
 

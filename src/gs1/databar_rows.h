@@ -10,8 +10,8 @@
 // Rows of GS1 DataBar symbols: built module by module, handed on as element widths.
 namespace barcode {
 
-// The modules of one row from left to right, true for a dark one.
-using DataBarModuleRow = std::vector<bool>;
+// The modules of one row from left to right: 1 dark, 0 light.
+using DataBarModuleRow = std::vector<std::uint8_t>;
 
 // Lays elements side by side in alternating colours.
 class DataBarRowBuilder {

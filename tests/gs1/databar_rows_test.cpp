@@ -17,15 +17,15 @@ using testing::ElementsAre;
 DataBarModuleRow Row(std::string_view modules) {
   DataBarModuleRow row;
   for (const char module : modules) {
-    row.push_back(module == '1');
+    row.push_back(module == '1' ? 1 : 0);
   }
   return row;
 }
 
 std::string Text(const DataBarModuleRow& row) {
   std::string modules;
-  for (const bool dark : row) {
-    modules += dark ? '1' : '0';
+  for (const std::uint8_t module : row) {
+    modules += module == 1 ? '1' : '0';
   }
   return modules;
 }
