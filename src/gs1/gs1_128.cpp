@@ -7,7 +7,7 @@
 namespace barcode {
 
 std::optional<SymbolDrawing> GS1_128::Layout(const std::string& text, const DrawContext& context) const {
-  return PlainDrawing(ValuesToPattern(Gs1_128Values(text)), Gs1_128DisplayText(text), context);
+  return PlainDrawing(EncodeGs1_128(text), Gs1_128DisplayText(text), context);
 }
 
 // The form is laid out by the size of its text in the embedded font, in SVG too.

@@ -52,8 +52,7 @@ SymbolDrawing GS1DataBarExpanded::OneRowDrawing(const DataBarExpandedSymbol& sym
   options.fitWidth = true;
   const Box& box = context.box;
   const float barHeight = LayoutBarHeight(box.height, 1, options.text);
-  const ElementScale scale =
-      ScaleFor(static_cast<float>(box.width), WidestRow(symbol.rows), options, ElementMinimum::kAdjusted);
+  const ElementScale scale = ScaleFor(static_cast<float>(box.width), WidestRow(symbol.rows), options);
   Drawing drawing = LayoutRows(symbol.rows, std::array{barHeight}, scale, box);
   drawing.barHeight = barHeight;
   AddHumanReadableLine(drawing, symbol.humanReadable, box, ClampToInt(box.width), options.text, context.grid);
@@ -65,8 +64,7 @@ SymbolDrawing GS1DataBarExpanded::StackedDrawing(const DataBarExpandedSymbol& sy
   const LinearOptions options = Options();
   const Box& box = context.box;
   const std::size_t modules = WidestRow(symbol.rows);
-  const ElementScale scale =
-      ScaleFor(static_cast<float>(box.width), modules, options, ElementMinimum::kAdjusted);
+  const ElementScale scale = ScaleFor(static_cast<float>(box.width), modules, options);
   const StackedRoom room = StackedRoom::Of(box.height, options.text.fontScale, options.text.gap);
   const std::vector<float> heights = SharedHeights(symbol.rows, room, scale.moduleWidth, kLeastRowHeight);
   Drawing drawing = LayoutRows(symbol.rows, heights, scale, box);

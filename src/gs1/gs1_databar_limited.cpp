@@ -5,7 +5,6 @@
 
 #include "base/numeric.h"
 #include "gs1/databar_limited_encoder.h"
-#include "gs1/databar_rows.h"
 #include "layout/linear_layout.h"
 #include "layout/stacked_layout.h"
 #include "layout/text_layout.h"
@@ -18,11 +17,10 @@ std::optional<SymbolDrawing> GS1DataBarLimited::Layout(const std::string& text,
   const LinearOptions options = Options();
   const Box& box = context.box;
   const float barHeight = LayoutBarHeight(box.height, 1, options.text);
-  const std::array<DataBarRow, 1> row = {{{BehindEmptyBar(symbol.elements), kSharedHeight}}};
-  Drawing drawing = LayoutRows(
-      row, std::array{barHeight},
-      ScaleFor(static_cast<float>(box.width), kDataBarLimitedModules, options, ElementMinimum::kAdjusted),
-      box);
+  const std::array<StackedRow, 1> row = {{{symbol.widths, std::nullopt}}};
+  Drawing drawing =
+      LayoutRows(row, std::array{barHeight},
+                 ScaleFor(static_cast<float>(box.width), TotalModules(symbol.widths), options), box);
   drawing.barHeight = barHeight;
   AddHumanReadableLine(drawing, "(01)" + symbol.digits, box, TruncToInt(drawing.drawnWidth), options.text,
                        context.grid);

@@ -6,6 +6,7 @@
 
 #include "base/numeric.h"
 #include "gs1/gs1_128_encoder.h"
+#include "gs1/gs1_markers.h"
 #include "gs1/payment_form.h"
 #include "layout/linear_layout.h"
 #include "layout/text_layout.h"
@@ -28,7 +29,7 @@ Drawing LayoutPaymentForm(std::string_view text, const Box& box, const LinearOpt
   drawing.barHeight = std::max(
       static_cast<float>(std::int64_t{box.height} - std::int64_t{2} * sample.lineHeight), kMinBarHeight);
 
-  const RunVector pattern = ValuesToPattern(Gs1_128Values(std::string(kFnc1Marker) + digits));
+  const RunVector pattern = EncodeGs1_128(std::string(kFnc1Marker) + digits);
   const std::array<std::string, 2> lines = PaymentFormLines(digits);
   const auto line = measure(lines[0], sample.fontSize);
   const int lineHeight = line ? line->height : sample.fontSize;

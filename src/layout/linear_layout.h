@@ -46,10 +46,8 @@ struct ElementScale {
 };
 
 // The scale of a symbol of so many modules in `width` pixels.
-inline ElementScale ScaleFor(float width, std::uint64_t modules, const LinearOptions& options,
-                             ElementMinimum minimum = ElementMinimum::kNominalAndAdjusted) {
-  return {ModuleWidth(width, modules, options.fitWidth), options.pxAdjustBlack, options.pxAdjustWhite,
-          minimum};
+inline ElementScale ScaleFor(float width, std::uint64_t modules, const LinearOptions& options) {
+  return {ModuleWidth(width, modules, options.fitWidth), options.pxAdjustBlack, options.pxAdjustWhite};
 }
 
 // Walks the elements from x, bar and space in turn, bar first: visit(index, isBar, left, width) for each but
