@@ -6,7 +6,6 @@
 #include <cmath>
 #include <limits>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "support/barcode_object.h"

@@ -14,6 +14,7 @@ template <class Draw>
 void ExpectThreadsDrawWhatTheyDrawAlone(int rounds, Draw draw) {
   constexpr int kThreads = 4;
   std::vector<std::string> alone;
+  alone.reserve(kThreads);
   for (int thread = 0; thread < kThreads; ++thread) {
     alone.push_back(draw(thread));
   }
