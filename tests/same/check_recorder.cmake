@@ -33,7 +33,7 @@ expect(1 "calls differ" other_seed)
 
 # Only a gap of 1.25 differs, and only where text is drawn after it.
 record(${ALTERED} altered ${amount})
-expect(1 "new:  [a-z0-9-]+ [0-9]+ [0-9]+ get_[a-z0-9_]+\\(h\\)" altered)
+expect(1 "\n  [a-z0-9-]+ [0-9]+ [0-9]+ get_[a-z0-9_]+\\(h\\)[^\n]*\n    base:  [^\n]+\n    new:  " altered)
 
 # One session in full, standard output and the picture included.
 execute_process(COMMAND ${RECORDER} show ${LIBRARY} code39 f0 --into ${FOLDER}/show COMMAND_ERROR_IS_FATAL ANY)

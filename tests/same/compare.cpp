@@ -43,6 +43,15 @@ std::string LineAt(const std::vector<std::string>& lines, std::size_t i) {
   return i < lines.size() ? lines[i] : "(nothing: the record ends)";
 }
 
+// What both lines begin with, in whole words, stands once.
+void PrintPair(const std::string& before, const std::string& after) {
+  const auto differs = std::mismatch(before.begin(), before.end(), after.begin(), after.end()).first;
+  const std::size_t space = before.rfind(' ', static_cast<std::size_t>(differs - before.begin()));
+  const std::size_t common = space == std::string::npos || space >= after.size() ? 0 : space;
+  std::cout << "  " << before.substr(0, common) << "\n    base: " << before.substr(common)
+            << "\n    new:  " << after.substr(common) << "\n";
+}
+
 struct Differences {
   std::size_t lines = 0;
   std::set<std::string> sessions;
@@ -59,7 +68,7 @@ void CompareSession(const std::string& session, const std::vector<std::string>& 
     }
     ++differences.lines;
     if (differences.sessions.insert(session).second && differences.sessions.size() <= kMostShown) {
-      std::cout << "  base: " << before << "\n  new:  " << after << "\n";
+      PrintPair(before, after);
     }
   }
 }

@@ -1,6 +1,4 @@
 // Records what a library does with some thousands of random draws, so that two libraries can be compared.
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
@@ -107,12 +105,10 @@ int Main(int argc, char** argv) {
 }  // namespace barcode::same
 
 int main(int argc, char** argv) {
-  // The streams are redirected while sessions run.
-  const int messages = dup(STDERR_FILENO);
   try {
     return barcode::same::Main(argc, argv);
   } catch (const std::exception& error) {
-    (void)dprintf(messages, "barcode_record: %s\n", error.what());
+    (void)std::fprintf(stderr, "barcode_record: %s\n", error.what());
     return 2;
   }
 }

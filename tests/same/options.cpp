@@ -200,13 +200,19 @@ double Options::Scale() {
   static const double kStrange[] = {
       0.0,   -1.0, 8.0,       1e9,        1e-9,
       1e300, kNan, kInfinity, -kInfinity, std::numeric_limits<double>::denorm_min()};
-  return Strange(4) ? OneOf(m_random, kStrange) : OneOf(m_random, kUsual);
+  if (Strange(4)) {
+    return OneOf(m_random, kStrange);
+  }
+  return OnceIn(m_random, 3) ? m_random.Number(1, 4000) / 1000.0 : OneOf(m_random, kUsual);
 }
 
 double Options::Ratio() {
   static constexpr double kUsual[] = {0.5, 0.1, 0.25, 0.3, 0.7, 1.0, 1.5, 2.0, 3.0, 5.0};
   static const double kStrange[] = {0.0, -1.0, 0.0009, 0.001, 0.01, 20.0, 1000.0, 1001.0, kNan, kInfinity};
-  return OnceIn(m_random, 5) ? OneOf(m_random, kStrange) : OneOf(m_random, kUsual);
+  if (OnceIn(m_random, 6)) {
+    return OneOf(m_random, kStrange);
+  }
+  return OnceIn(m_random, 2) ? m_random.Number(1, 60000) / 10000.0 : OneOf(m_random, kUsual);
 }
 
 template <std::size_t kCount>

@@ -315,6 +315,9 @@ void RunOrdinary(Host& host, int type, int number) {
 std::vector<SessionName> AllSessions(const std::string& type, int sessions) {
   std::vector<std::string> types(std::begin(kTypeNames), std::end(kTypeNames));
   types.insert(types.end(), {kMixed, kNone});
+  if (!type.empty() && std::find(types.begin(), types.end(), type) == types.end()) {
+    throw std::runtime_error("no such type: " + type);
+  }
   std::vector<SessionName> names;
   for (const std::string& name : types) {
     if (!type.empty() && type != name) {

@@ -38,8 +38,20 @@ void Redirect(int descriptor, int file) {
 
 }  // namespace
 
-Streams::Streams() : m_out(MemoryFile("out")), m_err(MemoryFile("err")) {
+Streams::Streams()
+    : m_originalOut(dup(STDOUT_FILENO)),
+      m_originalErr(dup(STDERR_FILENO)),
+      m_out(MemoryFile("out")),
+      m_err(MemoryFile("err")) {
   Join(false);
+}
+
+Streams::~Streams() {
+  dup2(m_originalOut, STDOUT_FILENO);
+  dup2(m_originalErr, STDERR_FILENO);
+  for (const int file : {m_originalOut, m_originalErr, m_out, m_err}) {
+    close(file);
+  }
 }
 
 void Streams::Join(bool together) {

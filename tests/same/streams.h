@@ -9,6 +9,9 @@ namespace barcode::same {
 class Streams {
  public:
   Streams();
+  Streams(const Streams&) = delete;
+  Streams& operator=(const Streams&) = delete;
+  ~Streams();
 
   // Together: both go into one file, which keeps the order of what is written to either.
   void Join(bool together);
@@ -19,6 +22,8 @@ class Streams {
   std::string TakeErr() const;
 
  private:
+  int m_originalOut;
+  int m_originalErr;
   int m_out;
   int m_err;
   bool m_joined = false;

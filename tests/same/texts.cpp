@@ -126,7 +126,7 @@ std::string Code128Text(RandomText& random) {
 }
 
 std::string Codabar(RandomText& random) {
-  const std::string data = random.Of(kCodabarData, 1, 24);
+  std::string data = random.Of(kCodabarData, 1, 24);
   static constexpr const char* kLetters = "ABCDABCDabcdTNE*";
   switch (random.Number(0, 3)) {
     case 0:
@@ -180,7 +180,7 @@ std::string MatrixText(RandomText& random, int type) {
     case 4: {
       std::string text;
       for (int length = random.Number(1, std::max(1, most / 3)); length > 0; --length) {
-        text += test::Utf8Character(random);
+        text += OnceIn(random, 20) ? "\xF0\x9F\x98\x80" : test::Utf8Character(random);
       }
       return text;
     }
@@ -205,8 +205,8 @@ std::string TextAtALimit(RandomText& random, int type) {
   static constexpr int kLinear[] = {1, 2, 40, 48, 49, 80, 81, 100, 128, 255, 256};
   static constexpr int kExpanded[] = {70, 71, 72, 73, 74, 75, 76, 77, 78};
   static constexpr int kQr[] = {17, 41, 106, 255, 256, 1000, 2331, 2332, 2953, 2954, 5596, 5597, 7089, 7090};
-  static constexpr int kDataMatrix[] = {3,   6,    7,    36,   44,   45,   62,   204,  250,
-                                        251, 1304, 1555, 1556, 1557, 2335, 2336, 3116, 3117};
+  static constexpr int kDataMatrix[] = {3,    6,    7,    36,   44,   45,   62,   204,  250,  251,  1304,
+                                        1555, 1556, 1557, 2335, 2336, 3116, 3117, 4097, 6145, 8192, 8193};
   static constexpr int kPdf417[] = {43, 44, 45, 100, 900, 1108, 1109, 1850, 1851, 2710, 2711};
   if (OnceIn(random, 4)) {
     const int length = OneOf(random, kShort);
@@ -356,9 +356,7 @@ std::vector<std::string> OrdinaryTexts(int type) {
       {"123456", "12345", "00012345678905"},
       {"2001234567890", "20012345678909", "0", "0104912345678904"},
       {"0012345678901", "1501234567890", "00123456789012", "(01)00012345678905"},
-      {"{AI}0190012345678908", "01900123456789083103001750",
-       "01900123456789083922795\x1D"
-       "10AB",
+      {"{AI}0190012345678908", "01900123456789083103001750", "01900123456789083922795{FNC1}10AB",
        "10ABC{FNC1}21xyz", "{AI}0190012345678908{AI}3103012233{AI}15991231",
        "{AI}8020ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"},
       {"26300233-30-8-403", "1234567", "0640804", "1540023-1-3-2-B503"},
