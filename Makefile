@@ -1,50 +1,66 @@
 # Thin calls of the presets in CMakePresets.json.
 .DEFAULT_GOAL := help
-.PHONY: help build demo everything test asan same lint bench install clean
+.PHONY: help deps deps-test deps-lint build demo everything test asan tsan same lint bench install clean
 
 help:
-	@echo "make demo     install what is missing, build, draw the gallery into build/gallery/"
-	@echo "make test     install what is missing, build, run every test"
-	@echo "make asan     the tests under address and undefined-behaviour sanitizers"
-	@echo "make same     compare the library byte for byte with that of a commit (BASE=commit, ARGS=...)"
-	@echo "make lint     clang-format and clang-tidy"
-	@echo "make bench    the benchmarks"
-	@echo "make install  install the library, its header and mkbarcode (PREFIX, default /usr/local)"
-	@echo "make clean    remove build/"
+	@echo "make demo       install what is missing, build, draw the gallery into build/gallery/"
+	@echo "make test       install what is missing, build, run every test"
+	@echo "The targets below install no packages; they say so if any is missing."
+	@echo "make deps       install what the library and mkbarcode need to build"
+	@echo "make deps-test  the same, and what tests and benchmarks need; make deps-lint: the linters too"
+	@echo "make build      the library and mkbarcode"
+	@echo "make asan       the tests under address and undefined-behaviour sanitizers"
+	@echo "make tsan       the tests of threads under the thread sanitizer"
+	@echo "make same       compare the library byte for byte with that of a commit (BASE=commit, ARGS=...)"
+	@echo "make lint       clang-format and clang-tidy"
+	@echo "make bench      the benchmarks"
+	@echo "make install    install the library, its header and mkbarcode (PREFIX, default /usr/local)"
+	@echo "make clean      remove build/"
+
+deps:
+	@scripts/install-deps.sh
+
+deps-test:
+	@scripts/install-deps.sh --test
+
+deps-lint:
+	@scripts/install-deps.sh --lint
 
 # The library and the tool.
 build:
-	@scripts/install-deps.sh
-	cmake --preset release -DBARCODE_BUILD_TESTS=OFF -DBARCODE_BUILD_BENCH=OFF
-	cmake --build --preset release
+	@scripts/install-deps.sh --check
+	cmake --preset library
+	cmake --build --preset library
 
 # The same with tests and benchmarks.
 everything:
-	@scripts/install-deps.sh --test
-	cmake --preset release -DBARCODE_BUILD_TESTS=ON -DBARCODE_BUILD_BENCH=ON
+	@scripts/install-deps.sh --test --check
+	cmake --preset release
 	cmake --build --preset release
 
-demo: build
-	build/release/tools/mkbarcode/mkbarcode gallery build/gallery
+demo: deps
+	$(MAKE) build
+	build/library/bin/mkbarcode gallery build/gallery
 
-test: everything
+test: deps-test
+	$(MAKE) everything
 	ctest --preset release
 
-asan:
-	@scripts/install-deps.sh --test
-	cmake --preset asan
-	cmake --build --preset asan
-	ctest --preset asan
+asan tsan:
+	@scripts/install-deps.sh --test --check
+	cmake --preset $@
+	cmake --build --preset $@
+	ctest --preset $@
 
 same:
 	@test -n "$(BASE)" || { echo "make same BASE=commit: which commit's library is to be compared with?" >&2; exit 2; }
-	@scripts/install-deps.sh --test
+	@scripts/install-deps.sh --test --check
 	scripts/same.sh $(BASE) $(ARGS)
 
+# The linters read what a configured tree says about each source; nothing is built.
 lint:
-	@scripts/install-deps.sh --lint
-	cmake --preset release -DBARCODE_BUILD_TESTS=ON -DBARCODE_BUILD_BENCH=ON
-	cmake --build --preset release
+	@scripts/install-deps.sh --lint --check
+	cmake --preset release
 	scripts/lint.sh
 
 bench: everything
@@ -52,7 +68,7 @@ bench: everything
 
 PREFIX ?= /usr/local
 install: build
-	cmake --install build/release --prefix $(PREFIX)
+	cmake --install build/library --prefix $(PREFIX)
 
 clean:
 	rm -rf build

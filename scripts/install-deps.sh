@@ -1,36 +1,70 @@
 #!/bin/sh
 # Installs what the project builds, tests and runs with: Debian packages and, for the tests, one barcode reader from
 # npm, each only if it is absent.
-#   scripts/install-deps.sh          library, tool and demo
-#   scripts/install-deps.sh --test   the same, tests and benchmarks
-#   scripts/install-deps.sh --lint   all of these and the linters
+#   scripts/install-deps.sh [--check]          library, tool and demo
+#   scripts/install-deps.sh --test [--check]   the same, tests and benchmarks
+#   scripts/install-deps.sh --lint [--check]   all of these and the linters
+# With --check it installs nothing: it says in one line what is missing, and fails if anything is.
 set -eu
 cd "$(dirname "$0")/.."
 
+purpose=library
+check=no
+for argument; do
+  case $argument in
+    --test) purpose="test" ;;
+    --lint) purpose=lint ;;
+    --check) check=yes ;;
+    *) echo "Unknown argument: $argument" >&2; exit 2 ;;
+  esac
+done
+
+# Packages that are wanted for a program: the program may also have come from elsewhere.
+programs="make:make g++:g++ cmake:cmake ninja:ninja-build pkg-config:pkg-config"
 packages="
-  make g++ cmake ninja-build pkg-config
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev fonts-roboto-unhinted
   libcli11-dev
 "
-purpose=${1:-}
-if [ -n "$purpose" ]; then
+if [ "$purpose" != library ]; then
+  programs="$programs python3:python3"
   packages="$packages
     libgtest-dev libgmock-dev libbenchmark-dev
-    libpng-dev libzxing-dev libzbar-dev locales python3"
-  # Node.js may also have come from elsewhere.
+    libpng-dev libzxing-dev libzbar-dev locales"
   if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
     packages="$packages nodejs npm ca-certificates"
   fi
 fi
-if [ "$purpose" = "--lint" ]; then
-  packages="$packages clang-format clang-tidy"
+if [ "$purpose" = lint ]; then
+  programs="$programs clang-format:clang-format clang-tidy:clang-tidy"
 fi
 
 missing=""
-for package in $packages; do
-  state=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)
-  [ "$state" = installed ] || missing="$missing $package"
+for program in $programs; do
+  command -v "${program%%:*}" >/dev/null || missing="$missing ${program#*:}"
 done
+# Elsewhere than on Debian, CMake says what it does not find.
+if [ "$check" = no ] || command -v dpkg-query >/dev/null; then
+  for package in $packages; do
+    state=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)
+    [ "$state" = installed ] || missing="$missing $package"
+  done
+fi
+# The reader that package-lock.json names, byte for byte.
+installed=node_modules/.installed-lock.json
+reader=no
+if [ "$purpose" != library ] && ! cmp -s package-lock.json "$installed"; then
+  reader=yes
+fi
+
+if [ "$check" = yes ]; then
+  [ "$reader" = no ] || missing="$missing node_modules/"
+  [ -n "$missing" ] || exit 0
+  target=deps
+  [ "$purpose" = library ] || target=deps-$purpose
+  echo "missing:$missing; run make $target" >&2
+  exit 1
+fi
+
 if [ -n "$missing" ]; then
   as_root=""
   if [ "$(id -u)" -ne 0 ]; then
@@ -41,12 +75,7 @@ if [ -n "$missing" ]; then
   # shellcheck disable=SC2086  # a list of words
   $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends $missing
 fi
-
-[ -n "$purpose" ] || exit 0
-
-# The reader that package-lock.json names, byte for byte.
-installed=node_modules/.installed-lock.json
-if ! cmp -s package-lock.json "$installed"; then
+if [ "$reader" = yes ]; then
   echo "Installing the reader for the round-trip tests into node_modules/"
   npm ci --ignore-scripts --no-audit --no-fund
   cp package-lock.json "$installed"

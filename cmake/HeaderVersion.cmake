@@ -1,0 +1,21 @@
+# The version has one home, the public header. Reads it from there before project() wants it.
+#   barcode_header_version(HEADER VARIABLE)
+function(barcode_header_version header variable)
+  set(parts "")
+  foreach(part MAJOR MINOR PATCH)
+    file(STRINGS "${header}" line REGEX "^#define BARCODE_VERSION_${part} +[0-9]+ *$")
+    if(NOT line MATCHES "([0-9]+) *$")
+      message(FATAL_ERROR "${header} does not define BARCODE_VERSION_${part} as a number.")
+    endif()
+    list(APPEND parts ${CMAKE_MATCH_1})
+  endforeach()
+  list(JOIN parts . version)
+
+  file(STRINGS "${header}" line REGEX "^#define BARCODE_VERSION_STRING ")
+  if(NOT line MATCHES "\"${version}\" *$")
+    message(FATAL_ERROR "${header}: BARCODE_VERSION_STRING is not \"${version}\": ${line}")
+  endif()
+
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${header}")
+  set(${variable} ${version} PARENT_SCOPE)
+endfunction()
