@@ -51,7 +51,7 @@ class Trial {
     }
   }
 
-  std::vector<std::uint8_t>& Best() { return m_best; }
+  std::vector<std::uint8_t> TakeBest() { return std::move(m_best); }
 
  private:
   // Fewer codewords than this are wanted.
@@ -90,7 +90,7 @@ std::vector<std::uint8_t> EncodeCodewords(std::string_view text, const Options& 
   } else {
     trial.TryAll(lines);
   }
-  return std::move(trial.Best());
+  return trial.TakeBest();
 }
 
 }  // namespace barcode::datamatrix

@@ -54,6 +54,7 @@ class PairOptimizer {
 
   std::vector<SchemePlan> Run() {
     std::vector<Path> paths;
+    paths.reserve(kSchemes.size());
     for (const Scheme scheme : kSchemes) {
       paths.push_back({StartChannel(scheme), {}});
     }
