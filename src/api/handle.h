@@ -26,7 +26,9 @@ namespace barcode {
 // Returns the call's result, or `failed` when it threw.
 template <class Result, class Call>
 Result Guarded(Result failed, Call call) noexcept {
-  FreeSdlDataAtThreadExit();
+  if (!PrepareSdlThreadData()) {
+    return failed;
+  }
   Result result = failed;
   try {
     result = call();

@@ -110,11 +110,13 @@ bool BarcodeBase1D::DrawRaster(const DrawKind& kind, const Box& box) {
 }
 
 void BarcodeBase1D::PaintRaster(const Drawing& drawing, TextPainter& texts) {
-  RectPainter bars(*m_canvas.Renderer(), m_foreColor);
-  for (const RectF& bar : drawing.bars) {
-    bars.Fill(bar);
+  if (m_canvas.IsVisible()) {
+    RectPainter bars(*m_canvas.Renderer(), m_foreColor);
+    for (const RectF& bar : drawing.bars) {
+      bars.Fill(bar);
+    }
+    bars.Flush();
   }
-  bars.Flush();
   for (const TextRun& run : drawing.texts) {
     texts.Draw(run);
   }

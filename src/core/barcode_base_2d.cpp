@@ -1,5 +1,6 @@
 #include "core/barcode_base_2d.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include "core/rect_painter.h"
@@ -80,7 +81,9 @@ bool BarcodeBase2D::DrawRaster(const std::string& text, const Box& box) {
                                        static_cast<std::uint32_t>(surface.h), PixelGrid::kWhole);
   ReportSymbol(matrix, drawing);
   m_canvas.Fill(m_backColor);
-  Paint(*target, matrix, drawing);
+  if (m_canvas.IsVisible()) {
+    Paint(*target, matrix, drawing);
+  }
   if (!m_style.doneLine.empty()) {
     PrintLine(m_style.doneLine);
   }
@@ -118,13 +121,13 @@ RendererPtr BarcodeBase2D::PrepareTarget(const Box& box) {
 }
 
 void BarcodeBase2D::Paint(SDL_Renderer& target, const ModuleMatrix& matrix, const MatrixDrawing& drawing) {
-  SDL_SetRenderDrawBlendMode(&target, SDL_BLENDMODE_NONE);
-  {
-    RectPainter painter(target, m_foreColor);
-    LayoutDarkArea(matrix, drawing.grid, drawing.rule.adjust,
-                   [&](const ModuleRect& rect) { painter.Fill(ToRectF(rect)); });
+  RectPainter painter(target, m_foreColor);
+  LayoutDarkArea(matrix, drawing.grid, drawing.rule.adjust,
+                 [&](const ModuleRect& rect) { painter.Fill(ToRectF(rect)); });
+  painter.Flush();
+  if (SDL_RenderFlush(&target) != 0) {
+    throw std::runtime_error(Line("SDL_RenderFlush error: ", SdlError()));
   }
-  SDL_RenderFlush(&target);
 }
 
 // The earlier document stays until the new one is whole.

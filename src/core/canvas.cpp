@@ -13,21 +13,14 @@ namespace barcode {
 namespace {
 
 constexpr int kBitsPerPixel = 32;
+constexpr int kBytesPerPixel = 4;
 constexpr Uint32 kPixelFormat = SDL_PIXELFORMAT_ABGR8888;  // bytes R, G, B, A in memory
 
 // Pixels above this many bytes are refused before anything is allocated.
 constexpr std::uint64_t kMaxSurfaceBytes = 0x7FFF'FFFF;
 
-SurfacePtr CreateSurface(std::uint32_t width, std::uint32_t height) {
-  const bool isNegative = static_cast<int>(width) < 0 || static_cast<int>(height) < 0;
-  if (!isNegative && std::uint64_t{width} * height > kMaxSurfaceBytes / (kBitsPerPixel / 8)) {
-    SDL_OutOfMemory();
-    return nullptr;
-  }
-  // SDL takes ints: sizes above their range arrive as negative numbers, which it refuses in its own words.
-  return SurfacePtr(SDL_CreateRGBSurfaceWithFormat(0, static_cast<int>(width), static_cast<int>(height),
-                                                   kBitsPerPixel, kPixelFormat));
-}
+// No PNG file that the encoder writes has a longer side.
+constexpr int kMaxPngSide = 1'000'000;
 
 // Writes the pixels directly: many times faster than clearing through the renderer. The renderer's queue must
 // be empty.
@@ -42,31 +35,57 @@ void FillSurface(SDL_Surface& surface, const Colour& colour) {
 
 }  // namespace
 
+SurfacePtr Canvas::CreateSurface(std::uint32_t width, std::uint32_t height) {
+  const int columns = static_cast<int>(width);
+  const int rows = static_cast<int>(height);
+  // SDL takes ints: sizes above their range arrive as negative numbers, which it refuses in its own words.
+  if (columns <= 0 || rows <= 0) {
+    return SurfacePtr(SDL_CreateRGBSurfaceWithFormat(0, columns, rows, kBitsPerPixel, kPixelFormat));
+  }
+  const std::uint64_t bytes = std::uint64_t{width} * height * kBytesPerPixel;
+  // SDL would clear the pixels once more than needed, and touch those that are never seen.
+  if (bytes <= kMaxSurfaceBytes) {
+    m_pixels.reset(static_cast<std::uint8_t*>(std::calloc(bytes, 1)));  // NOLINT: see above
+  }
+  if (m_pixels == nullptr) {
+    SDL_OutOfMemory();
+    return nullptr;
+  }
+  return SurfacePtr(SDL_CreateRGBSurfaceWithFormatFrom(m_pixels.get(), columns, rows, kBitsPerPixel,
+                                                       columns * kBytesPerPixel, kPixelFormat));
+}
+
 bool Canvas::Prepare(std::uint32_t width, std::uint32_t height, const Colour& background) {
   Release();
   m_surface = CreateSurface(width, height);
   if (m_surface == nullptr) {
     ErrorLine("サーフェス作成に失敗: ", SdlError());
+    Release();
     return false;
   }
   m_renderer.reset(SDL_CreateSoftwareRenderer(m_surface.get()));
   if (m_renderer == nullptr) {
     ErrorLine("レンダラー作成に失敗: ", SdlError());
-    m_surface.reset();
+    Release();
     return false;
   }
-  // Bars and modules are stored as they are; only text is blended.
-  SDL_SetRenderDrawBlendMode(m_renderer.get(), SDL_BLENDMODE_NONE);
-  FillSurface(*m_surface, background);
+  if (IsVisible()) {
+    FillSurface(*m_surface, background);
+  }
   return true;
 }
 
 void Canvas::Fill(const Colour& colour) {
-  if (m_surface == nullptr) {
+  if (!IsVisible()) {
     return;
   }
   Present();
   FillSurface(*m_surface, colour);
+}
+
+bool Canvas::IsVisible() const {
+  return m_surface != nullptr && m_surface->w > 0 && m_surface->h > 0 && m_surface->w <= kMaxPngSide &&
+         m_surface->h <= kMaxPngSide;
 }
 
 void Canvas::Present() {
@@ -78,6 +97,7 @@ void Canvas::Present() {
 void Canvas::Release() {
   m_renderer.reset();
   m_surface.reset();
+  m_pixels.reset();
 }
 
 std::vector<std::uint8_t> Canvas::Encode() {

@@ -3,6 +3,8 @@
 #include <SDL.h>
 
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
 #include <vector>
 
 #include "base/colour.h"
@@ -25,6 +27,10 @@ class Canvas {
   // Fills the whole surface.
   void Fill(const Colour& colour);
 
+  // False when nobody can ever see the pixels: a box without any, or one with a side that no PNG file has.
+  // Nothing needs to be painted then.
+  bool IsVisible() const;
+
   // Executes what is queued on the renderer.
   void Present();
 
@@ -38,6 +44,14 @@ class Canvas {
   SDL_Surface* Surface() const { return m_surface.get(); }
 
  private:
+  struct Free {
+    void operator()(std::uint8_t* memory) const { std::free(memory); }  // NOLINT: of calloc
+  };
+
+  // Null, with SDL's words set, on failure.
+  SurfacePtr CreateSurface(std::uint32_t width, std::uint32_t height);
+
+  std::unique_ptr<std::uint8_t[], Free> m_pixels;  // NOLINT: no array class takes memory as it comes
   SurfacePtr m_surface;
   RendererPtr m_renderer;  // draws into the surface and goes first
 };

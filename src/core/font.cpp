@@ -46,8 +46,13 @@ FontPtr OpenEmbeddedRobotoFont(int size) {
     ErrorLine("OpenEmbeddedRobotoFont: SDL_RWFromConstMem failed: ", SdlError());
     return nullptr;
   }
+  const FontMemoryWatch watch;
   // The font library owns the stream from here and closes it, on failure too.
   FontPtr font(TTF_OpenFontRW(stream, 1, std::min(size, kMaxFontSize)));
+  if (font != nullptr && watch.RanOut()) {
+    font.reset();
+    SDL_OutOfMemory();
+  }
   if (font == nullptr) {
     ErrorLine("OpenEmbeddedRobotoFont: TTF_OpenFontRW failed: ", SdlError());
   }
@@ -76,6 +81,10 @@ std::shared_ptr<TTF_Font> SizedRobotoFont(int size) {
   return font;
 }
 
+void ForgetSizedFonts() {
+  FontLibrary::Instance().sizedFonts.clear();
+}
+
 std::optional<TextExtent> MeasureText(const std::string& text, int size) {
   if (!IsTextRenderingReady()) {
     return std::nullopt;
@@ -85,11 +94,14 @@ std::optional<TextExtent> MeasureText(const std::string& text, int size) {
   if (font == nullptr) {
     return std::nullopt;
   }
+  const FontMemoryWatch watch;
   TextExtent extent;
-  if (TTF_SizeUTF8(font.get(), text.c_str(), &extent.width, &extent.height) != 0) {
+  const bool isMeasured = TTF_SizeUTF8(font.get(), text.c_str(), &extent.width, &extent.height) == 0;
+  if (watch.RanOut()) {
+    ForgetSizedFonts();
     return std::nullopt;
   }
-  return extent;
+  return isMeasured ? std::optional(extent) : std::nullopt;
 }
 
 bool InitTextRendering() {

@@ -2,6 +2,7 @@
 
 #include <SDL_ttf.h>
 
+#include <cerrno>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -25,6 +26,18 @@ inline constexpr int kLargestKeptSize = 128;
 // sizes stay open, with the glyphs they have rendered: opening one and hinting its first glyphs costs as much
 // as half a PNG.
 std::shared_ptr<TTF_Font> SizedRobotoFont(int size);
+
+// The font library and what it stands on do not always tell when they find no memory: they leave out what
+// they needed it for, for as long as the font lives (glyphs become boxes). The allocator tells, in errno.
+class FontMemoryWatch {
+ public:
+  FontMemoryWatch() { errno = 0; }
+  bool RanOut() const { return errno == ENOMEM; }
+};
+
+// Closes the fonts that are kept open, but for those in use: one may be spoiled. While FontLibraryLock is
+// held.
+void ForgetSizedFonts();
 
 // The size of a text at a font size, as it would be drawn; nothing when text cannot be drawn at that size.
 std::optional<TextExtent> MeasureText(const std::string& text, int size);

@@ -1,6 +1,12 @@
 #include "core/rect_painter.h"
 
 #include <algorithm>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+#include "base/line.h"
+#include "core/sdl_error.h"
 
 namespace barcode {
 namespace {
@@ -13,18 +19,20 @@ float Bounded(float begin, float extent, float end) {
   return begin + extent > end ? end - begin : extent;
 }
 
+void Check(int result, std::string_view what) {
+  if (result != 0) {
+    throw std::runtime_error(Line(what, SdlError()));
+  }
+}
+
 }  // namespace
 
 RectPainter::RectPainter(SDL_Renderer& canvas, const Colour& colour) : m_canvas(canvas), m_colour(colour) {
   int width = 0;
   int height = 0;
-  SDL_GetRendererOutputSize(&canvas, &width, &height);
+  Check(SDL_GetRendererOutputSize(&canvas, &width, &height), "SDL_GetRendererOutputSize error: ");
   m_canvasWidth = static_cast<float>(width);
   m_canvasHeight = static_cast<float>(height);
-}
-
-RectPainter::~RectPainter() {
-  Flush();
 }
 
 void RectPainter::Fill(const RectF& rect) {
@@ -49,9 +57,11 @@ void RectPainter::Flush() {
   if (m_count == 0) {
     return;
   }
-  SDL_SetRenderDrawColor(&m_canvas, m_colour.r, m_colour.g, m_colour.b, m_colour.a);
-  SDL_RenderFillRectsF(&m_canvas, m_pending.data(), static_cast<int>(m_count));
-  m_count = 0;
+  const int count = static_cast<int>(std::exchange(m_count, 0));
+  Check(SDL_SetRenderDrawBlendMode(&m_canvas, SDL_BLENDMODE_NONE), "SDL_SetRenderDrawBlendMode error: ");
+  Check(SDL_SetRenderDrawColor(&m_canvas, m_colour.r, m_colour.g, m_colour.b, m_colour.a),
+        "SDL_SetRenderDrawColor error: ");
+  Check(SDL_RenderFillRectsF(&m_canvas, m_pending.data(), count), "SDL_RenderFillRectsF error: ");
 }
 
 }  // namespace barcode

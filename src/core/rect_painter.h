@@ -10,17 +10,19 @@
 
 namespace barcode {
 
-// Fills rectangles of one colour on a renderer, in batches. Rectangles (or parts far outside) that cannot
-// touch the canvas are dropped, so that a symbol much larger than its canvas costs no memory. Flush() or the
-// destructor draws what is pending.
+// Fills rectangles of one colour on a renderer, in batches; the four bytes of the colour are stored as they
+// are, without blending. Rectangles (or parts far outside) that cannot touch the canvas are dropped, so that
+// a symbol much larger than its canvas costs no memory. All functions throw std::runtime_error when SDL
+// cannot paint: a picture that lacks bars or modules is no picture.
 class RectPainter {
  public:
   RectPainter(SDL_Renderer& canvas, const Colour& colour);
-  ~RectPainter();
   RectPainter(const RectPainter&) = delete;
   RectPainter& operator=(const RectPainter&) = delete;
 
   void Fill(const RectF& rect);
+
+  // Draws what is pending; the last call of every painter.
   void Flush();
 
  private:

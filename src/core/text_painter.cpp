@@ -9,14 +9,9 @@
 namespace barcode {
 namespace {
 
-bool MeasureWith(TTF_Font& font, const std::string& text, TextExtent& extent) {
-  return TTF_SizeUTF8(&font, text.c_str(), &extent.width, &extent.height) == 0;
-}
-
-// Images of text beyond both bounds are refused: a line of a megabyte, or a font of thousands of pixels in a
-// small box, would take gigabytes for what the canvas shows of it.
-constexpr std::int64_t kMaxTextPixels = 16'000'000;
-constexpr std::int64_t kMaxCanvasShare = 4;
+// Larger images of text are refused: a line of a megabyte, or a font of thousands of pixels, would take
+// gigabytes.
+constexpr std::int64_t kMaxTextPixels = 128'000'000;
 
 // No glyph of the font is wider than this many times its size.
 constexpr std::int64_t kMaxGlyphAspect = 4;
@@ -35,7 +30,7 @@ bool TextPainter::Open(int size) {
   if (m_face == nullptr && !IsTextRenderingReady()) {
     return false;
   }
-  if (m_face == nullptr || m_face->size != size) {
+  if (m_face == nullptr || m_face->size != size || m_face->isSpoiled) {
     if (!m_lock) {
       m_lock.emplace();
     }
@@ -49,12 +44,29 @@ bool TextPainter::Open(int size) {
   return m_face->font != nullptr;
 }
 
-std::optional<TextExtent> TextPainter::Measure(const std::string& text, int size) {
-  TextExtent extent;
-  if (!Open(size) || !MeasureWith(*m_face->font, text, extent)) {
-    return std::nullopt;
+template <class Use>
+bool TextPainter::UseFont(Use use) {
+  const FontMemoryWatch watch;
+  use();
+  if (watch.RanOut()) {
+    m_face->isSpoiled = true;
+    ForgetSizedFonts();
+    return false;
   }
-  return extent;
+  return true;
+}
+
+std::optional<TextExtent> TextPainter::MeasureOpen(const std::string& text) {
+  TextExtent extent;
+  bool isMeasured = false;
+  const bool hadMemory = UseFont([&] {
+    isMeasured = TTF_SizeUTF8(m_face->font.get(), text.c_str(), &extent.width, &extent.height) == 0;
+  });
+  return hadMemory && isMeasured ? std::optional(extent) : std::nullopt;
+}
+
+std::optional<TextExtent> TextPainter::Measure(const std::string& text, int size) {
+  return Open(size) ? MeasureOpen(text) : std::nullopt;
 }
 
 void TextPainter::Draw(const TextRun& run) {
@@ -70,6 +82,10 @@ void TextPainter::Draw(const TextRun& run) {
 
 template <class LeftEdge>
 void TextPainter::DrawImage(std::string_view text, LeftEdge leftEdge, const TextBox& box) {
+  // After a glyph that found no memory the next one gets a new font.
+  if (!Open(m_face->size)) {
+    return;
+  }
   if (text.size() == 1) {
     const Image& image = RenderByte(text.front());
     if (!image.failed) {
@@ -129,7 +145,7 @@ const TextPainter::Image& TextPainter::RenderByte(char byte) {
   return image;
 }
 
-bool TextPainter::IsWithinBounds(const std::string& text) const {
+bool TextPainter::IsWithinBounds(const std::string& text) {
   // Measuring costs as much as rendering: a text that is small at any rate is not measured.
   const std::int64_t size = m_face->size;
   if (size <= kLargestKeptSize &&
@@ -137,19 +153,23 @@ bool TextPainter::IsWithinBounds(const std::string& text) const {
           kMaxTextPixels) {
     return true;
   }
-  TextExtent extent;
-  return !MeasureWith(*m_face->font, text, extent) ||
-         std::int64_t{extent.width} * extent.height <=
-             std::max(kMaxTextPixels, kMaxCanvasShare * m_canvasWidth * m_canvasHeight);
+  const std::optional<TextExtent> extent = MeasureOpen(text);
+  return !extent || std::int64_t{extent->width} * extent->height <= kMaxTextPixels;
 }
 
-SurfacePtr TextPainter::RenderSurface(const std::string& text) const {
+SurfacePtr TextPainter::RenderSurface(const std::string& text) {
   SDL_ClearError();  // the font library does not always say why it failed; nobody else's words may stand for
                      // it
   SurfacePtr surface;
-  if (IsWithinBounds(text)) {
-    surface.reset(TTF_RenderUTF8_Blended(m_face->font.get(), text.c_str(),
-                                         {m_colour.r, m_colour.g, m_colour.b, m_colour.a}));
+  if (IsWithinBounds(text) && !m_face->isSpoiled) {
+    const bool hadMemory = UseFont([&] {
+      surface.reset(TTF_RenderUTF8_Blended(m_face->font.get(), text.c_str(),
+                                           {m_colour.r, m_colour.g, m_colour.b, m_colour.a}));
+    });
+    if (!hadMemory) {
+      surface.reset();
+      SDL_OutOfMemory();
+    }
   }
   if (surface == nullptr && SdlError().empty()) {
     SDL_OutOfMemory();
@@ -157,7 +177,7 @@ SurfacePtr TextPainter::RenderSurface(const std::string& text) const {
   return surface;
 }
 
-TextPainter::Image TextPainter::Render(const std::string& text) const {
+TextPainter::Image TextPainter::Render(const std::string& text) {
   const SurfacePtr surface = RenderSurface(text);
   if (surface == nullptr) {
     ErrorLine("TTF_RenderUTF8_Blended error: ", SdlError());
@@ -168,7 +188,10 @@ TextPainter::Image TextPainter::Render(const std::string& text) const {
     ErrorLine("SDL_CreateTextureFromSurface error: ", SdlError());
     return {.texture = nullptr, .failed = true};
   }
-  SDL_SetTextureBlendMode(texture.get(), SDL_BLENDMODE_BLEND);
+  if (SDL_SetTextureBlendMode(texture.get(), SDL_BLENDMODE_BLEND) != 0) {
+    ErrorLine("SDL_SetTextureBlendMode error: ", SdlError());
+    return {.texture = nullptr, .failed = true};
+  }
   return {std::move(texture), surface->w, surface->h};
 }
 
@@ -178,7 +201,9 @@ void TextPainter::Copy(const Image& image, std::int64_t left, const TextBox& box
     return;
   }
   const SDL_Rect target{ClampToInt(left), top, image.width, image.height};
-  SDL_RenderCopy(&m_canvas, image.texture.get(), nullptr, &target);
+  if (SDL_RenderCopy(&m_canvas, image.texture.get(), nullptr, &target) != 0) {
+    ErrorLine("SDL_RenderCopy error: ", SdlError());
+  }
 }
 
 }  // namespace barcode

@@ -20,7 +20,7 @@ namespace barcode {
 // Draws the texts of one drawing onto a renderer with the embedded font, anti-aliased and blended. Nothing is
 // opened before the first text is measured or drawn; from then on the font library is held. What cannot be
 // rendered is reported on standard error and left out; what lies wholly outside the canvas costs nothing.
-// An image much larger than the canvas (and than any sensible text) counts as one that cannot be rendered.
+// An image larger than any sensible text counts as one that cannot be rendered.
 class TextPainter {
  public:
   // fontError: what stands before the reason when a font cannot be opened.
@@ -45,6 +45,7 @@ class TextPainter {
   struct Face {
     int size = 0;
     std::shared_ptr<TTF_Font> font;  // null when it could not be opened
+    bool isSpoiled = false;          // it ran out of memory: not to be used again
     std::array<Image, std::numeric_limits<unsigned char>::max() + 1> bytes;
     Image uncached;
   };
@@ -58,11 +59,15 @@ class TextPainter {
   // Draws an image of the text, its left edge where leftEdge(width of the image) says.
   template <class LeftEdge>
   void DrawImage(std::string_view text, LeftEdge leftEdge, const TextBox& box);
-  Image Render(const std::string& text) const;
+  Image Render(const std::string& text);
   // True when the image of the text is not so large that it is refused.
-  bool IsWithinBounds(const std::string& text) const;
+  bool IsWithinBounds(const std::string& text);
   // The font library's rendering; null, with SDL's words set, on failure.
-  SurfacePtr RenderSurface(const std::string& text) const;
+  SurfacePtr RenderSurface(const std::string& text);
+  std::optional<TextExtent> MeasureOpen(const std::string& text);
+  // Uses the open font; false when it ran out of memory, which may have spoiled it.
+  template <class Use>
+  bool UseFont(Use use);
   const Image& RenderByte(char byte);
   void Copy(const Image& image, std::int64_t left, const TextBox& box) const;
 

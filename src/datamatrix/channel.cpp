@@ -5,17 +5,13 @@
 namespace barcode::datamatrix {
 namespace {
 
-constexpr int kTripletValueLength = kCodewordLength * kTripletCodewords / kTripletSize;
-constexpr int kEdifactLength = kCodewordLength * kQuadrupletCodewords / kQuadrupletSize;
-
 void Fail(Channel& channel, ChannelStatus status, std::string_view message, EncoderLines& lines) {
   channel.status = status;
   lines.Add(message);
 }
 
 void PushLength(Channel& channel, int twelfths, EncoderLines& lines) {
-  constexpr int kLimit = static_cast<int>(kCodewordBuffer) * kCodewordLength;
-  if (channel.length > kLimit - twelfths) {
+  if (channel.length > kLongestLength - twelfths) {
     Fail(channel, ChannelStatus::kFatal, "Can't push input word, encoded length exceeds limits!", lines);
     return;
   }
@@ -35,7 +31,7 @@ bool HasConsistentLength(const Channel& channel) {
   }
   const bool openInRange = unitLength == 0 || (channel.open >= 0 && channel.open < groupSize);
   return openInRange && channel.length >= 0 &&
-         channel.length % kCodewordLength == channel.open * unitLength % kCodewordLength;
+         (channel.length - channel.open * unitLength) % kCodewordLength == 0;
 }
 
 void Unlatch(Channel& channel, EncoderLines& lines) {
@@ -46,9 +42,7 @@ void Unlatch(Channel& channel, EncoderLines& lines) {
     }
     PushLength(channel, kCodewordLength, lines);
   } else if (channel.scheme == Scheme::kEdifact) {
-    // The open characters are counted already.
-    const int codewords = EdifactUnlatchCodewords(channel.open);
-    PushLength(channel, codewords * kCodewordLength - channel.open * kEdifactLength, lines);
+    PushLength(channel, EdifactUnlatchLength(channel.open), lines);
   }
   channel.scheme = Scheme::kAscii;
   channel.open = 0;
@@ -151,8 +145,7 @@ void ChangeScheme(Channel& channel, Scheme target, EncoderLines& lines) {
   }
   channel.scheme = target;
   channel.open = 0;
-  // A Base 256 field begins with its length.
-  PushLength(channel, (target == Scheme::kBase256 ? 2 : 1) * kCodewordLength, lines);
+  PushLength(channel, LatchLength(target), lines);
 }
 
 void EncodeNext(Channel& channel, Scheme target, std::string_view text, EncoderLines& lines) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #include "base/encoder_lines.h"
@@ -13,6 +14,22 @@ inline constexpr std::size_t kCodewordBuffer = 4096;
 
 // Encoded lengths are counted in twelfths of a codeword: a triplet value takes 8, an EDIFACT character 9.
 inline constexpr int kCodewordLength = 12;
+inline constexpr int kLongestLength = static_cast<int>(kCodewordBuffer) * kCodewordLength;
+inline constexpr int kTripletValueLength = kCodewordLength * kTripletCodewords / kTripletSize;
+inline constexpr int kEdifactLength = kCodewordLength * kQuadrupletCodewords / kQuadrupletSize;
+
+// The most that a byte takes in any scheme.
+inline constexpr int kLongestByte = 4 * kTripletValueLength;
+
+// Of the latch from ASCII into a scheme, which is not ASCII. A Base 256 field begins with its length.
+constexpr int LatchLength(Scheme scheme) {
+  return (scheme == Scheme::kBase256 ? 2 : 1) * kCodewordLength;
+}
+
+// Of the unlatch behind the open characters of a quadruplet, which are counted already.
+constexpr int EdifactUnlatchLength(int openCharacters) {
+  return EdifactUnlatchCodewords(openCharacters) * kCodewordLength - openCharacters * kEdifactLength;
+}
 
 enum class ChannelStatus : std::uint8_t { kValid, kInvalid, kFatal };
 
@@ -21,8 +38,8 @@ enum class ChannelStatus : std::uint8_t { kValid, kInvalid, kFatal };
 struct Channel {
   Scheme scheme = Scheme::kAscii;
   ChannelStatus status = ChannelStatus::kValid;
-  std::size_t position = 0;  // bytes of the text taken
-  int length = 0;            // twelfths of a codeword, open triplets and quadruplets included
+  std::uint32_t position = 0;  // bytes of the text taken
+  int length = 0;              // twelfths of a codeword, open triplets and quadruplets included
   // What is open: the values of a triplet, the characters of an EDIFACT quadruplet, the bytes of a Base 256
   // field, or one digit of an ASCII pair.
   int open = 0;

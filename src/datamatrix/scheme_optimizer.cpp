@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "datamatrix/channel.h"
 
@@ -33,20 +34,31 @@ Channels InAscii(const Channels& channels, EncoderLines& lines) {
 // The new channel of the target scheme. A fatal candidate is taken at once; otherwise the shortest, the
 // earlier one on equal lengths. Lengths are compared with their open triplets and quadruplets, as fractions
 // of a codeword.
-Step NextChannel(const Channels& channels, const Channels& unlatched, Scheme target, std::string_view text,
-                 EncoderLines& lines) {
+Step NextChannel(const Channels& channels, const Channels& unlatched, std::size_t target,
+                 std::string_view text, EncoderLines& lines) {
+  const Scheme scheme = kSchemes[target];
   Channels candidates = unlatched;
-  candidates[static_cast<std::size_t>(target)] = channels[static_cast<std::size_t>(target)];
+  candidates[target] = channels[target];
   std::size_t best = candidates.size();
+  int shortestLatched = kLongestLength;  // of the candidates that come from another scheme
   for (std::size_t source = 0; source < candidates.size(); ++source) {
     Channel& candidate = candidates[source];
-    if (candidate.Valid() && candidate.scheme != target) {
-      ChangeScheme(candidate, target, lines);
-    }
-    // A byte never makes a channel shorter.
-    const bool longer = best < candidates.size() && candidate.length >= candidates[best].length;
-    if (candidate.Valid() && !longer) {
-      EncodeNext(candidate, target, text, lines);
+    if (candidate.Valid()) {
+      // A byte never makes a channel shorter, and it takes the same behind every latch. Only a buffer that
+      // becomes full has to be told in any case.
+      const int latched = candidate.length + (candidate.scheme == scheme ? 0 : LatchLength(scheme));
+      const bool longer = best < candidates.size() && latched >= candidates[best].length;
+      const bool hopeless = longer || (source != target && latched >= shortestLatched);
+      if (hopeless && latched <= kLongestLength - kLongestByte) {
+        continue;
+      }
+      shortestLatched = source != target ? latched : shortestLatched;
+      if (candidate.scheme != scheme) {
+        ChangeScheme(candidate, scheme, lines);
+      }
+      if (candidate.Valid() && !longer) {
+        EncodeNext(candidate, scheme, text, lines);
+      }
     }
     if (candidate.status == ChannelStatus::kFatal) {
       return {candidate, static_cast<std::uint8_t>(source)};
@@ -90,6 +102,7 @@ std::optional<SchemePlan> FixedPlan(std::string_view text, Scheme scheme, Encode
 
 std::vector<SchemePlan> OptimizePlans(std::string_view text, EncoderLines& lines) {
   Channels channels;
+  Channels next;
   for (std::size_t number = 0; number < channels.size(); ++number) {
     channels[number] = StartChannel(kSchemes[number]);
   }
@@ -98,15 +111,13 @@ std::vector<SchemePlan> OptimizePlans(std::string_view text, EncoderLines& lines
   const auto valid = [](const Channel& channel) { return channel.Valid(); };
   while (origins.size() < text.size() && std::any_of(channels.begin(), channels.end(), valid)) {
     const Channels unlatched = InAscii(channels, lines);
-    Channels next;
-    Origins nextOrigins{};
+    Origins& nextOrigins = origins.emplace_back();
     for (std::size_t target = 0; target < next.size(); ++target) {
-      const Step step = NextChannel(channels, unlatched, kSchemes[target], text, lines);
+      const Step step = NextChannel(channels, unlatched, target, text, lines);
       next[target] = step.channel;
       nextOrigins[target] = step.origin;
     }
-    channels = next;
-    origins.push_back(nextOrigins);
+    std::swap(channels, next);
   }
   std::vector<SchemePlan> plans;
   for (std::size_t number = 0; number < channels.size(); ++number) {

@@ -85,7 +85,7 @@ SymbolDrawing GS1DataBar14::StackedDrawing(const DataBar14Symbol& symbol, const 
     Report(lines);
   }
   Drawing drawing = LayoutRows(symbol.rows, heights, scale, box);
-  AddHumanReadableLine(drawing, DisplayText(symbol), box, ClampToInt(box.width), options.text, context.grid);
+  AddHumanReadableLine(drawing, DisplayText(symbol), box, box.width, options.text, context.grid);
   return {std::move(drawing), {}};
 }
 

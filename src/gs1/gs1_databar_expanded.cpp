@@ -55,7 +55,7 @@ SymbolDrawing GS1DataBarExpanded::OneRowDrawing(const DataBarExpandedSymbol& sym
   const ElementScale scale = ScaleFor(static_cast<float>(box.width), WidestRow(symbol.rows), options);
   Drawing drawing = LayoutRows(symbol.rows, std::array{barHeight}, scale, box);
   drawing.barHeight = barHeight;
-  AddHumanReadableLine(drawing, symbol.humanReadable, box, ClampToInt(box.width), options.text, context.grid);
+  AddHumanReadableLine(drawing, symbol.humanReadable, box, box.width, options.text, context.grid);
   return {std::move(drawing), {}};
 }
 

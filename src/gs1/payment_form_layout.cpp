@@ -42,7 +42,8 @@ Drawing LayoutPaymentForm(std::string_view text, const Box& box, const LinearOpt
     return drawing;
   }
   // Lines that are spread evenly run across the bars, others are centred in the box.
-  const int lineWidth = options.text.evenSpacing ? TruncToInt(drawing.drawnWidth) : ClampToInt(box.width);
+  const std::int64_t lineWidth =
+      options.text.evenSpacing ? std::int64_t{TruncToInt(drawing.drawnWidth)} : std::int64_t{box.width};
   std::int64_t top = TruncToInt(drawing.barHeight);
   for (const std::string& digitsLine : lines) {
     const TextBox room{.top = static_cast<double>(top)};

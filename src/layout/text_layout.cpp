@@ -18,7 +18,7 @@ float LayoutBarHeight(std::uint32_t height, int lines, const TextOptions& option
   return std::max(barHeight, 1.0F);
 }
 
-TextRun LayoutTextLine(std::string text, int x, int width, int size, const TextBox& box,
+TextRun LayoutTextLine(std::string text, int x, std::int64_t width, int size, const TextBox& box,
                        const TextOptions& options, PixelGrid grid) {
   TextRun run;
   run.text = std::move(text);
@@ -29,15 +29,15 @@ TextRun LayoutTextLine(std::string text, int x, int width, int size, const TextB
   } else if (grid == PixelGrid::kWhole) {
     run.anchor = TextAnchor::kWithin;
     run.x = x;
-    run.width = width;
+    run.width = static_cast<double>(width);
   } else {
     run.anchor = TextAnchor::kMiddle;
-    run.x = static_cast<double>(std::int64_t{x} + width / 2);
+    run.x = static_cast<double>(x + width / 2);
   }
   return run;
 }
 
-void AddHumanReadableLine(Drawing& drawing, std::string text, const Box& box, int barsWidth,
+void AddHumanReadableLine(Drawing& drawing, std::string text, const Box& box, std::int64_t barsWidth,
                           const TextOptions& options, PixelGrid grid) {
   if (!options.show || text.empty()) {
     return;

@@ -15,12 +15,12 @@ float LayoutBarHeight(std::uint32_t height, int lines, const TextOptions& option
 
 // One line of text of a font size (at least one byte) in width pixels from x, spread evenly or in one piece
 // around their middle.
-TextRun LayoutTextLine(std::string text, int x, int width, int size, const TextBox& box,
+TextRun LayoutTextLine(std::string text, int x, std::int64_t width, int size, const TextBox& box,
                        const TextOptions& options, PixelGrid grid);
 
 // Adds the human-readable line at the bottom of the box, across barsWidth pixels from its left edge; nothing
 // for an empty text or when text is not shown. In whole pixels no image leaves the box at the bottom.
-void AddHumanReadableLine(Drawing& drawing, std::string text, const Box& box, int barsWidth,
+void AddHumanReadableLine(Drawing& drawing, std::string text, const Box& box, std::int64_t barsWidth,
                           const TextOptions& options, PixelGrid grid);
 
 }  // namespace barcode

@@ -7,7 +7,7 @@
 namespace barcode {
 namespace {
 
-float MarginFactor(int barsWidth) {
+float MarginFactor(std::int64_t barsWidth) {
   if (barsWidth < 100) {
     return 0.03F;
   }
@@ -16,7 +16,8 @@ float MarginFactor(int barsWidth) {
 
 }  // namespace
 
-EvenSpacing EvenSpacing::Across(int x, int barsWidth, std::size_t length, int fontSize, float marginScale) {
+EvenSpacing EvenSpacing::Across(int x, std::int64_t barsWidth, std::size_t length, int fontSize,
+                                float marginScale) {
   const std::int64_t margin =
       TruncToInt(static_cast<float>(barsWidth) * MarginFactor(barsWidth) * marginScale);
   const std::int64_t room = barsWidth - 2 * margin;

@@ -15,7 +15,8 @@ struct EvenSpacing {
 
   // A line of `length` characters (at least 1) of a font size, spread across barsWidth pixels from x. The
   // margin on either side depends on the width and is multiplied by marginScale.
-  static EvenSpacing Across(int x, int barsWidth, std::size_t length, int fontSize, float marginScale);
+  static EvenSpacing Across(int x, std::int64_t barsWidth, std::size_t length, int fontSize,
+                            float marginScale);
 
   bool operator==(const EvenSpacing&) const = default;
 };

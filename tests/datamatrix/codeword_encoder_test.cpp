@@ -260,6 +260,15 @@ TEST(CodewordEncoder, AutomaticKnowsTheEndOfDataOfFixedSchemes) {
   EXPECT_THAT(Encode("12  *1B>*>*22 1", kAutomatic), SizeIs(11));
 }
 
+// A text of which the channels alone would need 31 codewords: where the second digit of a pair is free is
+// known only after the first.
+TEST(CodewordEncoder, AutomaticKnowsThatDigitsMakePairs) {
+  EXPECT_THAT(Encode("0af61a967h93f7a83d9g811\xE3\x83\x86"
+                     "AbA*/tA,",
+                     kAutomatic),
+              SizeIs(30));
+}
+
 TEST(CodewordEncoder, AutomaticPrefersTheLowerSchemeOnTies) {
   EXPECT_THAT(Encode("AIM", kAutomatic), ElementsAre(66, 74, 78));
   EXPECT_THAT(Encode("AIMAIM", kAutomatic), ElementsAre(230, 91, 11, 91, 11));

@@ -60,6 +60,14 @@ TEST(DataMatrixSymbol, SizeOption) {
   EXPECT_EQ(Encode("123456", {.size = 23}).Columns(), 144);
 }
 
+TEST(DataMatrixSymbol, AutomaticSchemesTakeTheSmallerSymbol) {
+  const std::string text =
+      "0af61a967h93f7a83d9g811\xE3\x83\x86"
+      "AbA*/tA,";
+  EXPECT_EQ(Encode(text, {.scheme = {}}).Columns(), 22);
+  EXPECT_EQ(Encode(text).Columns(), 24);
+}
+
 TEST(DataMatrixSymbol, WhatDoesNotFitFails) {
   EXPECT_EQ(ErrorOf(""), kFailed);
   EXPECT_EQ(ErrorOf(std::string(50, 'A'), {.size = 0}), kFailed);
