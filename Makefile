@@ -1,6 +1,6 @@
 # Thin calls of the presets in CMakePresets.json.
 .DEFAULT_GOAL := help
-.PHONY: help deps deps-test deps-lint build demo everything test asan tsan lint bench install clean
+.PHONY: help deps deps-test deps-lint build demo everything test asan tsan same lint bench install clean
 
 help:
 	@echo "make demo       install what is missing, build, draw the gallery into build/gallery/"
@@ -11,6 +11,7 @@ help:
 	@echo "make build      the library and mkbarcode"
 	@echo "make asan       the tests under address and undefined-behaviour sanitizers"
 	@echo "make tsan       the tests of threads under the thread sanitizer"
+	@echo "make same       compare the library byte for byte with that of a commit (BASE=commit, ARGS=...)"
 	@echo "make lint       clang-format and clang-tidy"
 	@echo "make bench      the benchmarks"
 	@echo "make install    install the library, its header and mkbarcode (PREFIX, default /usr/local)"
@@ -50,6 +51,11 @@ asan tsan:
 	cmake --preset $@
 	cmake --build --preset $@
 	ctest --preset $@
+
+same:
+	@test -n "$(BASE)" || { echo "make same BASE=commit: which commit's library is to be compared with?" >&2; exit 2; }
+	@scripts/install-deps.sh --test --check
+	scripts/same.sh $(BASE) $(ARGS)
 
 # The linters read what a configured tree says about each source; nothing is built.
 lint:

@@ -1,7 +1,5 @@
 #include "bench/draws.h"
-#include "datamatrix/encodation.h"
-#include "datamatrix/symbol_attributes.h"
-#include "datamatrix/symbol_encoder.h"
+#include "datamatrix/datamatrix_encoder.h"
 
 namespace barcode::bench {
 namespace {
@@ -16,20 +14,20 @@ std::string MixedText(std::size_t size) {
   return text;
 }
 
-void Encode(benchmark::State& state, const std::string& text, int scheme) {
+void Encode(benchmark::State& state, const std::string& text, const datamatrix::Options& options) {
   for ([[maybe_unused]] const auto _ : state) {
-    EncoderMessages messages;
-    benchmark::DoNotOptimize(EncodeDataMatrix(text, scheme, kAutomaticSquareSize, messages));
+    EncoderLines lines;
+    benchmark::DoNotOptimize(datamatrix::EncodeDataMatrix(text, options, lines));
   }
 }
 
-constexpr int kAscii = static_cast<int>(EncodationScheme::kAscii);
+constexpr datamatrix::Options kAscii = {};
+constexpr datamatrix::Options kAutomatic = {.scheme = {}};
 
 BENCHMARK_CAPTURE(Encode, ascii24, MixedText(24), kAscii)->Name("DataMatrix/encode 24 bytes ASCII");
-BENCHMARK_CAPTURE(Encode, auto24, MixedText(24), kAutomaticScheme)->Name("DataMatrix/encode 24 bytes AUTO");
-BENCHMARK_CAPTURE(Encode, auto1500, MixedText(1500), kAutomaticScheme)
-    ->Name("DataMatrix/encode 1500 bytes AUTO");
-BENCHMARK_CAPTURE(Encode, auto3000, std::string(3000, '7'), kAutomaticScheme)
+BENCHMARK_CAPTURE(Encode, auto24, MixedText(24), kAutomatic)->Name("DataMatrix/encode 24 bytes AUTO");
+BENCHMARK_CAPTURE(Encode, auto1500, MixedText(1500), kAutomatic)->Name("DataMatrix/encode 1500 bytes AUTO");
+BENCHMARK_CAPTURE(Encode, auto3000, std::string(3000, '7'), kAutomatic)
     ->Name("DataMatrix/encode 3000 digits AUTO");
 
 const bool kRegistered = [] {

@@ -12,14 +12,16 @@ constexpr const char* kElements = "0195011015300038171506212110A1B2C3D4";
 
 void EncodeOneRow(benchmark::State& state) {
   for ([[maybe_unused]] const auto _ : state) {
-    benchmark::DoNotOptimize(EncodeDataBar14(kGtin, DataBar14Type::kOmnidirectional));
+    EncoderLines lines;
+    benchmark::DoNotOptimize(EncodeDataBar14(kGtin, DataBar14Type::kOmnidirectional, lines));
   }
 }
 BENCHMARK(EncodeOneRow)->Name("GS1DataBar14/encode");
 
 void EncodeStackedOmnidirectional(benchmark::State& state) {
   for ([[maybe_unused]] const auto _ : state) {
-    benchmark::DoNotOptimize(EncodeDataBar14(kGtin, DataBar14Type::kStackedOmnidirectional));
+    EncoderLines lines;
+    benchmark::DoNotOptimize(EncodeDataBar14(kGtin, DataBar14Type::kStackedOmnidirectional, lines));
   }
 }
 BENCHMARK(EncodeStackedOmnidirectional)->Name("GS1DataBar14/encode stacked omnidirectional");

@@ -1,5 +1,5 @@
 #include "bench/draws.h"
-#include "pdf417/pdf417_encoder.h"
+#include "pdf417/encoder.h"
 
 namespace barcode::bench {
 namespace {
@@ -8,9 +8,8 @@ const std::string kMixed = "PDF417 holds text, 0123456789012345 and \xE6\x97\xA5
 
 void Encode(benchmark::State& state, const std::string& text) {
   for ([[maybe_unused]] const auto _ : state) {
-    PDF417Encoder encoder({});
-    encoder.Encode(text);
-    benchmark::DoNotOptimize(encoder.Modules().Columns());
+    EncoderLines lines;
+    benchmark::DoNotOptimize(pdf417::Encode(text, {}, lines).modules.Columns());
   }
 }
 BENCHMARK_CAPTURE(Encode, mixed, kMixed)->Name("PDF417/encode 49 bytes of text, digits and UTF-8");

@@ -8,9 +8,6 @@
 namespace barcode::bench {
 namespace {
 
-constexpr std::uint32_t kLevelL = 0;
-constexpr std::uint32_t kLevelM = 1;
-
 // Printable characters without a pattern: no mask and no PNG filter has it easy.
 std::string Text(std::size_t length) {
   std::mt19937 random(18004);
@@ -21,16 +18,14 @@ std::string Text(std::size_t length) {
   return text;
 }
 
-void Encode(benchmark::State& state, const std::string& text, std::uint32_t level) {
+void Encode(benchmark::State& state, const std::string& text, QrLevel level) {
   for ([[maybe_unused]] const auto _ : state) {
-    QREncoder encoder("B", 0, level);
-    encoder.Encode(text);
-    benchmark::DoNotOptimize(encoder.Matrix());
+    benchmark::DoNotOptimize(EncodeQr(text, {.level = level}));
   }
 }
 
 void Thousand(benchmark::State& state) {
-  Encode(state, Text(1000), kLevelL);
+  Encode(state, Text(1000), QrLevel::kL);
 }
 BENCHMARK(Thousand)->Name("QR/encode 1000 bytes at level L");
 
@@ -43,12 +38,12 @@ void Register(const std::string& name, Run run) {
 // Every version at level M, filled with bytes.
 const bool kRegistered = [] {
   for (int version = 1; version <= kQrMaxVersion; ++version) {
-    const int countBits = version < 10 ? 8 : 16;
-    const std::string text =
-        Text(static_cast<std::size_t>((QrCapacityBits(kLevelM, version) - 4 - countBits) / 8));
+    const int textBits =
+        QrCapacityBits(QrLevel::kM, version) - kQrModeBits - QrCountBits(QrMode::kByte, version);
+    const std::string text = Text(static_cast<std::size_t>(textBits / 8));
     const Drawing drawing{.type = BARCODE_QR, .text = text, .width = 300, .height = 300, .setUp = {}};
     const std::string name = "QR version " + std::to_string(version) + " 300x300";
-    Register(name + "/encode", [text](benchmark::State& state) { Encode(state, text, kLevelM); });
+    Register(name + "/encode", [text](benchmark::State& state) { Encode(state, text, QrLevel::kM); });
     Register(name + "/bare IMG_SavePNG_RW", [drawing](benchmark::State& state) { BarePng(state, drawing); });
     Register(name + "/draw+PNG", [drawing](benchmark::State& state) { DrawAndPng(state, drawing); });
     Register(name + "/draw+SVG", [drawing](benchmark::State& state) { DrawAndSvg(state, drawing); });

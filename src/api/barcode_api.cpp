@@ -52,17 +52,6 @@ std::uint32_t Size(int pixels) {
   return static_cast<std::uint32_t>(pixels);
 }
 
-// The letter of a QR encode mode; unknown keywords encode bytes.
-std::string_view QrModeLetter(std::string_view keyword) {
-  if (keyword == "NUMERIC") {
-    return "N";
-  }
-  if (keyword == "ALPHANUMERIC") {
-    return "A";
-  }
-  return keyword == "KANJI" ? "K" : "B";
-}
-
 // Copies a string result into the handle.
 template <class Fetch>
 const char* FetchText(BarcodeHandle handle, Fetch fetch) {
@@ -166,7 +155,7 @@ void barcode_set_error_correction_level(BarcodeHandle handle, const char* level)
 }
 
 void barcode_set_encode_mode(BarcodeHandle handle, const char* mode) {
-  SetText<QR>(handle, mode, [](QR& object, const char* text) { object.SetEncodeMode(QrModeLetter(text)); });
+  SetText<QR>(handle, mode, [](QR& object, const char* text) { object.SetEncodeMode(text); });
 }
 
 void barcode_set_code_size(BarcodeHandle handle, const char* size) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -31,6 +32,10 @@ class ModuleMatrix {
   }
   std::span<const std::uint8_t> Column(int x) const {
     return std::span(m_modules).subspan(Index(x, 0), static_cast<std::size_t>(m_rows));
+  }
+
+  std::size_t CountDark() const {
+    return static_cast<std::size_t>(std::count(m_modules.begin(), m_modules.end(), std::uint8_t{1}));
   }
 
   bool operator==(const ModuleMatrix&) const = default;

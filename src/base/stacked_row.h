@@ -1,30 +1,19 @@
 #pragma once
 
-#include <cstddef>
-#include <string>
+#include <optional>
+
+#include "base/run_vector.h"
 
 namespace barcode {
 
-// A row that shares the height left over by the others.
-inline constexpr int kSharedHeight = -1;
+// One row of a stacked symbol. Its widths begin with a bar; 0 is an element that is not there, so that a row
+// can begin with a space (0, 1, ...) and a run of ten or more modules can be drawn, and adjusted, in parts
+// (9, 0, 3 are twelve).
+struct StackedRow {
+  RunVector widths;
+  std::optional<int> height;  // in modules; without one the row shares what the others leave
 
-// One row of a symbol. `widths` holds element widths in modules as digits '0' to '9', bars and spaces in
-// turn, first a bar; '0' is an element that is not there, so that a row can begin with a space ("01...") and
-// a run of ten or more modules can be written ("903" is twelve).
-struct DataBarRow {
-  std::string widths;
-  int height;  // in modules, or kSharedHeight
-
-  bool operator==(const DataBarRow&) const = default;
+  bool operator==(const StackedRow&) const = default;
 };
-
-// The sum of a row's digits.
-inline std::size_t DataBarRowModules(const std::string& widths) {
-  std::size_t modules = 0;
-  for (const char digit : widths) {
-    modules += static_cast<std::size_t>(digit - '0');
-  }
-  return modules;
-}
 
 }  // namespace barcode

@@ -1,138 +1,158 @@
 #include "core/barcode_base_1d.h"
 
-#include <algorithm>
+#include <utility>
 
-#include "base/number_format.h"
-#include "base/numeric.h"
-#include "core/diagnostics.h"
 #include "core/font.h"
 #include "core/rect_painter.h"
 #include "core/text_painter.h"
-#include "text/text_bands.h"
-#include "text/text_spacing.h"
+#include "layout/linear_layout.h"
 
 namespace barcode {
+namespace {
 
-BarcodeBase1D::BarcodeBase1D(std::string_view format) : BarcodeBase(format) {
+void WriteText(SvgWriter& document, const TextRun& run, const Colour& colour) {
+  if (!run.spacing) {
+    const std::string_view anchor = run.anchor == TextAnchor::kStart ? "start" : "middle";
+    document.SvgText(run.x, run.box.top, run.text, run.size, colour, anchor);
+    return;
+  }
+  const std::string_view text = run.text;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    document.SvgText(static_cast<double>(run.spacing->Centre(i)), run.box.top, text.substr(i, 1), run.size,
+                     colour, "middle");
+  }
+}
+
+std::size_t CountElements(const Drawing& drawing) {
+  std::size_t elements = drawing.bars.size();
+  for (const TextRun& run : drawing.texts) {
+    elements += 2 * (run.spacing ? run.text.size() : 1);
+  }
+  return elements;
+}
+
+}  // namespace
+
+BarcodeBase1D::BarcodeBase1D(std::string_view format, std::string_view tag)
+    : BarcodeBase(format), m_tag(tag) {
   InitTextRendering();
 }
 
-void BarcodeBase1D::LayoutBarHeight(std::uint32_t /*width*/, std::uint32_t height, int lines) {
-  m_barHeight = static_cast<float>(height);
-  if (m_showText) {
-    constexpr int kMinGap = 2;
-    const std::int64_t textRows = lines == 1 ? 1 : std::int64_t{lines} + 2;
-    const std::int64_t gap = std::max(ScaledTextGap(height, kTextGapBands, m_textGap), kMinGap);
-    m_barHeight = static_cast<float>(height - textRows * TextSize(height, m_textFontScale) - gap);
-  }
-  m_barHeight = std::max(m_barHeight, 1.0F);
+std::optional<Box> BarcodeBase1D::DrawnBox(const std::string& /*text*/, const Box& box) const {
+  return box;
 }
 
-void BarcodeBase1D::DrawText(std::string_view text, int x, int y, int barsWidth, std::uint32_t height) {
-  if (!IsTextRenderingReady() || !m_showText || text.empty() || m_canvas == nullptr) {
-    return;
-  }
-  const int size = TextSize(height, m_textFontScale);
-  TextPainter painter(*m_canvas, size, m_foreColor);
-  if (!painter.IsOpen()) {
-    ErrorLine("TTF_OpenFont error: ", SDL_GetError());
-    return;
-  }
-  const TextBox box{.top = std::int64_t{y} + height - size, .bottom = std::int64_t{y} + height};
-  DrawTextLine(painter, text, x, barsWidth, size, box);
+LinearOptions BarcodeBase1D::Options() const {
+  return {.text = {.show = m_showText,
+                   .fontScale = m_textFontScale,
+                   .marginScale = m_textMarginScale,
+                   .gap = m_textGap,
+                   .evenSpacing = m_textEvenSpacing},
+          .fitWidth = m_fitWidth,
+          .pxAdjustBlack = m_pxAdjustBlack,
+          .pxAdjustWhite = m_pxAdjustWhite};
 }
 
-void BarcodeBase1D::DrawTextLine(TextPainter& painter, std::string_view text, int x, int width, int size,
-                                 const TextBox& box) const {
-  if (m_textEvenSpacing) {
-    painter.DrawSpaced(text, EvenSpacing::Across(x, width, text.size(), size, m_textMarginScale), box);
-  } else {
-    painter.DrawCentred(text, x, width, box);
-  }
+SymbolDrawing BarcodeBase1D::PlainDrawing(const RunVector& pattern, std::string displayText,
+                                          const DrawContext& context) const {
+  return {LayoutLinear(pattern, std::move(displayText), context.box, Options(), context.grid), {}};
 }
 
-void BarcodeBase1D::DrawSvgText(std::string_view text, int x, int y, int barsWidth, std::uint32_t height) {
-  if (!m_showText || text.empty()) {
-    return;
-  }
-  const int size = TextSize(height, m_textFontScale);
-  SvgTextLine(text, x, barsWidth, size, static_cast<double>(std::int64_t{y} + height - size));
+BarcodeBase1D::DrawKind BarcodeBase1D::KindOf(const std::string& text) const {
+  DrawKind kind{.tag = m_tag};
+  kind.layout = [this, &text](const DrawContext& context) { return Layout(text, context); };
+  return kind;
 }
 
-void BarcodeBase1D::SvgTextLine(std::string_view text, int x, int width, int size, double top) {
-  if (!m_textEvenSpacing) {
-    const std::int64_t centre = std::int64_t{x} + width / 2;
-    SvgText(static_cast<double>(centre), top, text, size, m_foreColor, "middle");
-    return;
-  }
-  const auto spacing = EvenSpacing::Across(x, width, text.size(), size, m_textMarginScale);
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    SvgText(static_cast<double>(spacing.Centre(i)), top, text.substr(i, 1), size, m_foreColor, "middle");
-  }
+bool BarcodeBase1D::Draw(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) {
+  const std::optional<Box> box = DrawnBox(text, {x, y, width, height});
+  return box && DrawInFormat(KindOf(text), *box);
 }
 
-bool BarcodeBase1D::DrawLinear(std::string_view tag, int x, int y, std::uint32_t width, std::uint32_t height,
-                               const MakeSymbol& makeSymbol) {
-  return Reported(tag, [&] {
-    if (!HasPreparedCanvas(x, y, width, height)) {
+bool BarcodeBase1D::DrawSvg(const std::string& text, int x, int y, std::uint32_t width,
+                            std::uint32_t height) {
+  const std::optional<Box> box = DrawnBox(text, {x, y, width, height});
+  return box && DrawVector(KindOf(text), *box);
+}
+
+bool BarcodeBase1D::DrawInFormat(const DrawKind& kind, const Box& box) {
+  return IsSvgOutput() ? DrawVector(kind, box) : DrawRaster(kind, box);
+}
+
+// With an unknown format the canvas of an earlier draw is drawn into; without one the draw fails.
+bool BarcodeBase1D::DrawRaster(const DrawKind& kind, const Box& box) {
+  return Reported(kind.tag, [&] {
+    if (!PrepareCanvas(box.x, box.y, box.width, box.height) || m_canvas.Renderer() == nullptr) {
       return false;
     }
-    LayoutBarHeight(width, height, 1);
-    FillBackground();
-    const LinearSymbol symbol = makeSymbol();
-    RectPainter painter(*m_canvas, m_foreColor);
-    const float drawnWidth =
-        LayoutBars(symbol.pattern, ScaleFor(width, TotalModules(symbol.pattern)), static_cast<float>(x),
-                   static_cast<float>(y), m_barHeight, [&](const RectF& bar) { painter.Fill(bar); });
-    painter.Flush();
-    DrawText(symbol.displayText, x, y, TruncToInt(drawnWidth), height);
-    PresentCanvas();
-    PrintSizeReport(width, height, drawnWidth);
+    m_canvas.Fill(m_backColor);
+    std::optional<SymbolDrawing> symbol;
+    {
+      TextPainter texts(*m_canvas.Renderer(), m_foreColor, kind.fontError);
+      const TextMeasure measure = [&texts](const std::string& text, int size) {
+        return texts.Measure(text, size);
+      };
+      symbol = kind.layout({box, PixelGrid::kWhole, measure});
+      if (!symbol) {
+        return false;
+      }
+      PaintRaster(symbol->drawing, texts);
+    }
+    m_canvas.Present();
+    m_barHeight = symbol->drawing.barHeight;
+    if (symbol->report.empty()) {
+      PrintSizeReport(box, symbol->drawing.drawnWidth);
+    } else {
+      PrintLine(symbol->report);
+    }
     return true;
   });
 }
 
-bool BarcodeBase1D::DrawLinearSvg(std::string_view tag, int x, int y, std::uint32_t width,
-                                  std::uint32_t height, const MakeSymbol& makeSymbol) {
-  return Reported(tag, [&] {
-    LayoutBarHeight(width, height, 1);
-    const LinearSymbol symbol = makeSymbol();
-    BeginSvgDocument(width, height);
-    const float drawnWidth =
-        LayoutBars(symbol.pattern, ScaleFor(width, TotalModules(symbol.pattern)), static_cast<float>(x),
-                   static_cast<float>(y), m_barHeight,
-                   [&](const RectF& bar) { SvgRect(bar.x, bar.y, bar.width, bar.height, m_foreColor); });
-    DrawSvgText(symbol.displayText, x, y, TruncToInt(drawnWidth), height);
-    EndSvg();
+void BarcodeBase1D::PaintRaster(const Drawing& drawing, TextPainter& texts) {
+  RectPainter bars(*m_canvas.Renderer(), m_foreColor);
+  for (const RectF& bar : drawing.bars) {
+    bars.Fill(bar);
+  }
+  bars.Flush();
+  for (const TextRun& run : drawing.texts) {
+    texts.Draw(run);
+  }
+}
+
+// The earlier document stays until the new one is whole.
+bool BarcodeBase1D::DrawVector(const DrawKind& kind, const Box& box) {
+  return Reported(kind.tag, [&] {
+    const TextMeasure unknown = [](const std::string&, int) { return std::nullopt; };
+    const std::optional<SymbolDrawing> symbol = kind.layout({box, PixelGrid::kFractional, unknown});
+    if (!symbol) {
+      return false;
+    }
+    SvgWriter document;
+    document.BeginSvg(box.width, box.height);
+    document.Reserve(CountElements(symbol->drawing) + 2);
+    document.SvgRect(0, 0, box.width, box.height, m_backColor);
+    for (const RectF& bar : symbol->drawing.bars) {
+      document.SvgRect(bar.x, bar.y, bar.width, bar.height, m_foreColor);
+    }
+    for (const TextRun& run : symbol->drawing.texts) {
+      WriteText(document, run, m_foreColor);
+    }
+    document.EndSvg();
+    m_svgStream = std::move(document);
+    m_barHeight = symbol->drawing.barHeight;
+    if (!symbol->report.empty()) {
+      PrintLine(symbol->report);
+    }
     return true;
   });
 }
 
-bool BarcodeBase1D::HasPreparedCanvas(int x, int y, std::uint32_t width, std::uint32_t height) {
-  return PrepareCanvas(x, y, width, height) && m_canvas != nullptr;
-}
-
-void BarcodeBase1D::BeginSvgDocument(std::uint32_t width, std::uint32_t height) {
-  BeginSvg(width, height);
-  SvgRect(0, 0, width, height, m_backColor);
-}
-
-ElementScale BarcodeBase1D::ScaleFor(std::uint32_t width, std::uint64_t modules) const {
-  return {ModuleWidth(static_cast<float>(width), modules, m_fitWidth), m_pxAdjustBlack, m_pxAdjustWhite};
-}
-
-void BarcodeBase1D::PrintSizeReport(std::uint32_t width, std::uint32_t height, float drawnWidth) const {
-  std::string report = "指定サイズ: width=";
-  AppendInt(report, width);
-  report += ", height=";
-  AppendInt(report, height);
-  report += "\n実際の描画サイズ: width=";
-  AppendGeneral(report, drawnWidth);
-  if (m_surface != nullptr) {
-    report += "\nサーフェスサイズ: width=";
-    AppendInt(report, m_surface->w);
-    report += ", height=";
-    AppendInt(report, m_surface->h);
+void BarcodeBase1D::PrintSizeReport(const Box& box, float drawnWidth) const {
+  std::string report = Line("指定サイズ: width=", box.width, ", height=", box.height,
+                            "\n実際の描画サイズ: width=", drawnWidth);
+  if (const SDL_Surface* const surface = m_canvas.Surface()) {
+    AppendPieces(report, "\nサーフェスサイズ: width=", surface->w, ", height=", surface->h);
   }
   PrintLine(report);
 }

@@ -1,46 +1,36 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "base/encoder_lines.h"
+#include "base/geometry.h"
 #include "base/module_matrix.h"
 #include "core/barcode_base.h"
 #include "core/sdl_ptr.h"
+#include "layout/drawing.h"
 #include "layout/matrix_layout.h"
 
 namespace barcode {
 
-// Where a raster draw goes: a renderer and the rectangle on it, in pixels. Move-only.
-struct MatrixTarget {
-  SDL_Renderer* renderer = nullptr;
-  RendererPtr owned;  // the renderer, when the draw made it
-  int x = 0;
-  int y = 0;
-  std::uint32_t width = 0;
-  std::uint32_t height = 0;
+// How the raster draw of a matrix class goes about it.
+struct MatrixDrawStyle {
+  std::string_view tag;       // the prefix of error lines, "[QR] "
+  bool encodesFirst = false;  // before the canvas is made, which a refused text then leaves as it was
+  bool printsSteps = true;    // every step and failure on standard output
+  std::string_view doneLine;  // printed at the end, unless empty
 };
 
-// What matrix and stacked symbols share: the character set of the encoded text, the square draws and the
-// steps from a module matrix to pixels or rectangles. A class draws in raster as
-//
-//     auto target = PrepareTarget(x, y, width, height, Progress::kPrinted);   // none: the draw has failed
-//     matrix = ...                                                            // may throw, see Reported
-//     FillTarget(*target);
-//     PaintModules(*target, matrix, StretchedModules(target->width, ...), m_pxAdjustBlack);
-//     FinishTarget(*target);
-//
-// and in SVG with WriteSvg.
+// What matrix and stacked symbols share: the character set of the encoded text and the two draws, raster and
+// SVG. A class supplies its encoder and its layout.
 class BarcodeBase2D : public BarcodeBase {
  public:
-  explicit BarcodeBase2D(std::string_view format) : BarcodeBase(format) {}
-
   // Converts the text to the chosen character set and hands it to DrawMatrix.
-  bool Draw(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) override;
+  bool Draw(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) final;
 
-  // Draws text that is already in the character set of the symbol. By default nothing is drawn.
+  // Draws text that is already in the character set of the symbol.
   virtual bool DrawMatrix(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height);
   virtual bool DrawMatrixSquare(const std::string& text, int x, int y, std::uint32_t size);
   virtual bool DrawSquare(const std::string& text, int x, int y, std::uint32_t size);
@@ -48,42 +38,39 @@ class BarcodeBase2D : public BarcodeBase {
   // "utf-8", "shift-jis" or one of their spellings; any other keyword counts as UTF-8.
   void SetStringEncoding(std::string_view encoding) { m_stringEncoding = encoding; }
 
-  // A renderer of the caller that raster draws go to instead of the object's own canvas, at the x and y of
-  // the draw; null ends that. It must outlive the draws. No exported function sets it.
-  void SetProvidedCanvas(SDL_Renderer* canvas) { m_providedCanvas = canvas; }
-
  protected:
-  enum class Progress { kPrinted, kSilent };
+  BarcodeBase2D(std::string_view format, const MatrixDrawStyle& style)
+      : BarcodeBase(format), m_style(style) {}
 
-  // The renderer of the caller with the given rectangle, or a new surface of that size, through the base
-  // class's draw, with a renderer for it. Progress::kPrinted reports every step and failure on standard
-  // output.
-  std::optional<MatrixTarget> PrepareTarget(int x, int y, std::uint32_t width, std::uint32_t height,
-                                            Progress progress);
+  // The symbol of a text; empty where the class draws nothing. What the encoder says is printed on standard
+  // output, also when it throws, as it does on bad text.
+  virtual ModuleMatrix Encode(const std::string& text, EncoderLines& lines) const = 0;
 
-  // Fills the whole rectangle with the background.
-  void FillTarget(const MatrixTarget& target);
+  // Where the modules of a symbol stand in a box at the origin.
+  virtual MatrixDrawing Layout(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height,
+                               PixelGrid grid) const = 0;
 
-  // Fills the dark modules, from the top-left corner of the rectangle, at edges rounded to whole pixels.
-  // adjust: pixels added to the width and height of each.
-  void PaintModules(const MatrixTarget& target, const ModuleMatrix& matrix, const ModuleSize& module,
-                    std::int32_t adjust) const;
+  // The box that is drawn when a host asks for `box`.
+  virtual Box DrawnBox(const ModuleMatrix& matrix, const Box& box) const;
 
-  // Presents the caller's renderer; executes and destroys one made by PrepareTarget.
-  static void FinishTarget(MatrixTarget& target);
+  // Lines about the symbol, printed before a raster draw paints it.
+  virtual void ReportSymbol(const ModuleMatrix& matrix, const MatrixDrawing& drawing) const;
 
   // "1" and "0" for the modules of each column, a line per column, to standard output, between the header
   // line and the end line. header: without the line break.
   static void PrintModules(std::string_view header, const ModuleMatrix& matrix);
 
-  // A whole document of that size: the background, then the dark modules.
-  void WriteSvg(std::uint32_t width, std::uint32_t height, const ModuleMatrix& matrix, const ModuleGrid& grid,
-                const ModuleRule& rule);
-
   std::string m_stringEncoding = "utf-8";
 
  private:
-  SDL_Renderer* m_providedCanvas = nullptr;
+  ModuleMatrix EncodeAndPrint(const std::string& text) const;
+  bool DrawRaster(const std::string& text, const Box& box);
+  bool DrawVector(const std::string& text, const Box& box);
+  // A renderer for the canvas, which is made through the base class's draw; null when there is none.
+  RendererPtr PrepareTarget(const Box& box);
+  void Paint(SDL_Renderer& target, const ModuleMatrix& matrix, const MatrixDrawing& drawing);
+
+  MatrixDrawStyle m_style;
 };
 
 }  // namespace barcode

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <string>
 #include <string_view>
+
+#include "base/line.h"
 
 namespace barcode {
 
@@ -10,14 +13,20 @@ namespace barcode {
 // Text to standard output, as it stands.
 void Print(std::string_view text);
 
-// A line to standard output; the line break is added.
-void PrintLine(std::string_view line);
+// A line of pieces (see AppendPieces) to standard output; the line break is added.
+template <class... Pieces>
+void PrintLine(const Pieces&... pieces) {
+  Print(Line(pieces..., '\n'));
+}
 
-// A line to standard error, in one write; the line break is added.
-void ErrorLine(std::string_view line);
+// Text to standard error, in one write.
+void PrintError(std::string_view text);
 
-// "prefix" + "message" as one line to standard error.
-void ErrorLine(std::string_view prefix, std::string_view message);
+// A line of pieces to standard error, in one write; the line break is added.
+template <class... Pieces>
+void ErrorLine(const Pieces&... pieces) {
+  PrintError(Line(pieces..., '\n'));
+}
 
 // Hands everything printed by this thread to the operating system.
 void FlushOutput();

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/diagnostics.h"
+#include "core/sdl_error.h"
 #include "text/embedded_font.h"
 
 namespace barcode {
@@ -14,9 +15,8 @@ constexpr int kSharedFontSize = 18;
 // The font library computes in 1/64 pixel and wraps far above this; up to here it refuses what it cannot do.
 constexpr int kMaxFontSize = 1'000'000;
 
-// What is kept open: a host draws labels of few sizes, and large glyphs take megabytes.
+// What is kept open: a host draws labels of few sizes.
 constexpr std::size_t kKeptFonts = 8;
-constexpr int kMaxKeptSize = 128;
 
 struct SizedFont {
   int size = 0;
@@ -43,13 +43,13 @@ FontPtr OpenEmbeddedRobotoFont(int size) {
   const auto bytes = EmbeddedRobotoFont();
   SDL_RWops* const stream = SDL_RWFromConstMem(bytes.data(), static_cast<int>(bytes.size()));
   if (stream == nullptr) {
-    ErrorLine("OpenEmbeddedRobotoFont: SDL_RWFromConstMem failed: ", SDL_GetError());
+    ErrorLine("OpenEmbeddedRobotoFont: SDL_RWFromConstMem failed: ", SdlError());
     return nullptr;
   }
   // The font library owns the stream from here and closes it, on failure too.
   FontPtr font(TTF_OpenFontRW(stream, 1, std::min(size, kMaxFontSize)));
   if (font == nullptr) {
-    ErrorLine("OpenEmbeddedRobotoFont: TTF_OpenFontRW failed: ", SDL_GetError());
+    ErrorLine("OpenEmbeddedRobotoFont: TTF_OpenFontRW failed: ", SdlError());
   }
   return font;
 }
@@ -67,7 +67,7 @@ std::shared_ptr<TTF_Font> SizedRobotoFont(int size) {
     return nullptr;
   }
   TTF_SetFontHinting(font.get(), TTF_HINTING_MONO);
-  if (size <= kMaxKeptSize) {
+  if (size <= kLargestKeptSize) {
     if (fonts.size() == kKeptFonts) {
       fonts.pop_back();
     }
@@ -99,12 +99,12 @@ bool InitTextRendering() {
     return true;
   }
   if (TTF_Init() != 0) {
-    ErrorLine("SDL_ttfの初期化に失敗: ", SDL_GetError());
+    ErrorLine("SDL_ttfの初期化に失敗: ", SdlError());
     return false;
   }
   library.sharedFont = OpenEmbeddedRobotoFont(kSharedFontSize);
   if (library.sharedFont == nullptr) {
-    ErrorLine("フォントの読み込みに失敗: ", SDL_GetError());
+    ErrorLine("フォントの読み込みに失敗: ", SdlError());
     return false;
   }
   return true;

@@ -17,6 +17,10 @@ using FontPtr = std::unique_ptr<TTF_Font, SdlDeleter<TTF_CloseFont>>;
 // The embedded font at a size in pixels; null, with a line on standard error, on failure.
 FontPtr OpenEmbeddedRobotoFont(int size);
 
+// Fonts up to this size are kept open, and images of their glyphs are kept while a line is drawn: larger ones
+// take megabytes each.
+inline constexpr int kLargestKeptSize = 128;
+
 // The same font, hinted for monochrome output, to draw with while FontLibraryLock is held. Fonts of common
 // sizes stay open, with the glyphs they have rendered: opening one and hinting its first glyphs costs as much
 // as half a PNG.

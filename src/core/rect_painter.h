@@ -6,7 +6,7 @@
 #include <cstddef>
 
 #include "base/colour.h"
-#include "layout/linear_layout.h"
+#include "base/geometry.h"
 
 namespace barcode {
 

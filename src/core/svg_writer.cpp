@@ -1,78 +1,64 @@
 #include "core/svg_writer.h"
 
-#include "base/number_format.h"
+#include <algorithm>
+
+#include "base/line.h"
 
 namespace barcode {
 namespace {
 
-void AppendRgb(std::string& out, const Colour& colour) {
-  out += "rgb(";
-  AppendInt(out, colour.r);
-  out += ',';
-  AppendInt(out, colour.g);
-  out += ',';
-  AppendInt(out, colour.b);
-  out += ')';
-}
+// Bytes of a rectangle in a picture of ordinary size.
+constexpr std::size_t kElementSize = 96;
+
+constexpr std::string_view kRectBegin = "  <rect x=\"";
+constexpr std::string_view kRectY = "\" y=\"";
+constexpr std::string_view kRectWidth = "\" width=\"";
+constexpr std::string_view kRectHeight = "\" height=\"";
 
 }  // namespace
 
 std::string ColorToRgb(const Colour& colour) {
-  std::string out;
-  AppendRgb(out, colour);
-  return out;
+  return Line("rgb(", colour.r, ',', colour.g, ',', colour.b, ')');
 }
 
-void SvgWriter::Begin(std::uint32_t width, std::uint32_t height) {
+void SvgWriter::BeginSvg(std::uint32_t width, std::uint32_t height) {
   m_document.clear();
-  m_document += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-  m_document += "<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\" width=\"";
-  AppendInt(m_document, width);
-  m_document += "\" height=\"";
-  AppendInt(m_document, height);
-  m_document += "\" viewBox=\"0 0 ";
-  AppendInt(m_document, width);
-  m_document += ' ';
-  AppendInt(m_document, height);
-  m_document += "\">\n";
+  AppendPieces(m_document, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n",
+               "<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\" width=\"", width, "\" height=\"",
+               height, "\" viewBox=\"0 0 ", width, ' ', height, "\">\n");
 }
 
-void SvgWriter::Rect(double x, double y, double width, double height, const Colour& colour) {
-  m_document += "  <rect x=\"";
-  AppendFixed2(m_document, x);
-  m_document += "\" y=\"";
-  AppendFixed2(m_document, y);
-  m_document += "\" width=\"";
-  AppendFixed2(m_document, width);
-  m_document += "\" height=\"";
-  AppendFixed2(m_document, height);
-  m_document += "\" fill=\"";
-  AppendRgb(m_document, colour);
-  if (colour.a < 255) {
-    m_document += "\" fill-opacity=\"";
-    AppendFixed2(m_document, colour.a / 255.0);
+void SvgWriter::Reserve(std::size_t elements) {
+  m_document.reserve(m_document.size() + elements * kElementSize);
+}
+
+std::string_view SvgWriter::RectEnd(const Colour& colour) {
+  if (m_rectEnd.empty() || colour != m_rectColour) {
+    m_rectColour = colour;
+    m_rectEnd = Line("\" fill=\"", ColorToRgb(colour));
+    if (colour.a < 255) {
+      AppendPieces(m_rectEnd, "\" fill-opacity=\"", Fixed2{colour.a / 255.0});
+    }
+    m_rectEnd += "\"/>\n";
   }
-  m_document += "\"/>\n";
+  return m_rectEnd;
 }
 
-void SvgWriter::Text(double x, double y, std::string_view text, int fontSize, const Colour& colour,
-                     std::string_view anchor) {
-  m_document += "  <text x=\"";
-  AppendFixed2(m_document, x);
-  m_document += "\" y=\"";
-  AppendFixed2(m_document, y);
-  m_document += "\" font-family=\"Arial, sans-serif\" font-size=\"";
-  AppendInt(m_document, fontSize);
-  m_document += "\" fill=\"";
-  AppendRgb(m_document, colour);
-  m_document += "\" text-anchor=\"";
-  m_document += anchor;
-  m_document += "\" dominant-baseline=\"hanging\">";
-  m_document += text;
-  m_document += "</text>\n";
+void SvgWriter::SvgRect(double x, double y, double width, double height, const Colour& colour) {
+  const std::string_view end = RectEnd(colour);
+  AppendPieces(m_document, kRectBegin, Fixed2{x}, kRectY, Fixed2{y}, kRectWidth, Fixed2{width}, kRectHeight,
+               Fixed2{height}, end);
 }
 
-void SvgWriter::End() {
+void SvgWriter::SvgText(double x, double y, std::string_view text, int fontSize, const Colour& colour,
+                        std::string_view anchor) {
+  AppendPieces(m_document, "  <text x=\"", Fixed2{x}, "\" y=\"", Fixed2{y},
+               "\" font-family=\"Arial, sans-serif\" font-size=\"", fontSize, "\" fill=\"",
+               ColorToRgb(colour), "\" text-anchor=\"", anchor, "\" dominant-baseline=\"hanging\">", text,
+               "</text>\n");
+}
+
+void SvgWriter::EndSvg() {
   m_document += "</svg>\n";
 }
 

@@ -4,12 +4,14 @@
 
 #include "base/numeric.h"
 #include "core/diagnostics.h"
+#include "core/sdl_error.h"
 
 namespace barcode {
 namespace {
 
-// Larger glyphs are rendered anew each time: few of them fit a canvas, and each takes megabytes.
-constexpr int kMaxCachedSize = 128;
+bool MeasureWith(TTF_Font& font, const std::string& text, TextExtent& extent) {
+  return TTF_SizeUTF8(&font, text.c_str(), &extent.width, &extent.height) == 0;
+}
 
 // Images of text beyond both bounds are refused: a line of a megabyte, or a font of thousands of pixels in a
 // small box, would take gigabytes for what the canvas shows of it.
@@ -24,13 +26,46 @@ constexpr std::int64_t kMaxLineAspect = 2;
 
 }  // namespace
 
-TextPainter::TextPainter(SDL_Renderer& canvas, int size, const Colour& colour)
-    : m_canvas(canvas), m_colour(colour), m_size(size), m_font(SizedRobotoFont(size)) {
+TextPainter::TextPainter(SDL_Renderer& canvas, const Colour& colour, std::string_view fontError)
+    : m_canvas(canvas), m_colour(colour), m_fontError(fontError) {
   SDL_GetRendererOutputSize(&canvas, &m_canvasWidth, &m_canvasHeight);
 }
 
-bool TextPainter::Measure(const std::string& text, int& width, int& height) const {
-  return TTF_SizeUTF8(m_font.get(), text.c_str(), &width, &height) == 0;
+bool TextPainter::Open(int size) {
+  if (m_face == nullptr && !IsTextRenderingReady()) {
+    return false;
+  }
+  if (m_face == nullptr || m_face->size != size) {
+    if (!m_lock) {
+      m_lock.emplace();
+    }
+    m_face = std::make_unique<Face>();
+    m_face->size = size;
+    m_face->font = SizedRobotoFont(size);
+    if (m_face->font == nullptr) {
+      ErrorLine(m_fontError, SdlError());
+    }
+  }
+  return m_face->font != nullptr;
+}
+
+std::optional<TextExtent> TextPainter::Measure(const std::string& text, int size) {
+  TextExtent extent;
+  if (!Open(size) || !MeasureWith(*m_face->font, text, extent)) {
+    return std::nullopt;
+  }
+  return extent;
+}
+
+void TextPainter::Draw(const TextRun& run) {
+  if (!Open(run.size)) {
+    return;
+  }
+  if (run.spacing) {
+    DrawSpaced(run);
+  } else {
+    DrawPiece(run);
+  }
 }
 
 template <class LeftEdge>
@@ -48,42 +83,45 @@ void TextPainter::DrawImage(std::string_view text, LeftEdge leftEdge, const Text
   }
 }
 
-void TextPainter::DrawAt(std::string_view text, std::int64_t left, const TextBox& box) {
-  DrawImage(
-      text, [&](int) { return left; }, box);
+void TextPainter::DrawPiece(const TextRun& run) {
+  const std::int64_t x = TruncToInt(run.x);
+  const auto leftEdge = [&](int imageWidth) -> std::int64_t {
+    switch (run.anchor) {
+      case TextAnchor::kStart:
+        return x;
+      case TextAnchor::kMiddle:
+        return x - imageWidth / 2;
+      case TextAnchor::kWithin:
+        break;
+    }
+    return x + (std::int64_t{TruncToInt(run.width)} - imageWidth) / 2;
+  };
+  DrawImage(run.text, leftEdge, run.box);
 }
 
-void TextPainter::DrawAround(std::string_view text, std::int64_t centre, const TextBox& box) {
-  DrawImage(
-      text, [&](int width) { return centre - width / 2; }, box);
-}
-
-void TextPainter::DrawCentred(std::string_view text, int x, int width, const TextBox& box) {
-  DrawImage(
-      text, [&](int textWidth) { return x + (std::int64_t{width} - textWidth) / 2; }, box);
-}
-
-void TextPainter::DrawSpaced(std::string_view text, const EvenSpacing& spacing, const TextBox& box) {
-  const std::int64_t reach = kMaxGlyphAspect * m_size;
+void TextPainter::DrawSpaced(const TextRun& run) {
+  const std::string_view text = run.text;
+  const std::int64_t reach = kMaxGlyphAspect * run.size;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const std::int64_t centre = spacing.Centre(i);
+    const std::int64_t centre = run.spacing->Centre(i);
     if (centre < -reach) {
       continue;
     }
     if (centre > m_canvasWidth + reach) {
       return;
     }
-    DrawAround(text.substr(i, 1), centre, box);
+    DrawImage(
+        text.substr(i, 1), [centre](int imageWidth) { return centre - imageWidth / 2; }, run.box);
   }
 }
 
 const TextPainter::Image& TextPainter::RenderByte(char byte) {
   const std::string text(1, byte);
-  if (m_size > kMaxCachedSize) {
-    m_uncached = Render(text);
-    return m_uncached;
+  if (m_face->size > kLargestKeptSize) {
+    m_face->uncached = Render(text);
+    return m_face->uncached;
   }
-  Image& image = m_bytes[static_cast<unsigned char>(byte)];
+  Image& image = m_face->bytes[static_cast<unsigned char>(byte)];
   // A failure is tried, and reported, at every occurrence.
   if (image.texture == nullptr) {
     image = Render(text);
@@ -93,15 +131,15 @@ const TextPainter::Image& TextPainter::RenderByte(char byte) {
 
 bool TextPainter::IsWithinBounds(const std::string& text) const {
   // Measuring costs as much as rendering: a text that is small at any rate is not measured.
-  if (m_size <= kMaxCachedSize &&
-      static_cast<std::int64_t>(text.size()) * kMaxGlyphAspect * m_size * kMaxLineAspect * m_size <=
+  const std::int64_t size = m_face->size;
+  if (size <= kLargestKeptSize &&
+      static_cast<std::int64_t>(text.size()) * kMaxGlyphAspect * size * kMaxLineAspect * size <=
           kMaxTextPixels) {
     return true;
   }
-  int width = 0;
-  int height = 0;
-  return !Measure(text, width, height) ||
-         std::int64_t{width} * height <=
+  TextExtent extent;
+  return !MeasureWith(*m_face->font, text, extent) ||
+         std::int64_t{extent.width} * extent.height <=
              std::max(kMaxTextPixels, kMaxCanvasShare * m_canvasWidth * m_canvasHeight);
 }
 
@@ -110,10 +148,10 @@ SurfacePtr TextPainter::RenderSurface(const std::string& text) const {
                      // it
   SurfacePtr surface;
   if (IsWithinBounds(text)) {
-    surface.reset(
-        TTF_RenderUTF8_Blended(m_font.get(), text.c_str(), {m_colour.r, m_colour.g, m_colour.b, m_colour.a}));
+    surface.reset(TTF_RenderUTF8_Blended(m_face->font.get(), text.c_str(),
+                                         {m_colour.r, m_colour.g, m_colour.b, m_colour.a}));
   }
-  if (surface == nullptr && *SDL_GetError() == '\0') {
+  if (surface == nullptr && SdlError().empty()) {
     SDL_OutOfMemory();
   }
   return surface;
@@ -122,12 +160,12 @@ SurfacePtr TextPainter::RenderSurface(const std::string& text) const {
 TextPainter::Image TextPainter::Render(const std::string& text) const {
   const SurfacePtr surface = RenderSurface(text);
   if (surface == nullptr) {
-    ErrorLine("TTF_RenderUTF8_Blended error: ", SDL_GetError());
+    ErrorLine("TTF_RenderUTF8_Blended error: ", SdlError());
     return {.texture = nullptr, .failed = true};
   }
   TexturePtr texture(SDL_CreateTextureFromSurface(&m_canvas, surface.get()));
   if (texture == nullptr) {
-    ErrorLine("SDL_CreateTextureFromSurface error: ", SDL_GetError());
+    ErrorLine("SDL_CreateTextureFromSurface error: ", SdlError());
     return {.texture = nullptr, .failed = true};
   }
   SDL_SetTextureBlendMode(texture.get(), SDL_BLENDMODE_BLEND);
@@ -135,11 +173,11 @@ TextPainter::Image TextPainter::Render(const std::string& text) const {
 }
 
 void TextPainter::Copy(const Image& image, std::int64_t left, const TextBox& box) const {
-  const std::int64_t top = std::min(box.top, box.bottom - image.height);
+  const int top = TruncToInt(std::min(box.top, box.bottom - image.height));
   if (left >= m_canvasWidth || left + image.width <= 0) {
     return;
   }
-  const SDL_Rect target{ClampToInt(left), ClampToInt(top), image.width, image.height};
+  const SDL_Rect target{ClampToInt(left), top, image.width, image.height};
   SDL_RenderCopy(&m_canvas, image.texture.get(), nullptr, &target);
 }
 

@@ -6,39 +6,31 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/colour.h"
 #include "core/font.h"
 #include "core/sdl_ptr.h"
-#include "text/text_spacing.h"
+#include "layout/drawing.h"
 
 namespace barcode {
 
-// Draws text onto a renderer with the embedded font at one size in pixels, anti-aliased and blended. Holds
-// the font library for its lifetime. What cannot be rendered is reported on standard error and left out; what
-// lies wholly outside the canvas costs nothing.
+// Draws the texts of one drawing onto a renderer with the embedded font, anti-aliased and blended. Nothing is
+// opened before the first text is measured or drawn; from then on the font library is held. What cannot be
+// rendered is reported on standard error and left out; what lies wholly outside the canvas costs nothing.
 // An image much larger than the canvas (and than any sensible text) counts as one that cannot be rendered.
 class TextPainter {
  public:
-  TextPainter(SDL_Renderer& canvas, int size, const Colour& colour);
+  // fontError: what stands before the reason when a font cannot be opened.
+  TextPainter(SDL_Renderer& canvas, const Colour& colour, std::string_view fontError);
 
-  // False when the font could not be opened; SDL_GetError() has the reason. Nothing may be drawn then.
-  bool IsOpen() const { return m_font != nullptr; }
+  // Size of a text in pixels; nothing when text cannot be drawn at that size.
+  std::optional<TextExtent> Measure(const std::string& text, int size);
 
-  // Size of a text in pixels; false on failure.
-  bool Measure(const std::string& text, int& width, int& height) const;
-
-  // The text in one piece, its left edge or its centre at x.
-  void DrawAt(std::string_view text, std::int64_t left, const TextBox& box);
-  void DrawAround(std::string_view text, std::int64_t centre, const TextBox& box);
-
-  // The text in one piece, centred in `width` pixels from x: left edge x + (width - text width) / 2.
-  void DrawCentred(std::string_view text, int x, int width, const TextBox& box);
-
-  // Each byte alone, around its centre.
-  void DrawSpaced(std::string_view text, const EvenSpacing& spacing, const TextBox& box);
+  // Draws nothing when text cannot be drawn at all, or not at that size.
+  void Draw(const TextRun& run);
 
  private:
   struct Image {
@@ -48,28 +40,39 @@ class TextPainter {
     bool failed = false;
   };
 
-  // Turns the width of an image into its left edge.
+  // The font of one size with the images of single bytes already rendered, for lines that repeat them; their
+  // memory is bounded by the font size.
+  struct Face {
+    int size = 0;
+    std::shared_ptr<TTF_Font> font;  // null when it could not be opened
+    std::array<Image, std::numeric_limits<unsigned char>::max() + 1> bytes;
+    Image uncached;
+  };
+
+  // True when the font of that size is at hand in m_face; tried, and reported, once for each size in turn.
+  bool Open(int size);
+
+  void DrawPiece(const TextRun& run);
+  void DrawSpaced(const TextRun& run);
+
+  // Draws an image of the text, its left edge where leftEdge(width of the image) says.
   template <class LeftEdge>
   void DrawImage(std::string_view text, LeftEdge leftEdge, const TextBox& box);
   Image Render(const std::string& text) const;
   // True when the image of the text is not so large that it is refused.
   bool IsWithinBounds(const std::string& text) const;
-  // The font library's rendering; null, with SDL_GetError() set, on failure.
+  // The font library's rendering; null, with SDL's words set, on failure.
   SurfacePtr RenderSurface(const std::string& text) const;
   const Image& RenderByte(char byte);
   void Copy(const Image& image, std::int64_t left, const TextBox& box) const;
 
-  FontLibraryLock m_lock;
   SDL_Renderer& m_canvas;
   Colour m_colour;
-  int m_size;
+  std::string_view m_fontError;
   int m_canvasWidth = 0;
   int m_canvasHeight = 0;
-  std::shared_ptr<TTF_Font> m_font;
-  // Images of single bytes already rendered, for lines that repeat them; the memory is bounded by the font
-  // size.
-  std::array<Image, std::numeric_limits<unsigned char>::max() + 1> m_bytes;
-  Image m_uncached;
+  std::optional<FontLibraryLock> m_lock;
+  std::unique_ptr<Face> m_face;
 };
 
 }  // namespace barcode

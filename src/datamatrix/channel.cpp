@@ -1,26 +1,22 @@
 #include "datamatrix/channel.h"
 
-#include <array>
-
 #include "base/ascii.h"
 
-namespace barcode {
+namespace barcode::datamatrix {
 namespace {
 
-constexpr int kTripletValueLength = 8;
-constexpr int kEdifactLength = 9;
-constexpr int kTripletSize = 3;
-constexpr int kQuadrupletSize = 4;
+constexpr int kTripletValueLength = kCodewordLength * kTripletCodewords / kTripletSize;
+constexpr int kEdifactLength = kCodewordLength * kQuadrupletCodewords / kQuadrupletSize;
 
-void Fail(Channel& channel, ChannelStatus status, std::string_view message, EncoderMessages& messages) {
+void Fail(Channel& channel, ChannelStatus status, std::string_view message, EncoderLines& lines) {
   channel.status = status;
-  messages.push_back(message);
+  lines.Add(message);
 }
 
-void PushLength(Channel& channel, int twelfths, EncoderMessages& messages) {
+void PushLength(Channel& channel, int twelfths, EncoderLines& lines) {
   constexpr int kLimit = static_cast<int>(kCodewordBuffer) * kCodewordLength;
   if (channel.length > kLimit - twelfths) {
-    Fail(channel, ChannelStatus::kFatal, "Can't push input word, encoded length exceeds limits!\n", messages);
+    Fail(channel, ChannelStatus::kFatal, "Can't push input word, encoded length exceeds limits!", lines);
     return;
   }
   channel.length += twelfths;
@@ -33,7 +29,7 @@ bool HasConsistentLength(const Channel& channel) {
   if (UsesTriplets(channel.scheme)) {
     groupSize = kTripletSize;
     unitLength = kTripletValueLength;
-  } else if (channel.scheme == EncodationScheme::kEdifact) {
+  } else if (channel.scheme == Scheme::kEdifact) {
     groupSize = kQuadrupletSize;
     unitLength = kEdifactLength;
   }
@@ -42,30 +38,25 @@ bool HasConsistentLength(const Channel& channel) {
          channel.length % kCodewordLength == channel.open * unitLength % kCodewordLength;
 }
 
-// The EDIFACT unlatch takes the next six bits; the rest of its codeword stays empty.
-int EdifactUnlatchLength(int openCharacters) {
-  constexpr std::array<int, kQuadrupletSize> kCodewords = {1, 2, 3, 3};
-  return kCodewords[static_cast<std::size_t>(openCharacters)] * kCodewordLength -
-         openCharacters * kEdifactLength;
-}
-
-void Unlatch(Channel& channel, EncoderMessages& messages) {
+void Unlatch(Channel& channel, EncoderLines& lines) {
   if (UsesTriplets(channel.scheme)) {
     if (channel.open != 0) {
       channel.status = ChannelStatus::kInvalid;
       return;
     }
-    PushLength(channel, kCodewordLength, messages);
-  } else if (channel.scheme == EncodationScheme::kEdifact) {
-    PushLength(channel, EdifactUnlatchLength(channel.open), messages);
+    PushLength(channel, kCodewordLength, lines);
+  } else if (channel.scheme == Scheme::kEdifact) {
+    // The open characters are counted already.
+    const int codewords = EdifactUnlatchCodewords(channel.open);
+    PushLength(channel, codewords * kCodewordLength - channel.open * kEdifactLength, lines);
   }
-  channel.scheme = EncodationScheme::kAscii;
+  channel.scheme = Scheme::kAscii;
   channel.open = 0;
 }
 
-void EncodeAscii(Channel& channel, std::uint8_t byte, EncoderMessages& messages) {
+void EncodeAscii(Channel& channel, std::uint8_t byte, EncoderLines& lines) {
   if (channel.length % kCodewordLength != 0) {
-    Fail(channel, ChannelStatus::kFatal, "Invalid current length detected encoding ascii code\n", messages);
+    Fail(channel, ChannelStatus::kFatal, "Invalid current length detected encoding ascii code", lines);
     return;
   }
   const bool digit = IsDigit(static_cast<char>(byte));
@@ -74,111 +65,111 @@ void EncodeAscii(Channel& channel, std::uint8_t byte, EncoderMessages& messages)
     return;
   }
   channel.open = digit ? 1 : 0;
-  PushLength(channel, (IsUpperByte(byte) ? 2 : 1) * kCodewordLength, messages);
+  PushLength(channel, (IsUpperByte(byte) ? 2 : 1) * kCodewordLength, lines);
 }
 
-void EncodeTripletValues(Channel& channel, std::uint8_t byte, EncoderMessages& messages) {
+void EncodeTripletValues(Channel& channel, std::uint8_t byte, EncoderLines& lines) {
   const int values = static_cast<int>(TripletValues(channel.scheme, byte).size());
   if (values == 0) {
     channel.status = ChannelStatus::kInvalid;
     return;
   }
   channel.open = (channel.open + values) % kTripletSize;
-  PushLength(channel, values * kTripletValueLength, messages);
+  PushLength(channel, values * kTripletValueLength, lines);
 }
 
-void EncodeEdifact(Channel& channel, std::uint8_t byte, EncoderMessages& messages) {
+void EncodeEdifact(Channel& channel, std::uint8_t byte, EncoderLines& lines) {
   if (!IsEdifactByte(byte)) {
     channel.status = ChannelStatus::kInvalid;
     return;
   }
   channel.open = (channel.open + 1) % kQuadrupletSize;
-  PushLength(channel, kEdifactLength, messages);
+  PushLength(channel, kEdifactLength, lines);
 }
 
-void EncodeBase256(Channel& channel, EncoderMessages& messages) {
+void EncodeBase256(Channel& channel, EncoderLines& lines) {
   if (channel.open > static_cast<int>(kLongestBase256Field)) {
-    Fail(channel, ChannelStatus::kInvalid, "Encoding length out of range!\n", messages);
+    Fail(channel, ChannelStatus::kInvalid, "Encoding length out of range!", lines);
     return;
   }
-  ++channel.open;
-  const bool lengthGrows = channel.open == static_cast<int>(kShortBase256Field) + 1;
-  PushLength(channel, (lengthGrows ? 2 : 1) * kCodewordLength, messages);
+  const auto size = static_cast<std::size_t>(channel.open++);
+  const bool lengthGrows = Base256LengthCodewords(size + 1) > Base256LengthCodewords(size);
+  PushLength(channel, (lengthGrows ? 2 : 1) * kCodewordLength, lines);
 }
 
 // False, with the channel fatal, when the channel cannot take a byte at all.
-bool CheckReady(Channel& channel, EncodationScheme target, std::size_t textSize, EncoderMessages& messages) {
+bool CheckReady(Channel& channel, Scheme target, std::size_t textSize, EncoderLines& lines) {
   std::string_view message;
   if (channel.scheme != target) {
-    message = "For encoding, channel scheme must equal target scheme!\n";
+    message = "For encoding, channel scheme must equal target scheme!";
   } else if (channel.position > textSize) {
-    message = "Channel input index exceeds range!\n";
+    message = "Channel input index exceeds range!";
   } else if (channel.position == textSize) {
-    message = "Input index out of range while encoding!\n";
+    message = "Input index out of range while encoding!";
   } else if (channel.length < 0) {
-    message = "Invalid encoding length!\n";
-  } else if (target == EncodationScheme::kEdifact && !HasConsistentLength(channel)) {
-    message = "Error checking for end of symbol edifact\n";
+    message = "Invalid encoding length!";
+  } else if (target == Scheme::kEdifact && !HasConsistentLength(channel)) {
+    message = "Error checking for end of symbol edifact";
   } else {
     return true;
   }
-  Fail(channel, ChannelStatus::kFatal, message, messages);
+  Fail(channel, ChannelStatus::kFatal, message, lines);
   return false;
 }
 
 }  // namespace
 
-Channel StartChannel(EncodationScheme scheme) {
+Channel StartChannel(Scheme scheme) {
   Channel channel;
-  if (scheme != EncodationScheme::kAscii) {
-    EncoderMessages none;
+  if (scheme != Scheme::kAscii) {
+    EncoderLines none;
     ChangeScheme(channel, scheme, none);
   }
   return channel;
 }
 
-void ChangeScheme(Channel& channel, EncodationScheme target, EncoderMessages& messages) {
+void ChangeScheme(Channel& channel, Scheme target, EncoderLines& lines) {
   if (channel.scheme == target) {
-    Fail(channel, ChannelStatus::kFatal, "Target scheme already equals channel scheme, cannot be changed!\n",
-         messages);
+    Fail(channel, ChannelStatus::kFatal, "Target scheme already equals channel scheme, cannot be changed!",
+         lines);
     return;
   }
   if (!HasConsistentLength(channel)) {
-    Fail(channel, ChannelStatus::kFatal, "Error changing encryption scheme, current length is invalid!\n",
-         messages);
+    Fail(channel, ChannelStatus::kFatal, "Error changing encryption scheme, current length is invalid!",
+         lines);
     return;
   }
   // The latch into the scheme is the least that stands before.
-  if (channel.scheme != EncodationScheme::kAscii && channel.length < kCodewordLength) {
-    Fail(channel, ChannelStatus::kFatal, "Error while changing encoding scheme, invalid first code word!\n",
-         messages);
+  if (channel.scheme != Scheme::kAscii && channel.length < kCodewordLength) {
+    Fail(channel, ChannelStatus::kFatal, "Error while changing encoding scheme, invalid first code word!",
+         lines);
     return;
   }
-  Unlatch(channel, messages);
-  if (!channel.Valid() || target == EncodationScheme::kAscii) {
+  Unlatch(channel, lines);
+  if (!channel.Valid() || target == Scheme::kAscii) {
     return;
   }
   channel.scheme = target;
   channel.open = 0;
   // A Base 256 field begins with its length.
-  PushLength(channel, (target == EncodationScheme::kBase256 ? 2 : 1) * kCodewordLength, messages);
+  PushLength(channel, (target == Scheme::kBase256 ? 2 : 1) * kCodewordLength, lines);
 }
 
-void EncodeNext(Channel& channel, EncodationScheme target, std::string_view text, EncoderMessages& messages) {
-  if (!CheckReady(channel, target, text.size(), messages)) {
+void EncodeNext(Channel& channel, Scheme target, std::string_view text, EncoderLines& lines) {
+  if (!CheckReady(channel, target, text.size(), lines)) {
     return;
   }
   const auto byte = static_cast<std::uint8_t>(text[channel.position]);
-  if (target == EncodationScheme::kAscii) {
-    EncodeAscii(channel, byte, messages);
-  } else if (target == EncodationScheme::kEdifact) {
-    EncodeEdifact(channel, byte, messages);
-  } else if (target == EncodationScheme::kBase256) {
-    EncodeBase256(channel, messages);
+  if (target == Scheme::kAscii) {
+    EncodeAscii(channel, byte, lines);
+  } else if (target == Scheme::kEdifact) {
+    EncodeEdifact(channel, byte, lines);
+  } else if (target == Scheme::kBase256) {
+    EncodeBase256(channel, lines);
   } else {
-    EncodeTripletValues(channel, byte, messages);
+    EncodeTripletValues(channel, byte, lines);
   }
   ++channel.position;
 }
 
-}  // namespace barcode
+}  // namespace barcode::datamatrix

@@ -1,51 +1,47 @@
 #include "datamatrix/codeword_encoder.h"
 
 #include <optional>
+#include <span>
 #include <utility>
 
 #include "datamatrix/channel.h"
 #include "datamatrix/codeword_writer.h"
-#include "datamatrix/encodation.h"
 #include "datamatrix/scheme_optimizer.h"
-#include "datamatrix/symbol_attributes.h"
+#include "datamatrix/symbol_sizes.h"
 
-namespace barcode {
+namespace barcode::datamatrix {
 namespace {
 
 // A codeword holds at most two characters, a pair of digits.
 constexpr std::size_t kLongestText = 2 * kCodewordBuffer;
 
-std::size_t Capacity(int sizeIndex) {
-  return static_cast<std::size_t>(LookUpSymbolAttribute(SymbolAttribute::kDataCodewords, sizeIndex));
-}
-
 // The plans of the optimiser, and behind them the six of a single scheme. Comparing unfinished encodings, a
 // channel may pass over one that only the end-of-data rules make the shortest; with these, automatic never
 // needs more codewords than any fixed scheme.
-std::vector<SchemePlan> AutomaticPlans(std::string_view text, EncoderMessages& messages) {
-  std::vector<SchemePlan> plans = OptimizePlans(text, messages);
-  for (int scheme = 0; scheme < kEncodationSchemes; ++scheme) {
-    EncoderMessages alreadyTold;
-    for (SchemePlan& plan : FixedPlan(text, static_cast<EncodationScheme>(scheme), alreadyTold)) {
-      plans.push_back(std::move(plan));
+std::vector<SchemePlan> AutomaticPlans(std::string_view text, EncoderLines& lines) {
+  std::vector<SchemePlan> plans = OptimizePlans(text, lines);
+  for (const Scheme scheme : kSchemes) {
+    EncoderLines alreadyTold;
+    if (std::optional<SchemePlan> plan = FixedPlan(text, scheme, alreadyTold)) {
+      plans.push_back(*std::move(plan));
     }
   }
   return plans;
 }
 
-std::vector<SchemePlan> MakePlans(std::string_view text, int schemeOption, EncoderMessages& messages) {
-  if (schemeOption == kAutomaticScheme) {
-    return AutomaticPlans(text, messages);
+std::vector<SchemePlan> MakePlans(std::string_view text, std::optional<Scheme> scheme, EncoderLines& lines) {
+  if (!scheme) {
+    return AutomaticPlans(text, lines);
   }
-  return FixedPlan(text, static_cast<EncodationScheme>(schemeOption), messages);
+  const std::optional<SchemePlan> plan = FixedPlan(text, *scheme, lines);
+  return plan ? std::vector<SchemePlan>(1, *plan) : std::vector<SchemePlan>();
 }
 
-// Capacity of the first admitted size that holds the plan.
-std::optional<std::size_t> FindCapacity(const CodewordWriter& writer, int sizeOption) {
-  const SizeRange sizes = AdmittedSizes(sizeOption);
-  for (int size = sizes.begin; size < sizes.end; ++size) {
-    if (writer.Count(Capacity(size))) {
-      return Capacity(size);
+// Capacity of the first of the sizes that holds the plan.
+std::optional<std::size_t> FindCapacity(const CodewordWriter& writer, std::span<const SymbolSize> sizes) {
+  for (const SymbolSize& size : sizes) {
+    if (writer.Count(size.dataCodewords)) {
+      return size.dataCodewords;
     }
   }
   return std::nullopt;
@@ -53,27 +49,21 @@ std::optional<std::size_t> FindCapacity(const CodewordWriter& writer, int sizeOp
 
 }  // namespace
 
-std::vector<std::uint8_t> EncodeCodewords(std::string_view text, int schemeOption, int sizeOption,
-                                          EncoderMessages& messages) {
-  if (schemeOption == kNoEncodation) {
-    return {};
-  }
-  if (schemeOption < kAutomaticScheme || schemeOption >= kEncodationSchemes) {
-    messages.emplace_back("Invalid encoding scheme selected!\n");
-    return {};
-  }
+std::vector<std::uint8_t> EncodeCodewords(std::string_view text, const Options& options,
+                                          EncoderLines& lines) {
   if (text.empty()) {
     return {};
   }
   if (text.size() > kLongestText) {
-    messages.emplace_back("Encoding failed, data length out of range!\n");
+    lines.Add("Encoding failed, data length out of range!");
     return {};
   }
+  const std::span<const SymbolSize> sizes = AdmittedSizes(options.size);
   const std::vector<std::size_t> asciiLengths = AsciiLengths(text);
   std::vector<std::uint8_t> best;
-  for (const SchemePlan& plan : MakePlans(text, schemeOption, messages)) {
+  for (const SchemePlan& plan : MakePlans(text, options.scheme, lines)) {
     const CodewordWriter writer(text, asciiLengths, plan);
-    const std::optional<std::size_t> capacity = FindCapacity(writer, sizeOption);
+    const std::optional<std::size_t> capacity = FindCapacity(writer, sizes);
     if (capacity && (best.empty() || *writer.Count(*capacity) < best.size())) {
       best = writer.Write(*capacity);
     }
@@ -81,4 +71,4 @@ std::vector<std::uint8_t> EncodeCodewords(std::string_view text, int schemeOptio
   return best;
 }
 
-}  // namespace barcode
+}  // namespace barcode::datamatrix

@@ -1,16 +1,9 @@
 #include "datamatrix/codeword_writer.h"
 
-#include <array>
-
-namespace barcode {
+namespace barcode::datamatrix {
 namespace {
 
 using Codewords = std::vector<std::uint8_t>;
-
-constexpr std::size_t kTripletSize = 3;
-constexpr std::size_t kTripletCodewords = 2;
-constexpr std::size_t kQuadrupletSize = 4;
-constexpr std::size_t kQuadrupletCodewords = 3;
 
 constexpr std::uint8_t Byte(char c) {
   return static_cast<std::uint8_t>(c);
@@ -32,9 +25,9 @@ void AppendAscii(Codewords& out, std::string_view text) {
 }
 
 // A last triplet of two values is completed.
-void AppendTriplets(Codewords& out, EncodationScheme scheme, std::string_view text) {
+void AppendTriplets(Codewords& out, Scheme scheme, std::string_view text) {
   unsigned packed = 0;
-  std::size_t open = 0;
+  int open = 0;
   const auto push = [&](std::uint8_t value) {
     packed = packed * 40 + value;
     if (++open == kTripletSize) {
@@ -86,29 +79,30 @@ void AppendBase256(Codewords& out, std::string_view text, bool openField) {
   };
   if (openField) {
     push(0);
-  } else if (text.size() <= kShortBase256Field) {
+  } else if (Base256LengthCodewords(text.size()) == 1) {
     push(text.size());
   } else {
-    push(text.size() / 250 + kShortBase256Field);
-    push(text.size() % 250);
+    constexpr std::size_t kLengthBase = kShortBase256Field + 1;
+    push(text.size() / kLengthBase + kShortBase256Field);
+    push(text.size() % kLengthBase);
   }
   for (const char c : text) {
     push(Byte(c));
   }
 }
 
-void AppendLatch(Codewords& out, EncodationScheme scheme) {
-  if (scheme != EncodationScheme::kAscii) {
+void AppendLatch(Codewords& out, Scheme scheme) {
+  if (scheme != Scheme::kAscii) {
     out.push_back(LatchCodeword(scheme));
   }
 }
 
-void AppendRun(Codewords& out, EncodationScheme scheme, std::string_view text, bool unlatch, bool openField) {
-  if (scheme == EncodationScheme::kAscii) {
+void AppendRun(Codewords& out, Scheme scheme, std::string_view text, bool unlatch, bool openField) {
+  if (scheme == Scheme::kAscii) {
     AppendAscii(out, text);
-  } else if (scheme == EncodationScheme::kEdifact) {
+  } else if (scheme == Scheme::kEdifact) {
     AppendEdifact(out, text, unlatch);
-  } else if (scheme == EncodationScheme::kBase256) {
+  } else if (scheme == Scheme::kBase256) {
     AppendBase256(out, text, openField);
   } else {
     AppendTriplets(out, scheme, text);
@@ -120,7 +114,7 @@ void AppendRun(Codewords& out, EncodationScheme scheme, std::string_view text, b
 
 // The last run that is not ASCII, or the only run.
 std::size_t FindLast(const SchemePlan& plan) {
-  const bool endsInAscii = plan.back().scheme == EncodationScheme::kAscii;
+  const bool endsInAscii = plan.back().scheme == Scheme::kAscii;
   return plan.size() - (endsInAscii && plan.size() > 1 ? 2 : 1);
 }
 
@@ -135,7 +129,7 @@ CodewordWriter::CodewordWriter(std::string_view text, const std::vector<std::siz
       break;
     }
     const std::size_t size = run.end - run.begin;
-    if (run.scheme == EncodationScheme::kBase256 && size > kLongestBase256Field) {
+    if (run.scheme == Scheme::kBase256 && size > kLongestBase256Field) {
       m_writable = false;
       return;
     }
@@ -157,7 +151,7 @@ std::optional<CodewordWriter::Ending> CodewordWriter::FindTripletEnding(std::siz
   std::size_t values = m_tripletValues;
   for (std::size_t split = m_last.end;; --split) {
     const std::size_t open = values % kTripletSize;
-    const bool completable = open == 2 && m_last.scheme != EncodationScheme::kX12;
+    const bool completable = open == 2 && m_last.scheme != Scheme::kX12;
     const std::size_t triplets = values / kTripletSize + (completable ? 1 : 0);
     const std::size_t used = m_start.size() + triplets * kTripletCodewords;
     if ((open == 0 || completable) && used <= capacity) {
@@ -188,8 +182,8 @@ std::optional<CodewordWriter::Ending> CodewordWriter::FindEdifactEnding(std::siz
     const std::size_t split = m_last.end - open;
     ending = {used + m_asciiLengths[split], split, false};
   } else {
-    constexpr std::array<std::size_t, kQuadrupletSize> kCodewordsWithUnlatch = {1, 2, 3, 3};
-    ending = {used + kCodewordsWithUnlatch[open] + m_asciiLengths[m_last.end], m_last.end, true};
+    const auto last = static_cast<std::size_t>(EdifactUnlatchCodewords(static_cast<int>(open)));
+    ending = {used + last + m_asciiLengths[m_last.end], m_last.end, true};
   }
   return ending.count <= capacity ? std::optional(ending) : std::nullopt;
 }
@@ -197,7 +191,7 @@ std::optional<CodewordWriter::Ending> CodewordWriter::FindEdifactEnding(std::siz
 std::optional<CodewordWriter::Ending> CodewordWriter::FindBase256Ending(std::size_t capacity) const {
   const std::size_t size = m_last.end - m_last.begin;
   const std::size_t rest = m_asciiLengths[m_last.end];
-  const std::size_t count = m_start.size() + (size <= kShortBase256Field ? 1 : 2) + size + rest;
+  const std::size_t count = m_start.size() + Base256LengthCodewords(size) + size + rest;
   if (count <= capacity && size <= kLongestBase256Field) {
     return Ending{count, m_last.end, false};
   }
@@ -211,14 +205,14 @@ std::optional<CodewordWriter::Ending> CodewordWriter::FindEnding(std::size_t cap
   if (!m_writable || m_start.size() > capacity) {
     return std::nullopt;
   }
-  if (m_last.scheme == EncodationScheme::kAscii) {
+  if (m_last.scheme == Scheme::kAscii) {
     const std::size_t count = m_asciiLengths[m_last.begin];
     return count <= capacity ? std::optional(Ending{count, m_last.begin, false}) : std::nullopt;
   }
-  if (m_last.scheme == EncodationScheme::kEdifact) {
+  if (m_last.scheme == Scheme::kEdifact) {
     return FindEdifactEnding(capacity);
   }
-  if (m_last.scheme == EncodationScheme::kBase256) {
+  if (m_last.scheme == Scheme::kBase256) {
     return FindBase256Ending(capacity);
   }
   return FindTripletEnding(capacity);
@@ -241,4 +235,4 @@ std::vector<std::uint8_t> CodewordWriter::Write(std::size_t capacity) const {
   return out;
 }
 
-}  // namespace barcode
+}  // namespace barcode::datamatrix

@@ -7,7 +7,7 @@
 
 #include "datamatrix/scheme_optimizer.h"
 
-namespace barcode {
+namespace barcode::datamatrix {
 
 // Turns a plan into codewords for a symbol of known capacity. The end-of-data rules of ISO/IEC 16022 let the
 // last scheme go without its unlatch in the last one or two codewords of a symbol, so the same plan may take
@@ -46,4 +46,4 @@ class CodewordWriter {
   bool m_writable = true;  // false: a Base 256 field before it is too long for its length codewords
 };
 
-}  // namespace barcode
+}  // namespace barcode::datamatrix

@@ -5,9 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "datamatrix/symbol_attributes.h"
-
-namespace barcode {
+namespace barcode::datamatrix {
 namespace {
 
 struct Cell {
@@ -153,21 +151,6 @@ class Placer {
   ModuleMatrix m_mapping;
 };
 
-// Is (rows, columns) the mapping matrix of a size?
-bool IsMappingMatrix(int rows, int columns) {
-  constexpr int kFewestRows = 6;
-  constexpr int kFewestColumns = 8;
-  if (rows < kFewestRows || columns < kFewestColumns) {
-    return false;
-  }
-  for (int size = 0; size < kSymbolSizes; ++size) {
-    if (MappingRows(size) == rows && MappingColumns(size) == columns) {
-      return true;
-    }
-  }
-  return false;
-}
-
 // Left and lower border of a region: solid. Upper and right border: alternating, the corner they share light.
 bool BorderModule(int column, int row, int lastColumn, int lastRow) {
   if (column == 0 || row == lastRow) {
@@ -178,25 +161,22 @@ bool BorderModule(int column, int row, int lastColumn, int lastRow) {
 
 }  // namespace
 
-ModuleMatrix PlaceModules(std::span<const std::uint8_t> codewords, int rows, int columns,
-                          EncoderMessages& messages) {
-  if (!IsMappingMatrix(rows, columns) ||
-      codewords.size() != static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns) / 8) {
-    messages.emplace_back("Error with module placement ECC 200\n");
+ModuleMatrix PlaceModules(std::span<const std::uint8_t> codewords, const SymbolSize& size,
+                          EncoderLines& lines) {
+  if (codewords.size() != size.Codewords()) {
+    lines.Add("Error with module placement ECC 200");
     return {};
   }
-  return Placer(codewords, rows, columns).Run();
+  return Placer(codewords, size.MappingRows(), size.MappingColumns()).Run();
 }
 
-ModuleMatrix FrameRegions(const ModuleMatrix& mapping, int sizeIndex) {
-  if (mapping.Empty() || mapping.Rows() != MappingRows(sizeIndex) ||
-      mapping.Columns() != MappingColumns(sizeIndex)) {
+ModuleMatrix FrameRegions(const ModuleMatrix& mapping, const SymbolSize& size) {
+  if (mapping.Rows() != size.MappingRows() || mapping.Columns() != size.MappingColumns()) {
     return {};
   }
-  const int lastRow = LookUpSymbolAttribute(SymbolAttribute::kRegionRows, sizeIndex) + 1;
-  const int lastColumn = LookUpSymbolAttribute(SymbolAttribute::kRegionColumns, sizeIndex) + 1;
-  ModuleMatrix symbol(LookUpSymbolAttribute(SymbolAttribute::kColumns, sizeIndex),
-                      LookUpSymbolAttribute(SymbolAttribute::kRows, sizeIndex));
+  const int lastRow = size.regionRows + 1;
+  const int lastColumn = size.regionColumns + 1;
+  ModuleMatrix symbol(size.columns, size.rows);
   for (int x = 0; x < symbol.Columns(); ++x) {
     const int column = x % (lastColumn + 1);
     const int bordersLeft = 2 * (x / (lastColumn + 1)) + 1;
@@ -212,4 +192,4 @@ ModuleMatrix FrameRegions(const ModuleMatrix& mapping, int sizeIndex) {
   return symbol;
 }
 
-}  // namespace barcode
+}  // namespace barcode::datamatrix

@@ -1,16 +1,17 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
-#include "datamatrix/encodation.h"
-#include "datamatrix/messages.h"
+#include "base/encoder_lines.h"
+#include "datamatrix/schemes.h"
 
-namespace barcode {
+namespace barcode::datamatrix {
 
 // A stretch text[begin, end) encoded in one scheme.
 struct SchemeRun {
-  EncodationScheme scheme;
+  Scheme scheme;
   std::size_t begin;
   std::size_t end;
 
@@ -20,11 +21,11 @@ struct SchemeRun {
 // The scheme of every byte of a text: runs without gaps, neighbours of different schemes.
 using SchemePlan = std::vector<SchemeRun>;
 
-// The whole text in one scheme: one plan, or none when the scheme cannot hold the text.
-std::vector<SchemePlan> FixedPlan(std::string_view text, EncodationScheme scheme, EncoderMessages& messages);
+// The whole text in one scheme; nothing when the scheme cannot hold the text.
+std::optional<SchemePlan> FixedPlan(std::string_view text, Scheme scheme, EncoderLines& lines);
 
 // Six channels run side by side, one per scheme; each keeps the shortest way to end in its scheme after every
 // byte. The plans of the channels that took the whole text, in the order of the schemes they end in.
-std::vector<SchemePlan> OptimizePlans(std::string_view text, EncoderMessages& messages);
+std::vector<SchemePlan> OptimizePlans(std::string_view text, EncoderLines& lines);
 
-}  // namespace barcode
+}  // namespace barcode::datamatrix

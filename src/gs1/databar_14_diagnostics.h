@@ -1,30 +1,20 @@
 #pragma once
 
-#include <cstdint>
 #include <span>
-#include <string>
-#include <vector>
 
+#include "base/encoder_lines.h"
+#include "base/geometry.h"
 #include "gs1/databar_14_encoder.h"
 #include "layout/stacked_layout.h"
 
+// What GS1DataBar14 reports about its work. Here alone are rows written as digits.
 namespace barcode {
 
-// What GS1DataBar14 reports about its work, line by line without line breaks.
+// A symbol: the modules of stacked rows, and every row's widths.
+void DescribeDataBar14(const DataBar14Symbol& symbol, EncoderLines& lines);
 
-// A symbol: the modules of stacked rows, and every row as digits.
-std::vector<std::string> DescribeDataBar14(const DataBar14Symbol& symbol);
-
-// The box of a draw in pixels.
-struct DataBarBox {
-  int x = 0;
-  int y = 0;
-  std::uint32_t width = 0;
-  std::uint32_t height = 0;
-};
-
-// The draw of a stacked form: the room, the rows from top to bottom, the text.
-std::vector<std::string> DescribeStackedDraw14(const DataBarBox& box, const StackedRoom& room,
-                                               std::span<const float> rowHeights);
+// The draw of a stacked form into a box: the room, the rows from top to bottom, the text.
+void DescribeStackedDraw14(const Box& box, const StackedRoom& room, std::span<const float> rowHeights,
+                           EncoderLines& lines);
 
 }  // namespace barcode

@@ -1,13 +1,18 @@
 #include "gs1/databar_14_encoder.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <cstddef>
+#include <optional>
 #include <span>
 #include <stdexcept>
 
 #include "base/ascii.h"
 #include "base/gs1_check_digit.h"
+#include "gs1/databar_14_diagnostics.h"
 #include "gs1/databar_characters.h"
+#include "gs1/databar_rows.h"
 #include "gs1/databar_tables.h"
 
 namespace barcode {
@@ -18,7 +23,8 @@ constexpr std::uint64_t kPairDivisor = 4537077;
 constexpr std::uint64_t kCharacterDivisor = 1597;
 
 constexpr std::size_t kStackedModules = 50;
-constexpr std::array<std::uint8_t, 2> kGuard = {1, 1};
+constexpr std::size_t kOneRowElements = 46;
+constexpr std::ptrdiff_t kGuardElements = 2;
 
 // Where the wide finder elements begin: after guard and outside character in the top row, after guard, inside
 // character and the two narrow finder elements in the bottom row.
@@ -81,21 +87,21 @@ Parts14 MakeParts(std::uint64_t number) {
   return parts;
 }
 
-std::array<std::uint8_t, kDataBar14Elements> OneRowElements(const Parts14& parts) {
+// The first element is a bar. The standard begins with a space: what is drawn is its symbol with the colours
+// exchanged. This is intended; the stacked forms have the standard's colours.
+RunVector OneRowWidths(const Parts14& parts) {
   const auto& [one, two, three, four] = parts.characters;
   const DataBarFinder& left = kDataBar14Finders[parts.leftFinder];
   const DataBarFinder& right = kDataBar14Finders[parts.rightFinder];
-  std::array<std::uint8_t, kDataBar14Elements> elements{};
-  auto next = elements.begin();
-  next = std::copy(kGuard.begin(), kGuard.end(), next);
+  RunVector widths(kOneRowElements, 1);  // the two guards keep this
+  auto next = widths.begin() + kGuardElements;
   next = std::copy(one.begin(), one.end(), next);
   next = std::copy(left.begin(), left.end(), next);
   next = std::copy(two.rbegin(), two.rend(), next);
   next = std::copy(four.begin(), four.end(), next);
   next = std::copy(right.rbegin(), right.rend(), next);
-  next = std::copy(three.rbegin(), three.rend(), next);
-  std::copy(kGuard.begin(), kGuard.end(), next);
-  return elements;
+  std::copy(three.rbegin(), three.rend(), next);
+  return widths;
 }
 
 DataBarModuleRow TopRow(const Parts14& parts) {
@@ -121,10 +127,10 @@ DataBarModuleRow BottomRow(const Parts14& parts) {
 // The single separator of the stacked form: where both rows agree it is their opposite, elsewhere it differs
 // from its own module to the left. Its ends are light, also for the module that begins the chain.
 DataBarModuleRow StackedSeparator(const DataBarModuleRow& top, const DataBarModuleRow& bottom) {
-  DataBarModuleRow separator(kStackedModules, '0');
+  DataBarModuleRow separator(kStackedModules, 0);
   for (std::size_t i = kSeparatorMargin; i < kStackedModules - kSeparatorMargin; ++i) {
-    const char other = top[i] == bottom[i] ? top[i] : separator[i - 1];
-    separator[i] = other == '1' ? '0' : '1';
+    const std::uint8_t other = top[i] == bottom[i] ? top[i] : separator[i - 1];
+    separator[i] = other ^ 1U;
   }
   return separator;
 }
@@ -141,46 +147,37 @@ DataBarModuleRow LowerSeparator(const DataBarModuleRow& bottom, std::size_t righ
   return separator;
 }
 
-std::vector<DataBarModuleRow> StackedRows(const Parts14& parts, DataBar14Type type) {
+std::vector<StackedRow> MakeRows(const Parts14& parts, DataBar14Type type) {
+  if (type == DataBar14Type::kOmnidirectional) {
+    return {{OneRowWidths(parts), std::nullopt}};
+  }
   const DataBarModuleRow top = TopRow(parts);
   const DataBarModuleRow bottom = BottomRow(parts);
+  std::vector<StackedRow> rows;
+  const auto add = [&](const DataBarModuleRow& row, std::optional<int> height) {
+    rows.push_back({ElementWidths(row), height});
+  };
   if (type == DataBar14Type::kStacked) {
-    return {top, StackedSeparator(top, bottom), bottom};
+    add(top, 5);
+    add(StackedSeparator(top, bottom), 1);
+    add(bottom, 7);
+    return rows;
   }
-  return {top, AdjacentSeparator(top, std::array{kTopWideFinder}), MiddleSeparator(kStackedModules),
-          LowerSeparator(bottom, parts.rightFinder), bottom};
-}
-
-std::vector<int> RowUnits(DataBar14Type type) {
-  switch (type) {
-    case DataBar14Type::kStacked:
-      return {5, 1, 7};
-    case DataBar14Type::kStackedOmnidirectional:
-      return {kSharedHeight, 1, 1, 1, kSharedHeight};
-    case DataBar14Type::kOmnidirectional:
-      break;
-  }
-  return {kSharedHeight};
+  add(top, std::nullopt);
+  add(AdjacentSeparator(top, std::array{kTopWideFinder}), 1);
+  add(MiddleSeparator(kStackedModules), 1);
+  add(LowerSeparator(bottom, parts.rightFinder), 1);
+  add(bottom, std::nullopt);
+  return rows;
 }
 
 }  // namespace
 
-DataBar14Symbol EncodeDataBar14(std::string_view text, DataBar14Type type) {
-  DataBar14Symbol symbol;
-  symbol.type = type;
-  symbol.digits = PadInput(text);
-  const Parts14 parts = MakeParts(NumberOf(symbol.digits));
+DataBar14Symbol EncodeDataBar14(std::string_view text, DataBar14Type type, EncoderLines& lines) {
+  DataBar14Symbol symbol{.type = type, .digits = PadInput(text), .rows = {}};
+  symbol.rows = MakeRows(MakeParts(NumberOf(symbol.digits)), type);
   symbol.digits += Gs1CheckDigit(symbol.digits);
-  symbol.elements = OneRowElements(parts);
-  const std::vector<int> units = RowUnits(type);
-  if (type == DataBar14Type::kOmnidirectional) {
-    symbol.rows.push_back({WidthDigits(symbol.elements), units.front()});
-    return symbol;
-  }
-  symbol.moduleRows = StackedRows(parts, type);
-  for (std::size_t row = 0; row < units.size(); ++row) {
-    symbol.rows.push_back({WidthDigits(symbol.moduleRows[row]), units[row]});
-  }
+  DescribeDataBar14(symbol, lines);
   return symbol;
 }
 

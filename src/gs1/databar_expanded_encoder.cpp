@@ -8,6 +8,7 @@
 
 #include "base/ascii.h"
 #include "gs1/databar_characters.h"
+#include "gs1/databar_rows.h"
 #include "gs1/databar_tables.h"
 #include "gs1/gs1_element_string.h"
 
@@ -229,25 +230,6 @@ void AppendPadding(BitText& bits, GeneralFieldMode mode, std::size_t end) {
   bits.resize(end);
 }
 
-BitText EncodeBits(std::string_view text, std::size_t pairsPerRow) {
-  Header header = ChooseMethod(text);
-  BitText& bits = header.bits;
-  if (header.lengthField == 0) {
-    return bits;
-  }
-  const GeneralField field = EncodeGeneralField(header.rest, kMostBits);
-  bits += field.bits;
-  if (field.lastDigit != '\0') {
-    AppendLastDigit(bits, field.lastDigit, pairsPerRow);
-  }
-  const std::size_t count = DataCharacterCount(bits.size(), pairsPerRow);
-  AppendPadding(bits, field.mode, count * kBitsPerCharacter);
-  const std::size_t symbolCharacters = count + 1;
-  bits[header.lengthField] = symbolCharacters % 2 == 1 ? '1' : '0';
-  bits[header.lengthField + 1] = symbolCharacters > kLongSymbol ? '1' : '0';
-  return bits;
-}
-
 std::vector<std::uint32_t> CutCharacters(const BitText& bits) {
   std::vector<std::uint32_t> characters;
   for (std::size_t position = 0; position < bits.size(); position += kBitsPerCharacter) {
@@ -337,7 +319,7 @@ PairRow MakePairRow(const Segments& segments, std::size_t first, std::size_t las
 void Arrange(PairRow& row, bool oddPairs) {
   for (DataBarModuleRow* modules : {&row.modules, &row.separator}) {
     if (oddPairs) {
-      modules->insert(0, 1, '0');
+      modules->insert(modules->begin(), 0);
     } else {
       std::reverse(modules->begin(), modules->end());
     }
@@ -354,26 +336,23 @@ std::vector<PairRow> MakePairRows(const Segments& segments, std::size_t pairsPer
       Arrange(row, (last - first) % 2 == 1);
     }
     const std::size_t width = rows.front().modules.size();
-    row.modules.resize(width, '0');
-    row.separator.resize(width, '0');
+    row.modules.resize(width, 0);
+    row.separator.resize(width, 0);
   }
   return rows;
 }
 
-void AddRow(DataBarExpandedSymbol& symbol, const DataBarModuleRow& modules, int height) {
-  symbol.rows.push_back({WidthDigits(modules), height});
-  symbol.moduleRows.push_back(modules);
-}
-
-void AddRows(DataBarExpandedSymbol& symbol, const std::vector<PairRow>& rows) {
-  for (std::size_t i = 0; i < rows.size(); ++i) {
+std::vector<StackedRow> WithSeparators(const std::vector<PairRow>& pairRows) {
+  std::vector<StackedRow> rows;
+  for (std::size_t i = 0; i < pairRows.size(); ++i) {
     if (i > 0) {
-      AddRow(symbol, rows[i - 1].separator, 1);
-      AddRow(symbol, MiddleSeparator(rows[i].modules.size()), 1);
-      AddRow(symbol, rows[i].separator, 1);
+      rows.push_back({ElementWidths(pairRows[i - 1].separator), 1});
+      rows.push_back({ElementWidths(MiddleSeparator(pairRows[i].modules.size())), 1});
+      rows.push_back({ElementWidths(pairRows[i].separator), 1});
     }
-    AddRow(symbol, rows[i].modules, kSharedHeight);
+    rows.push_back({ElementWidths(pairRows[i].modules), std::nullopt});
   }
+  return rows;
 }
 
 }  // namespace
@@ -386,12 +365,28 @@ std::optional<DataBarExpandedSymbol> EncodeDataBarExpanded(std::string_view text
   if (!IsGeneralFieldText(elements.text)) {
     throw std::invalid_argument("Invalid characters in input data");
   }
-  DataBarExpandedSymbol symbol;
-  symbol.bits = EncodeBits(elements.text, pairsPerRow);
-  symbol.dataCharacters = CutCharacters(symbol.bits);
-  AddRows(symbol, MakePairRows(Segments(symbol.dataCharacters), pairsPerRow));
-  symbol.humanReadable = HumanReadable(elements);
-  return symbol;
+  const BitText bits = DataBarExpandedBits(elements.text, pairsPerRow);
+  const Segments segments(CutCharacters(bits));
+  return DataBarExpandedSymbol{WithSeparators(MakePairRows(segments, pairsPerRow)), HumanReadable(elements)};
+}
+
+BitText DataBarExpandedBits(std::string_view elements, std::size_t pairsPerRow) {
+  Header header = ChooseMethod(elements);
+  BitText& bits = header.bits;
+  if (header.lengthField == 0) {
+    return bits;
+  }
+  const GeneralField field = EncodeGeneralField(header.rest, kMostBits);
+  bits += field.bits;
+  if (field.lastDigit != '\0') {
+    AppendLastDigit(bits, field.lastDigit, pairsPerRow);
+  }
+  const std::size_t count = DataCharacterCount(bits.size(), pairsPerRow);
+  AppendPadding(bits, field.mode, count * kBitsPerCharacter);
+  const std::size_t symbolCharacters = count + 1;
+  bits[header.lengthField] = symbolCharacters % 2 == 1 ? '1' : '0';
+  bits[header.lengthField + 1] = symbolCharacters > kLongSymbol ? '1' : '0';
+  return bits;
 }
 
 }  // namespace barcode

@@ -1,14 +1,13 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/stacked_row.h"
 #include "gs1/databar_general_field.h"
-#include "gs1/databar_rows.h"
 
 // GS1 DataBar Expanded and Expanded Stacked (ISO/IEC 24724).
 namespace barcode {
@@ -17,10 +16,7 @@ namespace barcode {
 inline constexpr std::size_t kUnstacked = 0;
 
 struct DataBarExpandedSymbol {
-  BitText bits;
-  std::vector<std::uint32_t> dataCharacters;  // the bits, twelve at a time
-  std::vector<DataBarModuleRow> moduleRows;   // without the leading bar slot
-  std::vector<DataBarRow> rows;               // one, or with the separators 4 R - 3 for R rows of pairs
+  std::vector<StackedRow> rows;  // one, or with the separators 4 R - 3 for R rows of pairs
   std::string humanReadable;
 };
 
@@ -29,5 +25,9 @@ struct DataBarExpandedSymbol {
 // when there is nothing to encode. Throws std::invalid_argument for characters that the symbology lacks and
 // std::length_error for more data than a symbol holds.
 std::optional<DataBarExpandedSymbol> EncodeDataBarExpanded(std::string_view text, std::size_t pairsPerRow);
+
+// The bits of its data characters, twelve for each. `elements`: an element string without markers, not empty,
+// of the symbology's characters. Throws std::length_error.
+BitText DataBarExpandedBits(std::string_view elements, std::size_t pairsPerRow);
 
 }  // namespace barcode

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/ascii.h"
-#include "gs1/gs1_element_string.h"
+#include "gs1/gs1_markers.h"
 
 namespace barcode {
 namespace {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
+#include <cstdint>
 #include <span>
 #include <stdexcept>
 
@@ -16,6 +18,10 @@ namespace {
 constexpr std::size_t kFewestDigits = 8;
 constexpr std::size_t kInputDigits = 13;
 constexpr std::uint64_t kDivisor = 2013571;
+
+// The bar that is not there, a guard, two characters with the check pattern between them, a guard.
+constexpr std::size_t kElements = 1 + 2 + 14 + 14 + 14 + 2;
+constexpr std::ptrdiff_t kFirstCharacter = 1 + 2;
 
 std::string PadInput(std::string_view text) {
   if (!AllDigits(text)) {
@@ -47,8 +53,9 @@ DataBarLimitedSymbol EncodeDataBarLimited(std::string_view text) {
                             DataBarWeightedSum(right, weights.last(right.size()));
   const DataBarCheckPattern& check = kDataBarLimitedChecks[sum % kDataBarLimitedModulus];
 
-  symbol.elements.fill(1);  // the two guards keep this
-  auto next = symbol.elements.begin() + 2;
+  symbol.widths.assign(kElements, 1);  // the two guards keep this
+  symbol.widths.front() = 0;
+  auto next = symbol.widths.begin() + kFirstCharacter;
   next = std::copy(left.begin(), left.end(), next);
   next = std::copy(check.begin(), check.end(), next);
   std::copy(right.begin(), right.end(), next);

@@ -1,20 +1,16 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "base/run_vector.h"
 
 // GS1 DataBar Limited (ISO/IEC 24724).
 namespace barcode {
 
-inline constexpr std::size_t kDataBarLimitedElements = 46;
-inline constexpr std::size_t kDataBarLimitedModules = 74;
-
 struct DataBarLimitedSymbol {
-  std::string digits;                                          // the GTIN with its check digit, 14 digits
-  std::array<std::uint8_t, kDataBarLimitedElements> elements;  // the first one is a space
+  std::string digits;  // the GTIN with its check digit, 14 digits
+  RunVector widths;    // 74 modules; begins with a bar of no modules, since the symbol begins with a space
 };
 
 // `text`: 8 to 13 digits, the GTIN without its check digit; zeros are added on the left, and the first of the

@@ -2,30 +2,27 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 
 namespace barcode {
 namespace {
 
-constexpr char kDark = '1';
-constexpr char kLight = '0';
-constexpr std::size_t kLongestDigit = 9;
+constexpr std::uint32_t kWidestElement = 9;
 
-char Opposite(char module) {
-  return module == kDark ? kLight : kDark;
+std::uint8_t Opposite(std::uint8_t module) {
+  return module ^ 1U;
 }
 
-void AppendRun(std::string& digits, std::size_t length) {
-  for (; length > kLongestDigit; length -= kLongestDigit) {
-    digits += "90";
+void AppendRun(RunVector& widths, std::uint32_t modules) {
+  for (; modules > kWidestElement; modules -= kWidestElement) {
+    widths.insert(widths.end(), {kWidestElement, 0});
   }
-  digits += static_cast<char>('0' + length);
+  widths.push_back(modules);
 }
 
 }  // namespace
 
 void DataBarRowBuilder::AddElement(std::uint8_t width) {
-  m_row.append(width, m_dark ? kDark : kLight);
+  m_row.insert(m_row.end(), width, m_dark ? 1 : 0);
   m_dark = !m_dark;
 }
 
@@ -46,50 +43,43 @@ DataBarRowBuilder& DataBarRowBuilder::AddGuard() {
 }
 
 DataBarModuleRow AdjacentSeparator(const DataBarModuleRow& row, std::span<const std::size_t> wideFinders) {
-  DataBarModuleRow separator(row.size(), kLight);
+  DataBarModuleRow separator(row.size());
   std::transform(row.begin(), row.end(), separator.begin(), Opposite);
   for (const std::size_t first : wideFinders) {
-    char left = kLight;
+    std::uint8_t left = 0;
     for (std::size_t i = first; i < first + kWideFinderModules; ++i) {
-      separator[i] = row[i] == kLight ? Opposite(left) : kLight;
-      left = separator[i];
+      left = row[i] == 0 ? Opposite(left) : 0;
+      separator[i] = left;
     }
   }
-  std::fill_n(separator.begin(), kSeparatorMargin, kLight);
-  std::fill_n(separator.rbegin(), kSeparatorMargin, kLight);
+  std::fill_n(separator.begin(), kSeparatorMargin, std::uint8_t{0});
+  std::fill_n(separator.rbegin(), kSeparatorMargin, std::uint8_t{0});
   return separator;
 }
 
 DataBarModuleRow MiddleSeparator(std::size_t modules) {
-  DataBarModuleRow separator(modules, kLight);
+  DataBarModuleRow separator(modules, 0);
   for (std::size_t i = kSeparatorMargin + 1; i + kSeparatorMargin < modules; i += 2) {
-    separator[i] = kDark;
+    separator[i] = 1;
   }
   return separator;
 }
 
-std::string WidthDigits(const DataBarModuleRow& row) {
-  std::string digits;
-  char colour = kDark;
-  for (auto run = row.begin(); run != row.end(); colour = Opposite(colour)) {
-    const auto end = std::find(run, row.end(), Opposite(colour));
-    AppendRun(digits, static_cast<std::size_t>(std::distance(run, end)));
-    run = end;
+RunVector ElementWidths(const DataBarModuleRow& row) {
+  RunVector widths;
+  widths.reserve(row.size());
+  std::uint8_t colour = 1;
+  std::uint32_t run = 0;
+  for (const std::uint8_t module : row) {
+    if (module != colour) {
+      AppendRun(widths, run);
+      colour = module;
+      run = 0;
+    }
+    ++run;
   }
-  return digits;
-}
-
-std::string WidthDigits(std::span<const std::uint8_t> elements) {
-  std::string digits;
-  digits.reserve(elements.size());
-  for (const std::uint8_t width : elements) {
-    digits += static_cast<char>('0' + width);
-  }
-  return digits;
-}
-
-std::string BehindEmptyBar(std::span<const std::uint8_t> elements) {
-  return '0' + WidthDigits(elements);
+  AppendRun(widths, run);
+  return widths;
 }
 
 }  // namespace barcode

@@ -3,16 +3,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <vector>
 
-#include "base/stacked_row.h"
+#include "base/run_vector.h"
 
 // Rows of GS1 DataBar symbols: built module by module, handed on as element widths.
 namespace barcode {
 
-// The modules of one row from left to right: '1' dark, '0' light.
-using DataBarModuleRow = std::string;
+// The modules of one row from left to right: 1 dark, 0 light.
+using DataBarModuleRow = std::vector<std::uint8_t>;
 
 // Lays elements side by side in alternating colours.
 class DataBarRowBuilder {
@@ -47,11 +46,8 @@ DataBarModuleRow AdjacentSeparator(const DataBarModuleRow& row, std::span<const 
 // The middle one of three separator rows.
 DataBarModuleRow MiddleSeparator(std::size_t modules);
 
-std::string WidthDigits(const DataBarModuleRow& row);
-
-// Element widths of at most 9 modules as digits; in the second form behind an empty bar, for a row that
-// begins with a space.
-std::string WidthDigits(std::span<const std::uint8_t> elements);
-std::string BehindEmptyBar(std::span<const std::uint8_t> elements);
+// The widths of the runs as those of a StackedRow: none is above 9, a longer run is split by an element of no
+// modules, since each part is drawn and adjusted by itself.
+RunVector ElementWidths(const DataBarModuleRow& row);
 
 }  // namespace barcode

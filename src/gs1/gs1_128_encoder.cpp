@@ -1,12 +1,12 @@
 #include "gs1/gs1_128_encoder.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <utility>
 #include <vector>
 
 #include "base/ascii.h"
+#include "gs1/gs1_ai_tables.h"
 
 namespace barcode {
 namespace {
@@ -14,6 +14,15 @@ namespace {
 // Lower than the usual four, as this symbology is meant to be.
 constexpr int kLeadingDigitsForSetC = 3;
 constexpr std::size_t kDigitsForSwitchToC = 4;
+
+// Length of the marker at a position, 0 when none stands there.
+std::size_t MarkerLength(std::string_view text, std::size_t pos) {
+  const std::string_view rest = text.substr(pos);
+  if (rest.starts_with(kFnc1Marker)) {
+    return kFnc1Marker.size();
+  }
+  return rest.starts_with(kAiMarker) ? kAiMarker.size() : 0;
+}
 
 bool IsControl(char character) {
   return static_cast<unsigned char>(character) < 0x20;
@@ -154,25 +163,9 @@ class Encoder {
 
 // Length of the application identifier that a field begins with.
 std::size_t AiLength(std::string_view field) {
-  struct Rule {
-    std::string_view prefix;
-    std::size_t length;
-  };
-  static constexpr std::array<Rule, 10> kRules = {{
-      {"23", 3},
-      {"24", 3},
-      {"25", 3},
-      {"30", 2},
-      {"37", 2},
-      {"43", 2},
-      {"3", 4},
-      {"4", 3},
-      {"7", 4},
-      {"8", 4},
-  }};
-  const auto* rule =
-      std::find_if(kRules.begin(), kRules.end(), [&](const Rule& r) { return field.starts_with(r.prefix); });
-  return rule == kRules.end() ? 2 : rule->length;
+  const auto* entry = std::find_if(kGs1_128AiLengths.begin(), kGs1_128AiLengths.end(),
+                                   [&](const Gs1_128AiLength& ai) { return field.starts_with(ai.prefix); });
+  return entry == kGs1_128AiLengths.end() ? kGs1_128OtherAiLength : entry->length;
 }
 
 // Position of the next marker, or the text's end.
@@ -186,12 +179,8 @@ std::size_t FindMarker(std::string_view text, std::size_t pos) {
 
 }  // namespace
 
-std::size_t MarkerLength(std::string_view text, std::size_t pos) {
-  const std::string_view rest = text.substr(pos);
-  if (rest.starts_with(kFnc1Marker)) {
-    return kFnc1Marker.size();
-  }
-  return rest.starts_with(kAiMarker) ? kAiMarker.size() : 0;
+RunVector EncodeGs1_128(std::string_view text) {
+  return ValuesToPattern(Gs1_128Values(text));
 }
 
 Code128Values Gs1_128Values(std::string_view text) {

@@ -1,23 +1,22 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
-#include "linear/code128_values.h"
+#include "base/run_vector.h"
+#include "gs1/gs1_markers.h"
+#include "linear/code128_encoder.h"
 
 namespace barcode {
 
-// Two markers may stand anywhere in a GS1-128 text: "{FNC1}" encodes the FNC1 character, "{AI}" encodes
-// nothing. After either, an application identifier begins in the human-readable text. All else is data; a
-// byte that no code set holds is left out.
-inline constexpr std::string_view kFnc1Marker = "{FNC1}";
-inline constexpr std::string_view kAiMarker = "{AI}";
+// Two markers may stand anywhere in a GS1-128 text (gs1_markers.h): "{FNC1}" encodes the FNC1 character,
+// "{AI}" encodes nothing. After either, an application identifier begins in the human-readable text. All else
+// is data; a byte that no code set holds is left out.
 
-// Length of the marker at a position, 0 when none stands there.
-std::size_t MarkerLength(std::string_view text, std::size_t pos);
+// The module pattern. Never fails.
+RunVector EncodeGs1_128(std::string_view text);
 
-// Start value, data, check value and stop value of a GS1-128 text. Never fails.
+// Its symbol values: start value, data, check value and stop value.
 Code128Values Gs1_128Values(std::string_view text);
 
 // The text for people: markers removed, each application identifier after a marker in parentheses.

@@ -1,17 +1,20 @@
 #include "gs1/gs1_databar_14.h"
 
-#include <array>
 #include <limits>
 #include <utility>
 
+#include "base/keywords.h"
 #include "base/numeric.h"
 #include "core/diagnostics.h"
 #include "gs1/databar_14_diagnostics.h"
+#include "layout/linear_layout.h"
+#include "layout/stacked_layout.h"
+#include "layout/text_layout.h"
 
 namespace barcode {
 namespace {
 
-constexpr std::array<std::pair<const char*, DataBar14Type>, 3> kKeywords = {{
+constexpr Keywords<DataBar14Type, 3> kKeywords = {{
     {"OMNIDIRECTIONAL", DataBar14Type::kOmnidirectional},
     {"STACKED", DataBar14Type::kStacked},
     {"STACKED_OMNIDIRECTIONAL", DataBar14Type::kStackedOmnidirectional},
@@ -28,24 +31,24 @@ std::vector<float> RowHeights(const DataBar14Symbol& symbol, const StackedRoom& 
   return SharedHeights(symbol.rows, room, moduleWidth, std::numeric_limits<float>::lowest());
 }
 
-void Report(const std::vector<std::string>& lines) {
-  for (const std::string& line : lines) {
-    ErrorLine(line);
+// Each line is a write of its own.
+void Report(const EncoderLines& lines) {
+  std::string_view rest = lines.Text();
+  while (!rest.empty()) {
+    const std::size_t end = rest.find('\n') + 1;
+    PrintError(rest.substr(0, end));
+    rest.remove_prefix(end);
   }
 }
 
 }  // namespace
 
 void GS1DataBar14::SetSymbolType(std::string_view keyword) {
-  for (const auto& [name, type] : kKeywords) {
-    if (keyword == name) {
-      m_symbolType = type;
-    }
-  }
+  m_symbolType = FindKeyword(kKeywords, keyword).value_or(m_symbolType);
 }
 
 const char* GS1DataBar14::SymbolType() const {
-  return kKeywords[static_cast<std::size_t>(m_symbolType)].first;
+  return kKeywords[static_cast<std::size_t>(m_symbolType)].first.data();
 }
 
 bool GS1DataBar14::Encode(const std::string& text) const {
@@ -55,51 +58,35 @@ bool GS1DataBar14::Encode(const std::string& text) const {
   });
 }
 
-bool GS1DataBar14::Draw(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) {
-  if (IsSvgOutput()) {
-    return DrawSvg(text, x, y, width, height);
-  }
-  if (m_symbolType == DataBar14Type::kOmnidirectional) {
-    return DrawLinear(kTag, x, y, width, height, [&] { return OneRowSymbol(text); });
-  }
-  return DrawRaster(kTag, x, y, width, height, [&] {
-    return StackedDrawing(text, {x, y, width, height}, true);
-  });
-}
-
-bool GS1DataBar14::DrawSvg(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) {
-  if (m_symbolType == DataBar14Type::kOmnidirectional) {
-    return DrawLinearSvg(kTag, x, y, width, height, [&] { return OneRowSymbol(text); });
-  }
-  return DrawVector(kTag, x, y, width, height, [&] {
-    return StackedDrawing(text, {x, y, width, height}, false);
-  });
-}
-
 DataBar14Symbol GS1DataBar14::EncodeSymbol(const std::string& text) const {
-  DataBar14Symbol symbol = EncodeDataBar14(text, m_symbolType);
-  Report(DescribeDataBar14(symbol));
+  EncoderLines lines;
+  DataBar14Symbol symbol = EncodeDataBar14(text, m_symbolType, lines);
+  Report(lines);
   return symbol;
 }
 
-// The elements are drawn bar first. The standard begins with a space: what is drawn is its symbol with the
-// colours exchanged. This is intended; the stacked forms have the standard's colours.
-LinearSymbol GS1DataBar14::OneRowSymbol(const std::string& text) const {
+std::optional<SymbolDrawing> GS1DataBar14::Layout(const std::string& text, const DrawContext& context) const {
   const DataBar14Symbol symbol = EncodeSymbol(text);
-  return {RunVector(symbol.elements.begin(), symbol.elements.end()), DisplayText(symbol)};
+  if (m_symbolType == DataBar14Type::kOmnidirectional) {
+    return PlainDrawing(symbol.rows.front().widths, DisplayText(symbol), context);
+  }
+  return StackedDrawing(symbol, context);
 }
 
-DataBarDrawing GS1DataBar14::StackedDrawing(const std::string& text, const DataBarBox& box,
-                                            bool report) const {
-  const DataBar14Symbol symbol = EncodeSymbol(text);
-  const ElementScale scale = ScaleFor(box.width, WidestRow(symbol.rows));
-  const StackedRoom room = StackedRoom::Of(box.height, m_textFontScale, m_textGap);
+SymbolDrawing GS1DataBar14::StackedDrawing(const DataBar14Symbol& symbol, const DrawContext& context) const {
+  const LinearOptions options = Options();
+  const Box& box = context.box;
+  const ElementScale scale = ScaleFor(static_cast<float>(box.width), WidestRow(symbol.rows), options);
+  const StackedRoom room = StackedRoom::Of(box.height, options.text.fontScale, options.text.gap);
   const std::vector<float> heights = RowHeights(symbol, room, scale.moduleWidth);
-  if (report) {
-    Report(DescribeStackedDraw14(box, room, heights));
+  if (context.grid == PixelGrid::kWhole) {
+    EncoderLines lines;
+    DescribeStackedDraw14(box, room, heights, lines);
+    Report(lines);
   }
-  return {LayoutRows(symbol.rows, heights, scale, static_cast<float>(box.x), static_cast<float>(box.y)),
-          DisplayText(symbol), ClampToInt(box.width)};
+  Drawing drawing = LayoutRows(symbol.rows, heights, scale, box);
+  AddHumanReadableLine(drawing, DisplayText(symbol), box, ClampToInt(box.width), options.text, context.grid);
+  return {std::move(drawing), {}};
 }
 
 }  // namespace barcode

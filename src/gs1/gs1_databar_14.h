@@ -1,21 +1,19 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
-#include "gs1/databar_14_diagnostics.h"
+#include "core/barcode_base_1d.h"
 #include "gs1/databar_14_encoder.h"
-#include "gs1/databar_base.h"
 
 namespace barcode {
 
 // GS1 DataBar Omnidirectional, Stacked and Stacked Omnidirectional (ISO/IEC 24724): a GTIN given without its
 // check digit.
-class GS1DataBar14 : public DataBarBase {
+class GS1DataBar14 : public BarcodeBase1D {
  public:
-  static constexpr std::string_view kTag = "[GS1 DataBar] ";
-
-  using DataBarBase::DataBarBase;
+  explicit GS1DataBar14(std::string_view format) : BarcodeBase1D(format, kTag) {}
 
   // "OMNIDIRECTIONAL", "STACKED" or "STACKED_OMNIDIRECTIONAL"; other words change nothing.
   void SetSymbolType(std::string_view keyword);
@@ -31,14 +29,15 @@ class GS1DataBar14 : public DataBarBase {
     return CalculateDataBar14CheckDigit(digits);
   }
 
-  bool Draw(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) override;
-  bool DrawSvg(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) override;
+ protected:
+  std::optional<SymbolDrawing> Layout(const std::string& text, const DrawContext& context) const override;
 
  private:
+  static constexpr std::string_view kTag = "[GS1 DataBar] ";
+
   // Encodes and writes the encoder's diagnostics. Throws on bad text.
   DataBar14Symbol EncodeSymbol(const std::string& text) const;
-  LinearSymbol OneRowSymbol(const std::string& text) const;
-  DataBarDrawing StackedDrawing(const std::string& text, const DataBarBox& box, bool report) const;
+  SymbolDrawing StackedDrawing(const DataBar14Symbol& symbol, const DrawContext& context) const;
 
   DataBar14Type m_symbolType = DataBar14Type::kOmnidirectional;
 };

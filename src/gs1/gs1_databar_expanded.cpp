@@ -1,8 +1,13 @@
 #include "gs1/gs1_databar_expanded.h"
 
 #include <array>
+#include <utility>
+#include <vector>
 
 #include "base/numeric.h"
+#include "layout/linear_layout.h"
+#include "layout/stacked_layout.h"
+#include "layout/text_layout.h"
 
 namespace barcode {
 namespace {
@@ -22,19 +27,6 @@ void GS1DataBarExpanded::SetSymbolType(std::string_view keyword) {
   }
 }
 
-bool GS1DataBarExpanded::Draw(const std::string& text, int x, int y, std::uint32_t width,
-                              std::uint32_t height) {
-  if (IsSvgOutput()) {
-    return DrawSvg(text, x, y, width, height);
-  }
-  return DrawRaster(kTag, x, y, width, height, [&] { return Drawing(text, x, y, width, height); });
-}
-
-bool GS1DataBarExpanded::DrawSvg(const std::string& text, int x, int y, std::uint32_t width,
-                                 std::uint32_t height) {
-  return DrawVector(kTag, x, y, width, height, [&] { return Drawing(text, x, y, width, height); });
-}
-
 std::size_t GS1DataBarExpanded::PairsPerRow() const {
   if (!m_stacked) {
     return kUnstacked;
@@ -43,36 +35,42 @@ std::size_t GS1DataBarExpanded::PairsPerRow() const {
   return usable ? static_cast<std::size_t>(m_pairsPerRow) : kDefaultPairsPerRow;
 }
 
-std::optional<DataBarDrawing> GS1DataBarExpanded::Drawing(const std::string& text, int x, int y,
-                                                          std::uint32_t width, std::uint32_t height) {
+std::optional<SymbolDrawing> GS1DataBarExpanded::Layout(const std::string& text,
+                                                        const DrawContext& context) const {
   const std::optional<DataBarExpandedSymbol> symbol = EncodeDataBarExpanded(text, PairsPerRow());
   if (!symbol) {
     return std::nullopt;
   }
-  LayoutBarHeight(width, height, m_stacked ? static_cast<int>(symbol->rows.size()) : 1);
-  return m_stacked ? StackedDrawing(*symbol, x, y, width, height) : OneRowDrawing(*symbol, x, y, width);
+  return m_stacked ? StackedDrawing(*symbol, context) : OneRowDrawing(*symbol, context);
 }
 
 // The module width of the one-row form is never rounded down, whether or not the symbol is to fit the width;
 // that of the stacked form is. This is intended.
-DataBarDrawing GS1DataBarExpanded::OneRowDrawing(const DataBarExpandedSymbol& symbol, int x, int y,
-                                                 std::uint32_t width) {
-  constexpr bool kFractional = true;
-  const ElementScale scale{ModuleWidth(static_cast<float>(width), WidestRow(symbol.rows), kFractional),
-                           m_pxAdjustBlack, m_pxAdjustWhite};
-  return {
-      LayoutRows(symbol.rows, std::array{m_barHeight}, scale, static_cast<float>(x), static_cast<float>(y)),
-      symbol.humanReadable, ClampToInt(width)};
+SymbolDrawing GS1DataBarExpanded::OneRowDrawing(const DataBarExpandedSymbol& symbol,
+                                                const DrawContext& context) const {
+  LinearOptions options = Options();
+  options.fitWidth = true;
+  const Box& box = context.box;
+  const float barHeight = LayoutBarHeight(box.height, 1, options.text);
+  const ElementScale scale = ScaleFor(static_cast<float>(box.width), WidestRow(symbol.rows), options);
+  Drawing drawing = LayoutRows(symbol.rows, std::array{barHeight}, scale, box);
+  drawing.barHeight = barHeight;
+  AddHumanReadableLine(drawing, symbol.humanReadable, box, ClampToInt(box.width), options.text, context.grid);
+  return {std::move(drawing), {}};
 }
 
-DataBarDrawing GS1DataBarExpanded::StackedDrawing(const DataBarExpandedSymbol& symbol, int x, int y,
-                                                  std::uint32_t width, std::uint32_t height) const {
+SymbolDrawing GS1DataBarExpanded::StackedDrawing(const DataBarExpandedSymbol& symbol,
+                                                 const DrawContext& context) const {
+  const LinearOptions options = Options();
+  const Box& box = context.box;
   const std::size_t modules = WidestRow(symbol.rows);
-  const ElementScale scale = ScaleFor(width, modules);
-  const StackedRoom room = StackedRoom::Of(height, m_textFontScale, m_textGap);
+  const ElementScale scale = ScaleFor(static_cast<float>(box.width), modules, options);
+  const StackedRoom room = StackedRoom::Of(box.height, options.text.fontScale, options.text.gap);
   const std::vector<float> heights = SharedHeights(symbol.rows, room, scale.moduleWidth, kLeastRowHeight);
-  return {LayoutRows(symbol.rows, heights, scale, static_cast<float>(x), static_cast<float>(y)),
-          symbol.humanReadable, TruncToInt(static_cast<float>(modules) * scale.moduleWidth)};
+  Drawing drawing = LayoutRows(symbol.rows, heights, scale, box);
+  const int textWidth = TruncToInt(static_cast<float>(modules) * scale.moduleWidth);
+  AddHumanReadableLine(drawing, symbol.humanReadable, box, textWidth, options.text, context.grid);
+  return {std::move(drawing), {}};
 }
 
 }  // namespace barcode

@@ -5,17 +5,15 @@
 #include <string>
 #include <string_view>
 
-#include "gs1/databar_base.h"
+#include "core/barcode_base_1d.h"
 #include "gs1/databar_expanded_encoder.h"
 
 namespace barcode {
 
 // GS1 DataBar Expanded and Expanded Stacked (ISO/IEC 24724): a GS1 element string.
-class GS1DataBarExpanded : public DataBarBase {
+class GS1DataBarExpanded : public BarcodeBase1D {
  public:
-  static constexpr std::string_view kTag = "[GS1 DataBar Expanded] ";
-
-  using DataBarBase::DataBarBase;
+  explicit GS1DataBarExpanded(std::string_view format) : BarcodeBase1D(format, "[GS1 DataBar Expanded] ") {}
 
   // "UNSTACKED" or "STACKED"; other words change nothing.
   void SetSymbolType(std::string_view keyword);
@@ -23,16 +21,14 @@ class GS1DataBarExpanded : public DataBarBase {
   // Segment pairs per row of the stacked form; counts as 2 unless it is 1 to 10.
   void SetPairsPerRow(std::int32_t pairs) { m_pairsPerRow = pairs; }
 
-  bool Draw(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) override;
-  bool DrawSvg(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) override;
+ protected:
+  // Nothing for a text without any data: the draw is refused without a message.
+  std::optional<SymbolDrawing> Layout(const std::string& text, const DrawContext& context) const override;
 
  private:
   std::size_t PairsPerRow() const;
-  std::optional<DataBarDrawing> Drawing(const std::string& text, int x, int y, std::uint32_t width,
-                                        std::uint32_t height);
-  DataBarDrawing OneRowDrawing(const DataBarExpandedSymbol& symbol, int x, int y, std::uint32_t width);
-  DataBarDrawing StackedDrawing(const DataBarExpandedSymbol& symbol, int x, int y, std::uint32_t width,
-                                std::uint32_t height) const;
+  SymbolDrawing OneRowDrawing(const DataBarExpandedSymbol& symbol, const DrawContext& context) const;
+  SymbolDrawing StackedDrawing(const DataBarExpandedSymbol& symbol, const DrawContext& context) const;
 
   bool m_stacked = false;
   std::int32_t m_pairsPerRow = 0;

@@ -1,35 +1,30 @@
 #include "gs1/gs1_databar_limited.h"
 
 #include <array>
+#include <utility>
 
 #include "base/numeric.h"
 #include "gs1/databar_limited_encoder.h"
-#include "gs1/databar_rows.h"
+#include "layout/linear_layout.h"
+#include "layout/stacked_layout.h"
+#include "layout/text_layout.h"
 
 namespace barcode {
 
-bool GS1DataBarLimited::Draw(const std::string& text, int x, int y, std::uint32_t width,
-                             std::uint32_t height) {
-  if (IsSvgOutput()) {
-    return DrawSvg(text, x, y, width, height);
-  }
-  return DrawRaster(kTag, x, y, width, height, [&] { return Drawing(text, x, y, width, height); });
-}
-
-bool GS1DataBarLimited::DrawSvg(const std::string& text, int x, int y, std::uint32_t width,
-                                std::uint32_t height) {
-  return DrawVector(kTag, x, y, width, height, [&] { return Drawing(text, x, y, width, height); });
-}
-
-DataBarDrawing GS1DataBarLimited::Drawing(const std::string& text, int x, int y, std::uint32_t width,
-                                          std::uint32_t height) {
-  LayoutBarHeight(width, height, 1);
+std::optional<SymbolDrawing> GS1DataBarLimited::Layout(const std::string& text,
+                                                       const DrawContext& context) const {
   const DataBarLimitedSymbol symbol = EncodeDataBarLimited(text);
-  const std::array<DataBarRow, 1> row = {{{BehindEmptyBar(symbol.elements), kSharedHeight}}};
-  BarLayout layout = LayoutRows(row, std::array{m_barHeight}, ScaleFor(width, kDataBarLimitedModules),
-                                static_cast<float>(x), static_cast<float>(y));
-  const int drawnWidth = TruncToInt(layout.drawnWidth);
-  return {std::move(layout), "(01)" + symbol.digits, drawnWidth};
+  const LinearOptions options = Options();
+  const Box& box = context.box;
+  const float barHeight = LayoutBarHeight(box.height, 1, options.text);
+  const std::array<StackedRow, 1> row = {{{symbol.widths, std::nullopt}}};
+  Drawing drawing =
+      LayoutRows(row, std::array{barHeight},
+                 ScaleFor(static_cast<float>(box.width), TotalModules(symbol.widths), options), box);
+  drawing.barHeight = barHeight;
+  AddHumanReadableLine(drawing, "(01)" + symbol.digits, box, TruncToInt(drawing.drawnWidth), options.text,
+                       context.grid);
+  return SymbolDrawing{std::move(drawing), {}};
 }
 
 }  // namespace barcode

@@ -1,87 +1,40 @@
 #include "gs1/gs1_element_string.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 
 #include "base/ascii.h"
+#include "gs1/gs1_ai_tables.h"
+#include "gs1/gs1_markers.h"
 
 namespace barcode {
 namespace {
 
-constexpr std::string_view kAiMarker = "{AI}";
-constexpr std::string_view kFnc1Marker = "{FNC1}";
-
-// The AIs that begin with the same two digits. totalLength: AI and data together where the standard
-// predefines it; 0 where the field ends at a separator or with the text.
-struct AiRule {
-  std::uint8_t aiLength = 0;  // 0: no such AI
-  std::uint8_t totalLength = 0;
-};
-
-using AiRules = std::array<AiRule, 100>;
-
-constexpr void SetRules(AiRules& rules, std::size_t first, std::size_t last, AiRule rule) {
-  for (std::size_t prefix = first; prefix <= last; ++prefix) {
-    rules[prefix] = rule;
-  }
-}
-
-// GS1 General Specifications: AI lengths and element strings with predefined length.
-constexpr AiRules MakeAiRules() {
-  AiRules rules{};
-  SetRules(rules, 0, 0, {2, 20});
-  SetRules(rules, 1, 3, {2, 16});
-  SetRules(rules, 4, 4, {2, 18});
-  SetRules(rules, 10, 10, {2, 0});
-  SetRules(rules, 11, 19, {2, 8});
-  SetRules(rules, 20, 20, {2, 4});
-  SetRules(rules, 21, 22, {2, 0});
-  SetRules(rules, 23, 25, {3, 0});
-  SetRules(rules, 30, 30, {2, 0});
-  SetRules(rules, 31, 36, {4, 10});
-  SetRules(rules, 37, 37, {2, 0});
-  SetRules(rules, 39, 39, {4, 0});
-  SetRules(rules, 40, 40, {3, 0});
-  SetRules(rules, 41, 41, {3, 16});
-  SetRules(rules, 42, 42, {3, 0});
-  SetRules(rules, 43, 43, {4, 0});
-  SetRules(rules, 70, 70, {4, 0});
-  SetRules(rules, 71, 71, {3, 0});
-  SetRules(rules, 72, 72, {4, 0});
-  SetRules(rules, 80, 82, {4, 0});
-  SetRules(rules, 90, 99, {2, 0});
-  return rules;
-}
-
-constexpr AiRules kAiRules = MakeAiRules();
-
 // The rule of the AI that a field begins with; a rule of length 0 when it begins with none.
-AiRule RuleOf(std::string_view field) {
+Gs1AiRule RuleOf(std::string_view field) {
   if (field.size() < 2 || !AllDigits(field.substr(0, 2))) {
     return {};
   }
   const int prefix = (field[0] - '0') * 10 + (field[1] - '0');
-  const AiRule rule = kAiRules[static_cast<std::size_t>(prefix)];
-  return field.size() >= rule.aiLength && AllDigits(field.substr(0, rule.aiLength)) ? rule : AiRule{};
+  const Gs1AiRule rule = kGs1AiRules[static_cast<std::size_t>(prefix)];
+  return field.size() >= rule.aiLength && AllDigits(field.substr(0, rule.aiLength)) ? rule : Gs1AiRule{};
 }
 
 // Appends "(AI)" and returns the data behind it.
-std::string_view AppendAi(std::string& out, std::string_view field, AiRule rule) {
+std::string_view AppendAi(std::string& out, std::string_view field, Gs1AiRule rule) {
   out.append("(").append(field.substr(0, rule.aiLength)).append(")");
   return field.substr(rule.aiLength);
 }
 
 // One AI with all the rest as its data.
 void AppendMarkedField(std::string& out, std::string_view field) {
-  const AiRule rule = RuleOf(field);
+  const Gs1AiRule rule = RuleOf(field);
   out += rule.aiLength == 0 ? field : AppendAi(out, field, rule);
 }
 
 // Fields of predefined length and at most one of variable length at the end.
 void AppendFields(std::string& out, std::string_view fields) {
   while (!fields.empty()) {
-    const AiRule rule = RuleOf(fields);
+    const Gs1AiRule rule = RuleOf(fields);
     const bool predefined = rule.totalLength != 0;
     const bool complete = fields.size() >= rule.totalLength && AllDigits(fields.substr(0, rule.totalLength));
     if (rule.aiLength == 0 || (predefined && !complete)) {

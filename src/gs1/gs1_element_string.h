@@ -7,12 +7,9 @@
 
 namespace barcode {
 
-// FNC1 between the fields of an element string.
-inline constexpr char kGs1Separator = '\x1D';
-
 // A GS1 element string: application identifiers (AIs), each followed by its data.
 struct Gs1ElementString {
-  std::string text;                    // FNC1 as kGs1Separator; none in front, none at the end
+  std::string text;  // FNC1 as kGs1Separator (gs1_markers.h); none in front, none at the end
   std::vector<std::size_t> markedAis;  // where the input marks that an AI begins, ascending positions in text
 };
 

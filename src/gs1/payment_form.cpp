@@ -6,7 +6,7 @@
 
 #include "base/ascii.h"
 #include "base/gs1_check_digit.h"
-#include "gs1/gs1_128_encoder.h"
+#include "gs1/gs1_markers.h"
 #include "text/text_bands.h"
 
 namespace barcode {

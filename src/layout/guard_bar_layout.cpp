@@ -3,8 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
+#include <string>
+#include <utility>
 
 #include "base/numeric.h"
+#include "layout/linear_layout.h"
+#include "layout/text_layout.h"
 #include "text/text_bands.h"
 
 namespace barcode {
@@ -40,29 +45,41 @@ constexpr std::array<DigitGroup, 2> kUpcAGroups = {{{1, 5, 1, false}, {6, 5, 3, 
 constexpr std::array<DigitGroup, 1> kUpcEGroups = {{{1, 6, 1, false}}};
 
 float Snap(float value, PixelGrid grid) {
-  return grid == PixelGrid::kRaster ? std::trunc(value) : value;
+  return grid == PixelGrid::kWhole ? std::trunc(value) : value;
 }
 
 double Snap(double value, PixelGrid grid) {
-  return grid == PixelGrid::kRaster ? std::trunc(value) : value;
+  return grid == PixelGrid::kWhole ? std::trunc(value) : value;
 }
 
 // A scale that is no number, or that takes the height out of range, counts as none.
-float MiddleBandTextHeight(const GuardBarBox& box) {
-  const float height = static_cast<float>(box.height) * kMiddleBand * box.textFontScale;
+float MiddleBandTextHeight(const Box& box, const TextOptions& options) {
+  const float height = static_cast<float>(box.height) * kMiddleBand * options.fontScale;
   return std::isfinite(height) ? height : 0.0F;
 }
 
-float Margin(const GuardBarBox& box, float cells) {
-  return box.showText ? MiddleBandTextHeight(box) * kDigitCell * cells : 0.0F;
+float Margin(const Box& box, const TextOptions& options, float cells) {
+  return options.show ? MiddleBandTextHeight(box, options) * kDigitCell * cells : 0.0F;
 }
 
-float GuardHeight(const GuardBarStyle& style, const GuardBarBox& box, PixelGrid grid) {
-  const float barHeight = Snap(box.barHeight, grid);
-  if (!box.showText) {
+float BarHeight(const Box& box, const TextOptions& options) {
+  return LayoutBarHeight(box.height, 1, options);
+}
+
+float GuardHeight(const GuardBarStyle& style, const Box& box, const TextOptions& options, PixelGrid grid) {
+  const float barHeight = Snap(BarHeight(box, options), grid);
+  if (!options.show) {
     return static_cast<float>(Snap(static_cast<double>(barHeight) * kBareGuardFactor, grid));
   }
-  return barHeight + Snap(MiddleBandTextHeight(box) * style.guardReach, grid);
+  return barHeight + Snap(MiddleBandTextHeight(box, options) * style.guardReach, grid);
+}
+
+double CellWidth(int fontSize, PixelGrid grid, const TextMeasure& measure) {
+  if (grid == PixelGrid::kFractional) {
+    return EstimatedDigitWidth(fontSize);
+  }
+  const std::optional<TextExtent> digit = measure("0", fontSize);
+  return digit ? digit->width : fontSize / 2;
 }
 
 }  // namespace
@@ -72,15 +89,14 @@ const GuardBarStyle kJan8Style = {kJan8Sections, kJan8Groups, 0.0F, 0.0F, 0.275F
 const GuardBarStyle kUpcAStyle = {kUpcASections, kUpcAGroups, 1.0F, 1.0F, 0.495F, 0.0F, false};
 const GuardBarStyle kUpcEStyle = {kUpcESections, kUpcEGroups, 1.0F, 1.0F, 0.495F, 0.0F, false};
 
-GuardBars LayoutGuardBars(const GuardBarStyle& style, const RunVector& pattern, const GuardBarBox& box,
-                          PixelGrid grid) {
-  const float left = Margin(box, style.leftMargin);
-  const float right = Margin(box, style.rightMargin);
+GuardBars LayoutGuardBars(const GuardBarStyle& style, const RunVector& pattern, const Box& box,
+                          const LinearOptions& options, PixelGrid grid) {
+  const float left = Margin(box, options.text, style.leftMargin);
+  const float right = Margin(box, options.text, style.rightMargin);
   const float width = static_cast<float>(box.width) - (left + right);
-  const ElementScale scale{ModuleWidth(width, TotalModules(pattern), box.fitWidth), box.pxAdjustBlack,
-                           box.pxAdjustWhite};
-  const float barHeight = Snap(box.barHeight, grid);
-  const float guardHeight = GuardHeight(style, box, grid);
+  const ElementScale scale = ScaleFor(width, TotalModules(pattern), options);
+  const float barHeight = Snap(BarHeight(box, options.text), grid);
+  const float guardHeight = GuardHeight(style, box, options.text, grid);
   const auto top = static_cast<float>(box.y);
 
   GuardBars layout;
@@ -106,13 +122,24 @@ GuardBars LayoutGuardBars(const GuardBarStyle& style, const RunVector& pattern, 
   return layout;
 }
 
-std::vector<AnchoredText> LayoutGuardText(const GuardBarStyle& style, const GuardBars& bars,
-                                          std::string_view code, const GuardBarBox& box, double cellWidth,
-                                          PixelGrid grid) {
-  std::vector<AnchoredText> texts;
+std::vector<TextRun> LayoutGuardText(const GuardBarStyle& style, const GuardBars& bars, std::string_view code,
+                                     const Box& box, const LinearOptions& options, double cellWidth,
+                                     PixelGrid grid) {
+  std::vector<TextRun> texts;
+  const int size = GuardTextSize(box, options.text, grid);
+  // The digits stand close under the bars, also where the box ends before they do.
+  const TextBox line{.top = GuardTextTop(style, box, options.text, grid)};
+  const auto add = [&](std::string_view digits, double x, TextAnchor anchor) {
+    TextRun& run = texts.emplace_back();
+    run.text = digits;
+    run.size = size;
+    run.anchor = anchor;
+    run.x = x;
+    run.box = line;
+  };
   if (style.leftMargin > 0.0F) {
-    const double inset = grid == PixelGrid::kSvg ? cellWidth * style.svgLeadingInset : 0.0;
-    texts.push_back({std::string(code.substr(0, 1)), box.x + inset, TextAnchor::kStart});
+    const double inset = grid == PixelGrid::kFractional ? cellWidth * style.svgLeadingInset : 0.0;
+    add(code.substr(0, 1), box.x + inset, TextAnchor::kStart);
   }
   for (const DigitGroup& group : style.groups) {
     const double start = bars.sectionStarts[group.section];
@@ -125,39 +152,53 @@ std::vector<AnchoredText> LayoutGuardText(const GuardBarStyle& style, const Guar
       continue;
     }
     const std::string_view digits = code.substr(group.first, group.count);
-    if (!box.textEvenSpacing) {
-      texts.push_back({std::string(digits), start + Snap(span / 2.0, grid), TextAnchor::kMiddle});
+    if (!options.text.evenSpacing) {
+      add(digits, start + Snap(span / 2.0, grid), TextAnchor::kMiddle);
       continue;
     }
     for (std::size_t k = 0; k < digits.size(); ++k) {
       const double offset = static_cast<double>(k) * usable / static_cast<double>(digits.size() - 1);
-      texts.push_back(
-          {std::string(1, digits[k]), start + cellWidth + Snap(offset, grid), TextAnchor::kMiddle});
+      add(digits.substr(k, 1), start + cellWidth + Snap(offset, grid), TextAnchor::kMiddle);
     }
   }
   if (style.rightMargin > 0.0F) {
     const double x = Snap(static_cast<double>(bars.end), grid) - cellWidth + bars.rightMargin;
-    texts.push_back({std::string(code.substr(code.size() - 1)), x, TextAnchor::kStart});
+    add(code.substr(code.size() - 1), x, TextAnchor::kStart);
   }
   return texts;
 }
 
-double GuardTextTop(const GuardBarStyle& style, const GuardBarBox& box, PixelGrid grid) {
-  const bool gap = grid == PixelGrid::kSvg || style.rasterTextGap;
-  const int gapHeight = std::max(kMinTextGap, ScaledTextGap(box.height, kGuardTextGapBands, box.textGap));
-  return Snap(box.y + double{box.barHeight} + (gap ? gapHeight : 0), grid);
+double GuardTextTop(const GuardBarStyle& style, const Box& box, const TextOptions& options, PixelGrid grid) {
+  const bool gap = grid == PixelGrid::kFractional || style.rasterTextGap;
+  const int gapHeight = std::max(kMinTextGap, ScaledTextGap(box.height, kGuardTextGapBands, options.gap));
+  return Snap(box.y + double{BarHeight(box, options)} + (gap ? gapHeight : 0), grid);
 }
 
-int GuardTextSize(const GuardBarBox& box, PixelGrid grid) {
-  const int size = TextSize(box.height, box.textFontScale);
-  if (grid == PixelGrid::kRaster) {
+int GuardTextSize(const Box& box, const TextOptions& options, PixelGrid grid) {
+  const int size = TextSize(box.height, options.fontScale);
+  if (grid == PixelGrid::kWhole) {
     return size;
   }
   return std::max(kMinTextSize, TruncToInt(static_cast<float>(size) * kSvgTextRatio));
 }
 
-double SvgDigitWidth(int fontSize) {
+double EstimatedDigitWidth(int fontSize) {
   return fontSize * kSvgDigitRatio;
+}
+
+Drawing LayoutGuardBarSymbol(const GuardBarStyle& style, const RunVector& pattern, std::string_view code,
+                             const Box& box, const LinearOptions& options, PixelGrid grid,
+                             const TextMeasure& measure) {
+  GuardBars bars = LayoutGuardBars(style, pattern, box, options, grid);
+  Drawing drawing;
+  drawing.barHeight = BarHeight(box, options.text);
+  drawing.drawnWidth = bars.end - static_cast<float>(box.x);
+  if (options.text.show) {
+    const double cellWidth = CellWidth(GuardTextSize(box, options.text, grid), grid, measure);
+    drawing.texts = LayoutGuardText(style, bars, code, box, options, cellWidth, grid);
+  }
+  drawing.bars = std::move(bars.bars);
+  return drawing;
 }
 
 }  // namespace barcode

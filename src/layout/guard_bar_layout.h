@@ -1,14 +1,14 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/geometry.h"
 #include "base/run_vector.h"
-#include "layout/linear_layout.h"
+#include "layout/drawing.h"
+#include "layout/linear_options.h"
 
 namespace barcode {
 
@@ -52,25 +52,13 @@ extern const GuardBarStyle kJan8Style;
 extern const GuardBarStyle kUpcAStyle;
 extern const GuardBarStyle kUpcEStyle;
 
-// Raster positions are whole pixels, truncated toward zero, where the layout says so; SVG keeps the
-// fractions.
-enum class PixelGrid { kRaster, kSvg };
+// The drawing of a full code. pattern: at least one element. measure: gives the width of a digit in whole
+// pixels; in vector drawings, where the font is not known, it is estimated from the font size.
+Drawing LayoutGuardBarSymbol(const GuardBarStyle& style, const RunVector& pattern, std::string_view code,
+                             const Box& box, const LinearOptions& options, PixelGrid grid,
+                             const TextMeasure& measure);
 
-// The box and the options that shape a symbol.
-struct GuardBarBox {
-  int x = 0;
-  int y = 0;
-  std::uint32_t width = 0;
-  std::uint32_t height = 0;
-  float barHeight = 0;  // of the data bars
-  bool showText = true;
-  bool textEvenSpacing = true;
-  float textFontScale = 1;
-  float textGap = 1;
-  bool fitWidth = false;
-  std::int32_t pxAdjustBlack = 0;
-  std::int32_t pxAdjustWhite = 0;
-};
+// The steps of it.
 
 struct GuardBars {
   std::vector<RectF> bars;
@@ -79,33 +67,21 @@ struct GuardBars {
   float rightMargin = 0;
 };
 
-// pattern: at least one element.
-GuardBars LayoutGuardBars(const GuardBarStyle& style, const RunVector& pattern, const GuardBarBox& box,
-                          PixelGrid grid);
+GuardBars LayoutGuardBars(const GuardBarStyle& style, const RunVector& pattern, const Box& box,
+                          const LinearOptions& options, PixelGrid grid);
 
-enum class TextAnchor { kStart, kMiddle };
-
-// A text that starts at x, or whose middle is at x.
-struct AnchoredText {
-  std::string text;
-  double x = 0;
-  TextAnchor anchor = TextAnchor::kMiddle;
-
-  bool operator==(const AnchoredText&) const = default;
-};
-
-// The digits of a full code, for digits `cellWidth` pixels wide.
-std::vector<AnchoredText> LayoutGuardText(const GuardBarStyle& style, const GuardBars& bars,
-                                          std::string_view code, const GuardBarBox& box, double cellWidth,
-                                          PixelGrid grid);
+// The digits, for digits `cellWidth` pixels wide.
+std::vector<TextRun> LayoutGuardText(const GuardBarStyle& style, const GuardBars& bars, std::string_view code,
+                                     const Box& box, const LinearOptions& options, double cellWidth,
+                                     PixelGrid grid);
 
 // Top of the digits.
-double GuardTextTop(const GuardBarStyle& style, const GuardBarBox& box, PixelGrid grid);
+double GuardTextTop(const GuardBarStyle& style, const Box& box, const TextOptions& options, PixelGrid grid);
 
-// Font size of the digits: SVG sets them smaller.
-int GuardTextSize(const GuardBarBox& box, PixelGrid grid);
+// Font size of the digits: vector drawings set them smaller.
+int GuardTextSize(const Box& box, const TextOptions& options, PixelGrid grid);
 
-// Width of a digit in SVG, where the font is not known: estimated from its size.
-double SvgDigitWidth(int fontSize);
+// Width of a digit where the font is not known: estimated from its size.
+double EstimatedDigitWidth(int fontSize);
 
 }  // namespace barcode

@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <numeric>
+#include <string>
 
 #include "base/geometry.h"
 #include "base/run_vector.h"
+#include "layout/drawing.h"
+#include "layout/linear_options.h"
 
 namespace barcode {
 
@@ -21,31 +25,41 @@ inline float ModuleWidth(float width, std::uint64_t modules, bool fitWidth) {
   return fitWidth ? moduleWidth : std::max(1.0F, std::floor(moduleWidth));
 }
 
+// When the width of an element is raised to one pixel: before and after the adjustment, or only after it.
+enum class ElementMinimum : std::uint8_t { kNominalAndAdjusted, kAdjusted };
+
 // How modules become pixels: the module width and what is added to every bar and space.
 struct ElementScale {
   float moduleWidth = 1.0F;
   std::int32_t adjustBlack = 0;
   std::int32_t adjustWhite = 0;
+  ElementMinimum minimum = ElementMinimum::kNominalAndAdjusted;
 
-  // Drawn width of an element, nominal and adjusted width both at least one pixel.
+  // Drawn width of an element.
   float ElementWidth(std::uint32_t modules, bool isBar) const {
-    const float nominal = std::max(1.0F, static_cast<float>(modules) * moduleWidth);
-    return AdjustedWidth(nominal, isBar);
-  }
-
-  // The adjustment alone, for layouts that do not raise the nominal width to a pixel first.
-  float AdjustedWidth(float nominal, bool isBar) const {
+    float nominal = static_cast<float>(modules) * moduleWidth;
+    if (minimum == ElementMinimum::kNominalAndAdjusted) {
+      nominal = std::max(1.0F, nominal);
+    }
     return std::max(1.0F, nominal + static_cast<float>(isBar ? adjustBlack : adjustWhite));
   }
 };
 
-// Walks the elements from x: visit(index, isBar, left, width) for each, bar first. Returns the pen after the
-// last.
+// The scale of a symbol of so many modules in `width` pixels.
+inline ElementScale ScaleFor(float width, std::uint64_t modules, const LinearOptions& options) {
+  return {ModuleWidth(width, modules, options.fitWidth), options.pxAdjustBlack, options.pxAdjustWhite};
+}
+
+// Walks the elements from x, bar and space in turn, bar first: visit(index, isBar, left, width) for each but
+// those of zero modules, which are not there. Returns the pen after the last.
 template <class Visit>
 float WalkElements(const RunVector& pattern, const ElementScale& scale, float x, Visit visit) {
   float pen = x;
   bool isBar = true;
   for (std::size_t index = 0; index < pattern.size(); ++index, isBar = !isBar) {
+    if (pattern[index] == 0) {
+      continue;
+    }
     const float width = scale.ElementWidth(pattern[index], isBar);
     visit(index, isBar, pen, width);
     pen += width;
@@ -53,16 +67,11 @@ float WalkElements(const RunVector& pattern, const ElementScale& scale, float x,
   return pen;
 }
 
-// The plain linear layout: bars of one height. drawBar(RectF) for each bar; returns the drawn width, pen - x.
-template <class DrawBar>
-float LayoutBars(const RunVector& pattern, const ElementScale& scale, float x, float y, float barHeight,
-                 DrawBar drawBar) {
-  const float pen = WalkElements(pattern, scale, x, [&](std::size_t, bool isBar, float left, float width) {
-    if (isBar) {
-      drawBar(RectF{left, y, width, barHeight});
-    }
-  });
-  return pen - x;
-}
+// Adds the bars of one row, all of the height of `row`, from its top-left corner; returns the drawn width.
+float AddBars(Drawing& drawing, const RunVector& pattern, const ElementScale& scale, const RectF& row);
+
+// The plain linear layout: bars of one height above one line of text.
+Drawing LayoutLinear(const RunVector& pattern, std::string displayText, const Box& box,
+                     const LinearOptions& options, PixelGrid grid);
 
 }  // namespace barcode

@@ -58,4 +58,17 @@ ModuleGrid DividedGrid(double width, double height, int columns, int rows) {
           Edges(rows, [=](double j) { return j * height / rows; })};
 }
 
+MatrixDrawing LayoutStretched(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height,
+                              bool fitWidth, PixelGrid grid, const ModuleRule& rule) {
+  const int columns = matrix.Columns();
+  const int rows = matrix.Rows();
+  const ModuleSize module = StretchedModules(width, height, columns, rows, fitWidth);
+  return {.width = width,
+          .height = height,
+          .module = module,
+          .grid = grid == PixelGrid::kWhole ? RoundedGrid(module, columns, rows, 0, 0)
+                                            : ExactGrid(module, columns, rows),
+          .rule = rule};
+}
+
 }  // namespace barcode

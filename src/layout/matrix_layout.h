@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/module_matrix.h"
+#include "layout/drawing.h"
 
 namespace barcode {
 
@@ -59,6 +60,19 @@ struct ModuleRule {
   double adjust = 0;
   SkipModules skip = SkipModules::kNone;
 };
+
+// A symbol in its picture of width x height pixels: where its modules stand and what is drawn of them.
+struct MatrixDrawing {
+  std::uint32_t width = 0;
+  std::uint32_t height = 0;
+  ModuleSize module;
+  ModuleGrid grid;
+  ModuleRule rule;
+};
+
+// A symbol whose modules fill the box: whole pixels have rounded edges, fractions exact ones.
+MatrixDrawing LayoutStretched(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height,
+                              bool fitWidth, PixelGrid grid, const ModuleRule& rule);
 
 // The rectangles of the dark modules, row by row: visit(ModuleRect).
 template <class Visit>

@@ -2,14 +2,13 @@
 
 #include <cstdint>
 #include <span>
-#include <string>
-#include <string_view>
 #include <vector>
 
 #include "base/stacked_row.h"
+#include "layout/drawing.h"
 #include "layout/linear_layout.h"
 
-// Rows of element digits as bars in pixels: one geometry for the raster and the SVG draw of every GS1 DataBar
+// Rows of elements as bars in pixels: one geometry for the raster and the SVG draw of every GS1 DataBar
 // form that is not drawn by the plain linear layout.
 namespace barcode {
 
@@ -23,25 +22,21 @@ struct StackedRoom {
   static StackedRoom Of(std::uint32_t height, float fontScale, float gapScale);
 };
 
-// Row heights in pixels: the room divided in proportion to the rows' units.
-std::vector<float> ProportionalHeights(std::span<const DataBarRow> rows, const StackedRoom& room);
+// Row heights in pixels: the room divided in proportion to the rows' heights in modules.
+std::vector<float> ProportionalHeights(std::span<const StackedRow> rows, const StackedRoom& room);
 
 // Row heights in pixels: rows with a height in modules get just that, the sharing rows divide the rest
 // equally. A share may be below zero when the fixed rows fill the room; it is raised to `smallestShare`.
-std::vector<float> SharedHeights(std::span<const DataBarRow> rows, const StackedRoom& room, float moduleWidth,
+std::vector<float> SharedHeights(std::span<const StackedRow> rows, const StackedRoom& room, float moduleWidth,
                                  float smallestShare);
 
 // Modules of the widest row.
-std::size_t WidestRow(std::span<const DataBarRow> rows);
+std::uint64_t WidestRow(std::span<const StackedRow> rows);
 
-struct BarLayout {
-  std::vector<RectF> bars;
-  float drawnWidth = 0;  // of the widest row
-};
-
-// The rows from (x, y) downwards, one of the heights each. An element of d modules is d * module width wide,
-// then adjusted and raised to a pixel; a width of '0' takes no room. Rows without height have no bars.
-BarLayout LayoutRows(std::span<const DataBarRow> rows, std::span<const float> heights,
-                     const ElementScale& scale, float x, float y);
+// The bars of the rows from the top-left corner of the box downwards, one of the heights each; the drawn
+// width is that of the widest row. Only adjusted widths are raised to a pixel, whatever the scale says. Rows
+// without height have no bars.
+Drawing LayoutRows(std::span<const StackedRow> rows, std::span<const float> heights, ElementScale scale,
+                   const Box& box);
 
 }  // namespace barcode

@@ -1,25 +1,21 @@
 #include "linear/code128.h"
 
-#include <algorithm>
-#include <array>
+#include "base/keywords.h"
 
 namespace barcode {
 namespace {
 
-constexpr std::array<std::string_view, 4> kModeKeywords = {"A", "B", "C", "AUTO"};
+constexpr Keywords<Code128Mode, 4> kModes = {
+    {{"A", Code128Mode::kA}, {"B", Code128Mode::kB}, {"C", Code128Mode::kC}, {"AUTO", Code128Mode::kAuto}}};
 
 }  // namespace
 
 void Code128::SetCodeMode(std::string_view keyword) {
-  const auto* const mode = std::find(kModeKeywords.begin(), kModeKeywords.end(), keyword);
-  if (mode != kModeKeywords.end()) {
-    m_codeMode = static_cast<std::int32_t>(mode - kModeKeywords.begin());
-  }
+  m_codeMode = FindKeyword(kModes, keyword).value_or(m_codeMode);
 }
 
-RunVector Code128::Encode(const std::string& text) const {
-  const Code128Values values = EncodeValues(text, m_codeMode);
-  return ValuesToPattern(values, m_codeMode == kCode128ModeAuto ? "Invalid code value" : "Invalid code val");
+std::optional<SymbolDrawing> Code128::Layout(const std::string& text, const DrawContext& context) const {
+  return PlainDrawing(EncodeCode128(text, m_codeMode), text, context);
 }
 
 }  // namespace barcode

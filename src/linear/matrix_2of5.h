@@ -1,32 +1,20 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
-#include "base/run_vector.h"
 #include "core/barcode_base_1d.h"
-#include "linear/two_of_five.h"
 
 namespace barcode {
 
-// Matrix 2 of 5: digits as three bars each. No check digit.
-class Matrix2of5 : public PlainLinear<Matrix2of5> {
+// Matrix 2 of 5; the text as given is shown.
+class Matrix2of5 : public BarcodeBase1D {
  public:
-  static constexpr std::string_view kTag = "[Matrix2of5] ";
+  explicit Matrix2of5(std::string_view format) : BarcodeBase1D(format, "[Matrix2of5] ") {}
 
-  using PlainLinear::PlainLinear;
-
-  // Throws std::runtime_error on empty text and on anything but digits.
-  RunVector Encode(const std::string& text) const {
-    return EncodeTwoOfFive(text, WideModules(m_wideRatio),
-                           "Matrix 2 of 5 barcode requires numeric digits only");
-  }
-
-  // The text as given.
-  std::string DisplayText(const std::string& text) const { return text; }
-
- private:
-  float m_wideRatio = 1.0F;
+ protected:
+  std::optional<SymbolDrawing> Layout(const std::string& text, const DrawContext& context) const override;
 };
 
 }  // namespace barcode

@@ -1,81 +1,11 @@
 #include "linear/nw7.h"
 
-#include <array>
-#include <cstddef>
-#include <cstdint>
-#include <stdexcept>
-
-#include "base/ascii.h"
+#include "linear/nw7_encoder.h"
 
 namespace barcode {
-namespace {
 
-constexpr std::string_view kCharacters = "ABCD.+:/$-0123456789";
-
-// The seven elements of each character, the first (a bar) in bit 6; a set bit is a wide element (EN 798).
-constexpr std::array<std::uint32_t, kCharacters.size()> kMasks = {
-    0b0011010, 0b0101001, 0b0001011, 0b0001110, 0b1010100, 0b0010101, 0b1000101,
-    0b1010001, 0b0011000, 0b0001100, 0b0000011, 0b0000110, 0b0001001, 0b1100000,
-    0b0010010, 0b1000010, 0b0100001, 0b0100100, 0b0110000, 0b1001000,
-};
-constexpr std::size_t kElements = 7;
-constexpr std::uint32_t kFirstElement = 0b1000000;
-constexpr std::uint32_t kNarrow = 1;
-constexpr std::uint32_t kWide = 3;
-constexpr std::uint32_t kGap = 2;
-constexpr char kDefaultStartStop = 'C';
-
-bool IsStartStop(char character) {
-  const char upper = ToUpper(character);
-  return upper >= 'A' && upper <= 'D';
-}
-
-// Upper-case text with its start and stop characters.
-std::string Framed(std::string_view text) {
-  std::string upper = ToUpper(text);
-  const bool starts = IsStartStop(upper.front());
-  const bool stops = IsStartStop(upper.back());
-  if (starts != stops) {
-    throw std::runtime_error("Invalid start/stop character combination in NW7: " + upper);
-  }
-  return starts ? upper : kDefaultStartStop + upper + kDefaultStartStop;
-}
-
-std::uint32_t Mask(char character) {
-  const std::size_t index = kCharacters.find(character);
-  if (index == std::string_view::npos) {
-    throw std::runtime_error(std::string("Invalid character in NW7: ") + character);
-  }
-  return kMasks[index];
-}
-
-}  // namespace
-
-RunVector NW7::Encode(const std::string& text) const {
-  if (text.empty()) {
-    throw std::runtime_error("Empty string");
-  }
-  const std::string framed = Framed(text);
-  RunVector pattern;
-  pattern.reserve(framed.size() * (kElements + 1));
-  for (const char character : framed) {
-    const std::uint32_t mask = Mask(character);
-    if (!pattern.empty()) {
-      pattern.push_back(kGap);
-    }
-    for (std::uint32_t element = kFirstElement; element != 0; element >>= 1U) {
-      pattern.push_back((mask & element) != 0 ? kWide : kNarrow);
-    }
-  }
-  return pattern;
-}
-
-std::string NW7::DisplayText(const std::string& text) const {
-  if (m_showStartStop || text.empty() || !IsStartStop(text.front()) || !IsStartStop(text.back())) {
-    return text;
-  }
-  // One character is start and stop at once.
-  return text.size() == 1 ? std::string() : text.substr(1, text.size() - 2);
+std::optional<SymbolDrawing> NW7::Layout(const std::string& text, const DrawContext& context) const {
+  return PlainDrawing(EncodeNw7(text), Nw7DisplayText(text, m_showStartStop), context);
 }
 
 }  // namespace barcode

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "core/barcode_base_2d.h"
-#include "pdf417/pdf417_options.h"
+#include "pdf417/options.h"
 
 namespace barcode {
 
@@ -13,15 +13,12 @@ namespace barcode {
 // error level that fills the grid.
 class PDF417 : public BarcodeBase2D {
  public:
-  static constexpr std::string_view kTag = "[PDF417] ";
+  explicit PDF417(std::string_view format)
+      : BarcodeBase2D(format, {.tag = "[PDF417] ", .encodesFirst = true, .printsSteps = false, .doneLine = {}}) {
+  }
 
-  enum class SizeKind : std::uint8_t { kAuto, kRows, kColumns, kColumnsAndRows };
-
-  using BarcodeBase2D::BarcodeBase2D;
-
-  // Stored and reported. No setter selects a size kind or a fixed error level: columns, rows and level do not
-  // change the symbol. This is intended.
-  void SetErrorLevel(std::int32_t level) { m_errorLevel = level; }
+  // Stored and reported. Level, columns and rows do not change the symbol. This is intended.
+  void SetErrorLevel(std::int32_t level) { m_options.errorLevel = level; }
   void SetCodeColumns(std::int32_t columns);  // 0 to 30; other numbers change nothing
   void SetCodeRows(std::int32_t rows);        // 0 to 90; other numbers change nothing
 
@@ -32,23 +29,15 @@ class PDF417 : public BarcodeBase2D {
   // a square box, the width of the symbol, not the height of a row.
   void SetYHeight(std::int32_t height);
 
-  bool DrawMatrix(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) override;
-
-  // What the encoder is told: ROWS and COLUMNS are exchanged on the way. This is intended.
-  static PDF417SizeKind EncoderSizeKind(SizeKind kind);
-  PDF417Options EncoderOptions() const;
+ protected:
+  ModuleMatrix Encode(const std::string& text, EncoderLines& lines) const override;
+  // A square box keeps its height and takes the width that is natural for the symbol.
+  Box DrawnBox(const ModuleMatrix& matrix, const Box& box) const override;
+  MatrixDrawing Layout(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height,
+                       PixelGrid grid) const override;
 
  private:
-  bool DrawRaster(const ModuleMatrix& modules, int x, int y, std::uint32_t width, std::uint32_t height);
-  void DrawSvgDocument(const ModuleMatrix& modules, std::uint32_t width, std::uint32_t height);
-
-  SizeKind m_sizeKind = SizeKind::kAuto;
-  std::int32_t m_codeColumns = 0;
-  std::int32_t m_codeRows = 0;
-  bool m_useAutoErrorLevel = true;
-  std::int32_t m_errorLevel = 2;
-  double m_aspectRatio = 0.5;
-  std::int32_t m_yHeight = 3;
+  pdf417::Options m_options;
 };
 
 }  // namespace barcode

@@ -4,17 +4,16 @@
 #include <string>
 #include <string_view>
 
-#include "base/module_matrix.h"
 #include "core/barcode_base_2d.h"
+#include "qr/qr_options.h"
 
 namespace barcode {
 
 // QR Code (ISO/IEC 18004, Model 2): one segment of bytes or digits, versions 1 to 40, levels L, M, Q, H.
 class QR : public BarcodeBase2D {
  public:
-  static constexpr std::string_view kTag = "[QR] ";
-
-  using BarcodeBase2D::BarcodeBase2D;
+  explicit QR(std::string_view format)
+      : BarcodeBase2D(format, {.tag = "[QR] ", .doneLine = "--- QR::Draw 終了 (成功) ---"}) {}
 
   // "L", "M", "Q" or "H"; any other text selects M.
   void SetErrorCorrectionLevel(std::string_view level);
@@ -22,20 +21,19 @@ class QR : public BarcodeBase2D {
   // The least version, 1 to 40; 0 leaves it to the text. Any other number prints a warning and sets 0.
   void SetVersion(std::uint32_t version);
 
-  // The letter "N", "A", "B" or "K", upper or lower case; any other text prints a warning and sets "B". Only
-  // "N" makes a difference: the other letters encode bytes.
+  // "AUTO", "BYTE", "NUMERIC", "ALPHANUMERIC" or "KANJI". Only "NUMERIC" makes a difference: all else, any
+  // other text included, encodes bytes.
   void SetEncodeMode(std::string_view mode);
 
-  bool DrawMatrix(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) override;
+ protected:
+  // An empty text has no symbol; its raster draw paints the background alone.
+  ModuleMatrix Encode(const std::string& text, EncoderLines& lines) const override;
+  MatrixDrawing Layout(const ModuleMatrix& matrix, std::uint32_t width, std::uint32_t height,
+                       PixelGrid grid) const override;
+  void ReportSymbol(const ModuleMatrix& matrix, const MatrixDrawing& drawing) const override;
 
  private:
-  bool DrawRaster(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height);
-  bool DrawSvgDocument(const std::string& text, std::uint32_t width, std::uint32_t height);
-  ModuleMatrix Encode(const std::string& text) const;
-
-  std::uint32_t m_errorCorrectionLevel = 1;
-  std::uint32_t m_version = 0;
-  std::string_view m_encodeMode = "B";  // one of the constant letters
+  QrOptions m_options;
 };
 
 }  // namespace barcode

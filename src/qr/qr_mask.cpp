@@ -4,6 +4,8 @@
 #include <bit>
 #include <cstring>
 
+#include "qr/qr_tables.h"
+
 namespace barcode {
 namespace {
 
@@ -35,7 +37,7 @@ constexpr bool Inverts(std::size_t mask, unsigned i, unsigned j) {
 }
 
 constexpr std::size_t kConditionsPeriod = 12;
-constexpr std::size_t kMaxSize = 177;
+constexpr auto kMaxSize = static_cast<std::size_t>(QrSize(kQrMaxVersion));
 using MaskColumns = std::array<std::array<std::uint8_t, kMaxSize>, kConditionsPeriod>;
 
 // All conditions repeat after twelve columns.

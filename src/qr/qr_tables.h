@@ -4,17 +4,32 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "qr/qr_options.h"
+
 namespace barcode {
 
-// Numbers of ISO/IEC 18004, QR Code Model 2. Versions count from 1 to 40, levels are L = 0, M = 1, Q = 2, H
-// = 3. Only the error-correction blocks and the alignment coordinates are typed in; all else follows from
-// them.
+// Numbers of ISO/IEC 18004, QR Code Model 2. Versions count from 1 to 40. Only the error-correction blocks
+// and the alignment coordinates are typed in; all else follows from them.
 
 inline constexpr int kQrMaxVersion = 40;
-inline constexpr int kQrLevels = 4;
+inline constexpr std::size_t kQrLevels = 4;
 
 constexpr int QrSize(int version) {
   return 4 * version + 17;
+}
+
+inline constexpr int kQrModeBits = 4;
+
+constexpr unsigned QrModeIndicator(QrMode mode) {
+  return mode == QrMode::kNumeric ? 0b0001 : 0b0100;
+}
+
+// Width of the character count.
+constexpr int QrCountBits(QrMode mode, int version) {
+  if (mode == QrMode::kNumeric) {
+    return version < 10 ? 10 : version < 27 ? 12 : 14;
+  }
+  return version < 10 ? 8 : 16;
 }
 
 struct QrBlocks {
@@ -46,7 +61,7 @@ inline constexpr std::array<std::array<QrBlocks, kQrMaxVersion>, kQrLevels> kQrB
       {51, 30}, {54, 30}, {57, 30}, {60, 30}, {63, 30}, {66, 30}, {70, 30}, {74, 30}, {77, 30}, {81, 30}}},
 }};
 
-constexpr QrBlocks QrBlocksOf(int level, int version) {
+constexpr QrBlocks QrBlocksOf(QrLevel level, int version) {
   return kQrBlocks[static_cast<std::size_t>(level)][static_cast<std::size_t>(version - 1)];
 }
 
@@ -80,6 +95,15 @@ constexpr int QrAlignmentCentreCount(int version) {
   return count;
 }
 
+// The format and version informations are each placed twice.
+inline constexpr int kQrFormatLength = 15;
+inline constexpr int kQrVersionLength = 18;
+
+// Smaller symbols tell their version by their size alone.
+constexpr bool QrHasVersionInformation(int version) {
+  return version >= 7;
+}
+
 // Modules that are left for codewords and remainder bits.
 constexpr int QrDataModules(int version) {
   const int size = QrSize(version);
@@ -89,8 +113,8 @@ constexpr int QrDataModules(int version) {
       centres == 0 ? 0 : 2 * (centres - 2);  // these share five modules with a timing pattern
   const int finders = 3 * 8 * 8;
   const int timing = 2 * (size - 16);
-  const int format = 2 * 15 + 1;  // with the dark module
-  const int versionAreas = version >= 7 ? 2 * 18 : 0;
+  const int format = 2 * kQrFormatLength + 1;  // with the dark module
+  const int versionAreas = QrHasVersionInformation(version) ? 2 * kQrVersionLength : 0;
   return size * size - finders - timing - 25 * patterns + 5 * onTiming - format - versionAreas;
 }
 
@@ -98,16 +122,12 @@ constexpr int QrTotalCodewords(int version) {
   return QrDataModules(version) / 8;
 }
 
-constexpr int QrRemainderBits(int version) {
-  return QrDataModules(version) % 8;
-}
-
-constexpr int QrDataCodewords(int level, int version) {
+constexpr int QrDataCodewords(QrLevel level, int version) {
   const QrBlocks blocks = QrBlocksOf(level, version);
   return QrTotalCodewords(version) - blocks.blocks * blocks.ecPerBlock;
 }
 
-constexpr int QrCapacityBits(int level, int version) {
+constexpr int QrCapacityBits(QrLevel level, int version) {
   return 8 * QrDataCodewords(level, version);
 }
 
@@ -120,19 +140,19 @@ constexpr std::uint32_t AppendBch(std::uint32_t value, std::uint32_t generator, 
   return value << degree | (remainder & ((1U << degree) - 1));
 }
 
-// 15 bits, masked, the first to be placed is the most significant.
-constexpr std::uint32_t QrFormatBits(int level, int mask) {
+// kQrFormatLength bits, masked.
+constexpr std::uint32_t QrFormatBits(QrLevel level, int mask) {
   const auto levelIndicator = static_cast<std::uint32_t>(level) ^ 1U;  // L 01, M 00, Q 11, H 10
   return AppendBch(levelIndicator << 3U | static_cast<std::uint32_t>(mask), 0b10100110111, 10) ^
          0b101010000010010U;
 }
 
-// 18 bits; versions 7 and up carry them.
+// kQrVersionLength bits.
 constexpr std::uint32_t QrVersionBits(int version) {
   return AppendBch(static_cast<std::uint32_t>(version), 0b1111100100101, 12);
 }
 
-static_assert(QrFormatBits(1, 5) == 0b100000011001110);
+static_assert(QrFormatBits(QrLevel::kM, 5) == 0b100000011001110);
 static_assert(QrVersionBits(7) == 0b000111110010010100);
 static_assert(QrDataModules(1) == 208 && QrDataModules(2) == 359 && QrDataModules(40) == 29648);
 

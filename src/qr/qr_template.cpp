@@ -9,9 +9,27 @@ namespace barcode {
 namespace {
 
 constexpr int kTimingLine = 6;
-constexpr int kFirstVersionWithInformation = 7;
+constexpr int kFormatLine = 8;
 
 }  // namespace
+
+std::array<QrModule, 2> QrFormatModules(int size, int bit) {
+  const auto pastTiming = [](int i) { return i < kTimingLine ? i : i + 1; };
+  constexpr int kLast = kQrFormatLength - 1;
+  // Around the upper left finder: column 8 downwards, then row 8 to the left.
+  const QrModule near =
+      bit < 7 ? QrModule{kFormatLine, pastTiming(bit)} : QrModule{pastTiming(kLast - bit), kFormatLine};
+  // From the upper right corner to the left, then down to the lower left corner.
+  const QrModule far =
+      bit < 8 ? QrModule{size - 1 - bit, kFormatLine} : QrModule{kFormatLine, size - 1 - (kLast - bit)};
+  return {near, far};
+}
+
+std::array<QrModule, 2> QrVersionModules(int size, int bit) {
+  const int along = bit / 3;
+  const int across = size - 11 + bit % 3;
+  return {QrModule{across, along}, QrModule{along, across}};
+}
 
 QrTemplate::QrTemplate(int version)
     : m_size(QrSize(version)),
@@ -19,7 +37,7 @@ QrTemplate::QrTemplate(int version)
   SetTiming();
   SetAlignment(version);
   ReserveFormat();
-  if (version >= kFirstVersionWithInformation) {
+  if (QrHasVersionInformation(version)) {
     ReserveVersion();
   }
   SetFinders();
@@ -67,24 +85,18 @@ void QrTemplate::SetAlignment(int version) {
 }
 
 void QrTemplate::ReserveFormat() {
-  for (int i = 0; i <= 8; ++i) {
-    if (i != kTimingLine) {
-      Set(8, i, false);
-      Set(i, 8, false);
+  for (int bit = 0; bit < kQrFormatLength; ++bit) {
+    for (const auto [x, y] : QrFormatModules(m_size, bit)) {
+      Set(x, y, false);
     }
   }
-  for (int i = m_size - 8; i < m_size; ++i) {
-    Set(8, i, false);
-    Set(i, 8, false);
-  }
-  Set(8, m_size - 8, true);  // the dark module
+  Set(kFormatLine, m_size - 8, true);  // the dark module
 }
 
 void QrTemplate::ReserveVersion() {
-  for (int i = 0; i < 6; ++i) {
-    for (int j = m_size - 11; j < m_size - 8; ++j) {
-      Set(i, j, false);
-      Set(j, i, false);
+  for (int bit = 0; bit < kQrVersionLength; ++bit) {
+    for (const auto [x, y] : QrVersionModules(m_size, bit)) {
+      Set(x, y, false);
     }
   }
 }

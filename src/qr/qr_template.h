@@ -1,11 +1,24 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
 
 namespace barcode {
+
+struct QrModule {
+  int x;
+  int y;
+};
+
+// The two places of one bit of the format information of a symbol of that size; bit 0 is the least
+// significant one.
+std::array<QrModule, 2> QrFormatModules(int size, int bit);
+
+// The same for the version information.
+std::array<QrModule, 2> QrVersionModules(int size, int bit);
 
 // The function patterns of one QR Code version and the order in which its free modules take the data.
 class QrTemplate {

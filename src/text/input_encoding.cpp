@@ -9,16 +9,28 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <stdexcept>
 #include <utility>
+
+#include "base/keywords.h"
 
 namespace barcode {
 namespace {
 
-constexpr std::string_view kUtf8 = "utf-8";
-constexpr std::string_view kShiftJis = "shift-jis";
+// Every other keyword means UTF-8.
+constexpr Keywords<CharacterSet, 3> kCharacterSets = {{
+    {"shift-jis", CharacterSet::kShiftJis},
+    {"Shift-JIS", CharacterSet::kShiftJis},
+    {"shift_jis", CharacterSet::kShiftJis},
+}};
 
 constexpr const char* kIconvUtf16 = std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
 constexpr const char* kIconvShiftJis = "CP932";
+
+constexpr const char* kNoShiftJisDecoder =
+    "Character set conversion is not available: cannot read Shift-JIS (CP932).";
+constexpr const char* kNoShiftJisEncoder =
+    "Character set conversion is not available: cannot write Shift-JIS (CP932).";
 
 // After an error iconv converts the text before it once more. Short chunks keep that repetition, and with it
 // the whole conversion, linear however many characters have no mapping.
@@ -40,16 +52,15 @@ class Iconv {
  public:
   enum class Stop { kNone, kIllegal, kIncomplete };
 
-  Iconv(const char* to, const char* from) : m_descriptor(iconv_open(to, from)) {}
-  ~Iconv() {
-    if (IsOpen()) {
-      iconv_close(m_descriptor);
+  // Throws std::runtime_error with the message when the C library has no such converter or cannot open it.
+  Iconv(const char* to, const char* from, const char* message) : m_descriptor(iconv_open(to, from)) {
+    if (m_descriptor == Invalid()) {
+      throw std::runtime_error(message);
     }
   }
+  ~Iconv() { iconv_close(m_descriptor); }
   Iconv(const Iconv&) = delete;
   Iconv& operator=(const Iconv&) = delete;
-
-  bool IsOpen() const { return m_descriptor != Invalid(); }
 
   // Converts from the front of `in`, which shrinks to what is left, and appends to `out`. `in` holds at most
   // kChunk units.
@@ -200,11 +211,8 @@ void DecodeUndefined(std::span<const char>& rest, std::u16string& units) {
 }
 
 std::u16string ShiftJisToUtf16(std::string_view bytes) {
-  Iconv converter(kIconvUtf16, kIconvShiftJis);
+  Iconv converter(kIconvUtf16, kIconvShiftJis, kNoShiftJisDecoder);
   std::u16string units;
-  if (!converter.IsOpen()) {
-    return units;
-  }
   units.reserve(bytes.size());
   std::span<const char> rest(bytes);
   while (!rest.empty()) {
@@ -227,11 +235,8 @@ char EncodeUnmapped(char16_t unit) {
 }
 
 std::string Utf16ToShiftJis(std::u16string units) {
-  Iconv converter(kIconvShiftJis, kIconvUtf16);
+  Iconv converter(kIconvShiftJis, kIconvUtf16, kNoShiftJisEncoder);
   std::string bytes;
-  if (!converter.IsOpen()) {
-    return bytes;
-  }
   // The code page holds nothing outside the basic plane, and iconv drops some of those characters silently:
   // each half of a pair becomes a character that certainly has no mapping.
   std::replace_if(units.begin(), units.end(), IsSurrogate, kReplacement);
@@ -254,10 +259,6 @@ bool IsAscii(std::string_view bytes) {
   return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<std::uint8_t>(c) < 0x80; });
 }
 
-bool IsShiftJisKeyword(std::string_view keyword) {
-  return keyword == "shift-jis" || keyword == "Shift-JIS" || keyword == "shift_jis";
-}
-
 }  // namespace
 
 bool IsValidUtf8(std::string_view bytes) {
@@ -271,21 +272,19 @@ bool IsValidUtf8(std::string_view bytes) {
   return true;
 }
 
-std::string ConvertEncoding(std::string_view bytes, std::string_view from, std::string_view to) {
+std::string ConvertEncoding(std::string_view bytes, CharacterSet from, CharacterSet to) {
   const std::string_view text = bytes.substr(0, bytes.find('\0'));
   if (IsAscii(text)) {
     return std::string(text);
   }
-  std::u16string units = from == kShiftJis ? ShiftJisToUtf16(text) : Utf8ToUtf16(text);
-  return to == kShiftJis ? Utf16ToShiftJis(std::move(units)) : Utf16ToUtf8(units);
+  std::u16string units = from == CharacterSet::kShiftJis ? ShiftJisToUtf16(text) : Utf8ToUtf16(text);
+  return to == CharacterSet::kShiftJis ? Utf16ToShiftJis(std::move(units)) : Utf16ToUtf8(units);
 }
 
 std::string ConvertInputEncoding(std::string_view bytes, std::string_view stringEncoding) {
-  const bool isUtf8 = IsValidUtf8(bytes);
-  if (IsShiftJisKeyword(stringEncoding)) {
-    return isUtf8 ? ConvertEncoding(bytes, kUtf8, kShiftJis) : std::string(bytes);
-  }
-  return isUtf8 ? std::string(bytes) : ConvertEncoding(bytes, kShiftJis, kUtf8);
+  const CharacterSet wanted = FindKeyword(kCharacterSets, stringEncoding).value_or(CharacterSet::kUtf8);
+  const CharacterSet given = IsValidUtf8(bytes) ? CharacterSet::kUtf8 : CharacterSet::kShiftJis;
+  return given == wanted ? std::string(bytes) : ConvertEncoding(bytes, given, wanted);
 }
 
 }  // namespace barcode

@@ -16,12 +16,8 @@ struct EvenSpacing {
   // A line of `length` characters (at least 1) of a font size, spread across barsWidth pixels from x. The
   // margin on either side depends on the width and is multiplied by marginScale.
   static EvenSpacing Across(int x, int barsWidth, std::size_t length, int fontSize, float marginScale);
-};
 
-// The vertical room of a line in pixels: where its top stands, and the edge that no image may cross.
-struct TextBox {
-  std::int64_t top = 0;
-  std::int64_t bottom = 0;
+  bool operator==(const EvenSpacing&) const = default;
 };
 
 }  // namespace barcode

@@ -9,6 +9,7 @@
 #include "support/barcode_object.h"
 #include "support/capture.h"
 #include "support/svg.h"
+#include "support/target_lines.h"
 
 namespace barcode::test {
 namespace {
@@ -20,14 +21,6 @@ using ::testing::StartsWith;
 
 constexpr const char* kFailed =
     "[DataMatrix] Failed to encode data. Data may be empty or contain invalid characters.\n";
-
-std::string TargetLines(const std::string& size) {
-  return "[ステップ1] 描画コンテキストを準備します...\n"
-         "  ターゲット: 画像ファイル用サーフェス (m_surface) の準備を開始します...\n"
-         "  BarcodeBase::Draw 呼び出し完了。\n"
-         "  サーフェス (サイズ " +
-         size + ") を使用します。\n";
-}
 
 class DataMatrixDraw : public ::testing::Test {
  protected:
@@ -207,9 +200,7 @@ TEST_F(DataMatrixDraw, ABoxSmallerThanTheSymbolHasModulesOfNoSize) {
   const Captured captured = Draw("123456", 9, 100);
   EXPECT_THAT(captured.out, HasSubstr("  モジュールサイズ: 0.00\n  実際の描画サイズ: 0 x 0\n"));
   const Image empty = code.Picture();
-  for (const Pixel& pixel : empty.pixels) {
-    ASSERT_EQ(pixel, kWhitePixel);
-  }
+  EXPECT_TRUE(IsBlank(empty));
   // The adjustment gives them one: all of them at the corner.
   barcode_set_px_adjust_black(code, 2);
   (void)Draw("123456", 9, 100);
@@ -228,9 +219,7 @@ TEST_F(DataMatrixDraw, AdjustmentWidensDarkModulesBothWays) {
   EXPECT_EQ(RunsOfRow(image, 89), (std::vector<int>{12, 18, 32, 8, 12, 18}));
   barcode_set_px_adjust_black(code, -10);
   (void)Draw("123456", 100, 100);
-  for (const Pixel& pixel : code.Picture().pixels) {
-    ASSERT_EQ(pixel, kWhitePixel);  // no module is left
-  }
+  EXPECT_TRUE(IsBlank(code.Picture()));  // no module is left
 }
 
 TEST_F(DataMatrixDraw, Colours) {

@@ -6,6 +6,7 @@
 
 #include "support/barcode_object.h"
 #include "support/capture.h"
+#include "support/size_report.h"
 #include "support/svg.h"
 
 namespace barcode::test {
@@ -20,11 +21,8 @@ class GS1DataBar14Draw : public ::testing::Test {
 
   int Draw(const char* text, int width, int height) { return barcode_draw_1d(code, text, width, height); }
 
-  // The bars of an SVG draw, without the background.
   std::vector<std::string> Bars(const char* text, int width, int height) {
-    auto rects = SvgElements(code.SvgOf(text, width, height), "rect");
-    rects.erase(rects.begin());
-    return rects;
+    return BarElements(code.SvgOf(text, width, height));
   }
 };
 
@@ -97,10 +95,7 @@ TEST_F(GS1DataBar14Draw, DiagnosticsOfOneRow) {
             "DEBUG DataBar14: m_rowCount=1\n"
             "DEBUG DataBar14: m_symbolType=0\n"
             "DEBUG DataBar14: row 0: height=-1, pattern[0:20]=11113311512741112212, pattern.length=46\n");
-  EXPECT_EQ(captured.out,
-            "指定サイズ: width=300, height=100\n"
-            "実際の描画サイズ: width=288\n"
-            "サーフェスサイズ: width=300, height=100\n");
+  EXPECT_EQ(captured.out, SizeReport(300, 100, "288"));
 }
 
 TEST_F(GS1DataBar14Draw, DiagnosticsOfAStackedDraw) {

@@ -6,6 +6,7 @@
 
 #include "support/barcode_object.h"
 #include "support/capture.h"
+#include "support/size_report.h"
 #include "support/svg.h"
 
 namespace barcode::test {
@@ -23,9 +24,7 @@ class GS1DataBarExpandedDraw : public ::testing::Test {
   BarcodeObject code{BARCODE_GS1_DATABAR_EXPANDED};
 
   std::vector<std::string> Bars(const char* text, int width, int height) {
-    auto rects = SvgElements(code.SvgOf(text, width, height), "rect");
-    rects.erase(rects.begin());
-    return rects;
+    return BarElements(code.SvgOf(text, width, height));
   }
 
   // Rows of bars, separators included.
@@ -159,10 +158,7 @@ TEST_F(GS1DataBarExpandedDraw, RasterRowsFollowTheModules) {
 
 TEST_F(GS1DataBarExpandedDraw, SizeReport) {
   const auto captured = Capture([&] { EXPECT_EQ(barcode_draw_stacked(code, kLong, 350, 300), 1); });
-  EXPECT_EQ(captured.out,
-            "指定サイズ: width=350, height=300\n"
-            "実際の描画サイズ: width=306\n"
-            "サーフェスサイズ: width=350, height=300\n");
+  EXPECT_EQ(captured.out, SizeReport(350, 300, "306"));
   EXPECT_EQ(captured.err, "");
 }
 

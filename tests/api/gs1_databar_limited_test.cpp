@@ -5,6 +5,7 @@
 
 #include "support/barcode_object.h"
 #include "support/capture.h"
+#include "support/size_report.h"
 #include "support/svg.h"
 
 namespace barcode::test {
@@ -17,9 +18,7 @@ class GS1DataBarLimitedDraw : public ::testing::Test {
   BarcodeObject code{BARCODE_GS1_DATABAR_LIMITED};
 
   std::vector<std::string> Bars(const char* text, int width, int height) {
-    auto rects = SvgElements(code.SvgOf(text, width, height), "rect");
-    rects.erase(rects.begin());
-    return rects;
+    return BarElements(code.SvgOf(text, width, height));
   }
 };
 
@@ -37,10 +36,7 @@ TEST_F(GS1DataBarLimitedDraw, BeginsWithASpace) {
 
 TEST_F(GS1DataBarLimitedDraw, SizeReportAndNothingOnStandardError) {
   const auto captured = Capture([&] { EXPECT_EQ(barcode_draw_1d(code, "1501234567890", 300, 100), 1); });
-  EXPECT_EQ(captured.out,
-            "指定サイズ: width=300, height=100\n"
-            "実際の描画サイズ: width=296\n"
-            "サーフェスサイズ: width=300, height=100\n");
+  EXPECT_EQ(captured.out, SizeReport(300, 100, "296"));
   EXPECT_EQ(captured.err, "");
 }
 

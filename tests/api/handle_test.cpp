@@ -5,14 +5,47 @@
 
 #include "support/barcode_object.h"
 #include "support/capture.h"
+#include "support/symbologies.h"
 
 namespace barcode::test {
 namespace {
 
 TEST(Handle, NumbersThatStandForNoSymbology) {
-  for (const int type : {-1, 19, 20, 1000, -2147483647 - 1, 2147483647}) {
+  const auto first = static_cast<int>(EverySymbology().size());
+  for (const int type : {-1, first, first + 1, 1000, -2147483647 - 1, 2147483647}) {
     EXPECT_EQ(barcode_create(type), nullptr) << type;
   }
+}
+
+TEST(Handle, EverySymbologyHasAValidTextThatBothOutputsDraw) {
+  for (const int type : EverySymbology()) {
+    const char* const text = ValidText(type);
+    ASSERT_NE(text, nullptr) << type;
+    const BarcodeObject object(type);
+    (void)Capture([&] {
+      EXPECT_EQ(barcode_draw_1d(object, text, 300, 120), 1) << type;
+      EXPECT_FALSE(IsBlank(object.Picture())) << type;
+      EXPECT_NE(object.SvgOf(text, 300, 120), "") << type;
+    });
+  }
+}
+
+// Usable in #if, as a host uses it.
+#if !BARCODE_VERSION_AT_LEAST(1, 0, 0)
+#error "the header is older than itself"
+#endif
+
+TEST(Header, VersionsCompareAsNumbers) {
+  const std::string text = std::to_string(BARCODE_VERSION_MAJOR) + '.' +
+                           std::to_string(BARCODE_VERSION_MINOR) + '.' +
+                           std::to_string(BARCODE_VERSION_PATCH);
+  EXPECT_EQ(text, BARCODE_VERSION_STRING);
+  EXPECT_TRUE(BARCODE_VERSION_AT_LEAST(BARCODE_VERSION_MAJOR, BARCODE_VERSION_MINOR, BARCODE_VERSION_PATCH));
+  EXPECT_FALSE(
+      BARCODE_VERSION_AT_LEAST(BARCODE_VERSION_MAJOR, BARCODE_VERSION_MINOR, BARCODE_VERSION_PATCH + 1));
+  EXPECT_FALSE(BARCODE_VERSION_AT_LEAST(BARCODE_VERSION_MAJOR, BARCODE_VERSION_MINOR + 1, 0));
+  EXPECT_FALSE(BARCODE_VERSION_AT_LEAST(BARCODE_VERSION_MAJOR + 1, 0, 0));
+  EXPECT_TRUE(BARCODE_VERSION_AT_LEAST(0, 999, 999));
 }
 
 TEST(Handle, DestroyIgnoresNull) {

@@ -10,6 +10,7 @@
 
 #include "support/barcode_object.h"
 #include "support/capture.h"
+#include "support/size_report.h"
 #include "support/svg.h"
 
 namespace barcode::test {
@@ -47,21 +48,12 @@ std::vector<std::string> Values(const std::vector<std::string>& elements, const 
 
 // x, width and height of each bar of a document, in order.
 std::vector<std::vector<std::string>> Bars(const std::string& document) {
-  const std::vector<std::string> rects = SvgElements(document, "rect");
-  std::vector<std::vector<std::string>> bars(rects.size() - 1);
-  std::transform(rects.begin() + 1, rects.end(), bars.begin(), [](const std::string& rect) {
+  const std::vector<std::string> rects = BarElements(document);
+  std::vector<std::vector<std::string>> bars(rects.size());
+  std::transform(rects.begin(), rects.end(), bars.begin(), [](const std::string& rect) {
     return std::vector{Attribute(rect, "x"), Attribute(rect, "width"), Attribute(rect, "height")};
   });
   return bars;
-}
-
-std::string TextOf(const std::vector<std::string>& elements) {
-  std::string text;
-  for (const std::string& element : elements) {
-    const std::size_t begin = element.find('>') + 1;
-    text += element.substr(begin, element.find('<', begin) - begin);
-  }
-  return text;
 }
 
 int DarkPixels(const Image& image, int left, int right, int top, int bottom) {
@@ -88,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(Types, RetailDraw, ::testing::Values(kJan13, kJan8, kUp
 TEST_P(RetailDraw, TheCheckDigitIsAppendedInBarsAndText) {
   const std::string appended = object.SvgOf(GetParam().text, 300, 100);
   EXPECT_EQ(appended, object.SvgOf(GetParam().code, 300, 100));
-  EXPECT_EQ(TextOf(SvgElements(appended, "text")), GetParam().code);
+  EXPECT_EQ(Contents(SvgElements(appended, "text")), GetParam().code);
   barcode_set_output_format(object, "png");
   ASSERT_EQ(Draw(GetParam().text), 1);
   const Image image = object.Picture();
@@ -138,7 +130,7 @@ TEST_P(RetailDraw, PlainLayoutIsTheCommonLinearDraw) {
   EXPECT_EQ(Bars(document).front().at(0), "0.00");
   EXPECT_EQ(right, GetParam().modules * module);
   const auto texts = SvgElements(document, "text");
-  EXPECT_EQ(TextOf(texts), GetParam().code);
+  EXPECT_EQ(Contents(texts), GetParam().code);
   EXPECT_EQ(Values(texts, "x"), (std::vector<std::string>{std::to_string(right / 2) + ".00"}));
   EXPECT_EQ(Values(texts, "y"), (std::vector<std::string>{"80.00"}));
 }
@@ -281,7 +273,7 @@ TEST(RetailMessages, UpcE) {
 TEST(UpcEDraw, EightDigitsAreDrawnWithTheirCheckDigitWhateverItIs) {
   const BarcodeObject object(BARCODE_UPC_E);
   const std::string wrong = object.SvgOf("06543211", 300, 100);
-  EXPECT_EQ(TextOf(SvgElements(wrong, "text")), "06543211");
+  EXPECT_EQ(Contents(SvgElements(wrong, "text")), "06543211");
   EXPECT_NE(Bars(wrong), Bars(object.SvgOf("06543217", 300, 100)));
 }
 
@@ -290,10 +282,7 @@ TEST(UpcEDraw, EightDigitsAreDrawnWithTheirCheckDigitWhateverItIs) {
 TEST(Jan13Extended, SizeReportCountsFromTheEdgeOfTheBox) {
   const BarcodeObject object(BARCODE_JAN13);
   const auto captured = Capture([&] { EXPECT_EQ(barcode_draw_1d(object, kJan13.text, 300, 100), 1); });
-  EXPECT_EQ(captured.out,
-            "指定サイズ: width=300, height=100\n"
-            "実際の描画サイズ: width=209\n"  // margin 19, 95 modules of 2
-            "サーフェスサイズ: width=300, height=100\n");
+  EXPECT_EQ(captured.out, SizeReport(300, 100, "209"));  // margin 19, 95 modules of 2
   EXPECT_EQ(captured.err, "");
 }
 
@@ -341,7 +330,7 @@ TEST(Jan13Extended, Svg) {
   const auto groups = SvgElements(object.SvgOf(kJan13.text, 300, 100), "text");
   EXPECT_THAT(Values(groups, "x"), ElementsAre("2.88", "67.20", "161.20"));
   EXPECT_THAT(Values(groups, "text-anchor"), ElementsAre("start", "middle", "middle"));
-  EXPECT_EQ(TextOf(groups), kJan13.code);
+  EXPECT_EQ(Contents(groups), kJan13.code);
 }
 
 TEST(Jan13Extended, TextSizesOfTheThreeBands) {

@@ -1,9 +1,9 @@
 // Handles on different threads do not disturb each other.
+#include "support/threads.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
-#include <thread>
-#include <vector>
 
 #include "support/barcode_object.h"
 #include "support/capture.h"
@@ -20,32 +20,9 @@ std::string DrawBoth(const std::string& text, int height) {
 }
 
 TEST(Threads, HandlesOnDifferentThreadsDrawWhatTheyDrawAlone) {
-  constexpr int kThreads = 4;
-  constexpr int kRounds = 30;
-  const auto text = [](int thread) { return "T" + std::to_string(thread); };
-  (void)Capture([&] {
-    std::vector<std::string> alone;
-    alone.reserve(kThreads);
-    for (int thread = 0; thread < kThreads; ++thread) {
-      alone.push_back(DrawBoth(text(thread), 60 + 20 * thread));
-    }
-    std::vector<int> differences(kThreads);
-    std::vector<std::thread> threads;
-    threads.reserve(kThreads);
-    for (int thread = 0; thread < kThreads; ++thread) {
-      threads.emplace_back([&, thread] {
-        for (int round = 0; round < kRounds; ++round) {
-          const auto index = static_cast<std::size_t>(thread);
-          if (DrawBoth(text(thread), 60 + 20 * thread) != alone[index]) {
-            ++differences[index];
-          }
-        }
-      });
-    }
-    for (std::thread& thread : threads) {
-      thread.join();
-    }
-    EXPECT_EQ(differences, std::vector<int>(kThreads));
+  (void)Capture([] {
+    ExpectThreadsDrawWhatTheyDrawAlone(
+        30, [](int thread) { return DrawBoth("T" + std::to_string(thread), 60 + 20 * thread); });
   });
 }
 

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string_view>
 
-namespace barcode {
+namespace barcode::datamatrix {
 namespace {
 
 [[noreturn]] void Refuse(const char* reason) {
@@ -192,4 +192,4 @@ std::string DecodeCodewords(std::span<const std::uint8_t> codewords) {
   return Decoder(codewords).Run();
 }
 
-}  // namespace barcode
+}  // namespace barcode::datamatrix

@@ -4,17 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <optional>
 
 #include "datamatrix/codeword_decoder.h"
 #include "datamatrix/corpus.h"
-#include "datamatrix/encodation.h"
 #include "datamatrix/error_correction.h"
-#include "datamatrix/symbol_attributes.h"
+#include "datamatrix/symbol_sizes.h"
 
-namespace barcode {
+namespace barcode::datamatrix {
 namespace {
 
-using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
@@ -22,40 +21,50 @@ using ::testing::SizeIs;
 
 using Codewords = std::vector<std::uint8_t>;
 
-constexpr int kAscii = static_cast<int>(EncodationScheme::kAscii);
-constexpr int kC40 = static_cast<int>(EncodationScheme::kC40);
-constexpr int kText = static_cast<int>(EncodationScheme::kText);
-constexpr int kX12 = static_cast<int>(EncodationScheme::kX12);
-constexpr int kEdifact = static_cast<int>(EncodationScheme::kEdifact);
-constexpr int kBase256 = static_cast<int>(EncodationScheme::kBase256);
+// What a case or a loop may select: a scheme of its own or, without one, automatic. The same of sizes.
+using SchemeOption = std::optional<Scheme>;
+using SizeOption = std::optional<std::size_t>;
 
-constexpr int k10x10 = 0;
-constexpr int k12x12 = 1;
-constexpr int k14x14 = 2;
-constexpr int k16x16 = 3;
-constexpr int k26x26 = 8;
-constexpr int k64x64 = 15;
-constexpr int k144x144 = 23;
-constexpr int k8x32 = 25;
+constexpr auto kAscii = Scheme::kAscii;
+constexpr auto kC40 = Scheme::kC40;
+constexpr auto kText = Scheme::kText;
+constexpr auto kX12 = Scheme::kX12;
+constexpr auto kEdifact = Scheme::kEdifact;
+constexpr auto kBase256 = Scheme::kBase256;
+constexpr auto kAutomatic = std::nullopt;
 
-Codewords Encode(std::string_view text, int scheme, int size = kAutomaticSquareSize) {
-  EncoderMessages messages;
-  Codewords codewords = EncodeCodewords(text, scheme, size, messages);
-  EXPECT_THAT(messages, IsEmpty());
+constexpr SchemeOption kSchemeOptions[] = {kAutomatic, kAscii, kC40, kText, kX12, kEdifact, kBase256};
+
+constexpr std::size_t k10x10 = 0;
+constexpr std::size_t k12x12 = 1;
+constexpr std::size_t k14x14 = 2;
+constexpr std::size_t k16x16 = 3;
+constexpr std::size_t k26x26 = 8;
+constexpr std::size_t k64x64 = 15;
+constexpr std::size_t k144x144 = 23;
+constexpr std::size_t k8x32 = 25;
+
+Codewords Encode(std::string_view text, SchemeOption scheme, SizeOption size = {}) {
+  EncoderLines lines;
+  Codewords codewords = EncodeCodewords(text, {scheme, size}, lines);
+  EXPECT_TRUE(lines.Empty());
   return codewords;
 }
 
 // What a reader of the padded symbol decodes.
-std::string Decode(Codewords codewords, int sizeOption) {
-  EncoderMessages messages;
-  PadCodewords(codewords, SelectSize(codewords.size(), sizeOption), messages);
+std::string Decode(Codewords codewords, SizeOption size = {}) {
+  PadCodewords(codewords, *FindSize(AdmittedSizes(size), codewords.size()));
   return DecodeCodewords(codewords);
+}
+
+std::string_view NameOf(SchemeOption scheme) {
+  return scheme ? kSchemeKeywords[static_cast<std::size_t>(*scheme)].first : "AUTO";
 }
 
 struct Case {
   const char* name;
-  int scheme;
-  int size;
+  Scheme scheme;
+  std::size_t size;
   std::string_view text;
   Codewords codewords;
 };
@@ -124,20 +133,8 @@ TEST_P(CodewordCases, EncodesAsTheStandardSaysAndDecodes) {
 
 INSTANTIATE_TEST_SUITE_P(DataMatrix, CodewordCases, ::testing::ValuesIn(kCases));
 
-TEST(CodewordEncoder, NoEncodationGivesNoCodewords) {
-  EXPECT_THAT(Encode("123456", kNoEncodation), IsEmpty());
-}
-
-TEST(CodewordEncoder, UnknownSchemeIsToldAndGivesNoCodewords) {
-  for (const int scheme : {-3, 6, 1000}) {
-    EncoderMessages messages;
-    EXPECT_THAT(EncodeCodewords("123456", scheme, kAutomaticSquareSize, messages), IsEmpty());
-    EXPECT_THAT(messages, ElementsAre("Invalid encoding scheme selected!\n"));
-  }
-}
-
 TEST(CodewordEncoder, EmptyTextGivesNoCodewords) {
-  for (int scheme = kAutomaticScheme; scheme < kEncodationSchemes; ++scheme) {
+  for (const SchemeOption scheme : kSchemeOptions) {
     EXPECT_THAT(Encode("", scheme), IsEmpty());
   }
 }
@@ -167,90 +164,85 @@ TEST(CodewordEncoder, Base256LengthCodewords) {
 
 TEST(CodewordEncoder, LargestTexts) {
   struct Largest {
-    int scheme;
+    SchemeOption scheme;
     char character;
     std::size_t longest;
   };
   // 1,558 codewords.
-  constexpr Largest kLargest[] = {{kAscii, '1', 3116},
-                                  {kAscii, 'A', 1558},
-                                  {kAscii, '\xE9', 779},
-                                  {kC40, 'A', 2335},
-                                  {kText, 'a', 2335},
-                                  {kX12, 'A', 2335},
-                                  {kEdifact, 'A', 2076},
-                                  {kBase256, 'A', 1556},
-                                  {kAutomaticScheme, '1', 3116},
-                                  {kAutomaticScheme, 'A', 2335},
-                                  {kAutomaticScheme, 'a', 2335},
-                                  {kAutomaticScheme, '!', 2076},
-                                  {kAutomaticScheme, '\xE9', 1556}};
+  constexpr Largest kLargest[] = {{kAscii, '1', 3116},       {kAscii, 'A', 1558},     {kAscii, '\xE9', 779},
+                                  {kC40, 'A', 2335},         {kText, 'a', 2335},      {kX12, 'A', 2335},
+                                  {kEdifact, 'A', 2076},     {kBase256, 'A', 1556},   {kAutomatic, '1', 3116},
+                                  {kAutomatic, 'A', 2335},   {kAutomatic, 'a', 2335}, {kAutomatic, '!', 2076},
+                                  {kAutomatic, '\xE9', 1556}};
   for (const Largest& largest : kLargest) {
-    SCOPED_TRACE(largest.scheme);
+    SCOPED_TRACE(NameOf(largest.scheme));
     const std::string text(largest.longest, largest.character);
     EXPECT_EQ(Decode(Encode(text, largest.scheme), k144x144), text);
-    EncoderMessages messages;
-    EXPECT_THAT(EncodeCodewords(text + largest.character, largest.scheme, k144x144, messages), IsEmpty());
+    EncoderLines lines;
+    EXPECT_THAT(EncodeCodewords(text + largest.character, {largest.scheme, k144x144}, lines), IsEmpty());
   }
 }
 
 TEST(CodewordEncoder, TextBeyondTheBufferStopsWithAMessage) {
-  EncoderMessages messages;
-  EXPECT_THAT(EncodeCodewords(std::string(4097, 'A'), kAscii, kAutomaticSquareSize, messages), IsEmpty());
-  EXPECT_THAT(messages, ElementsAre("Can't push input word, encoded length exceeds limits!\n"));
-  messages.clear();
-  EXPECT_THAT(EncodeCodewords(std::string(8000, 'A'), kAutomaticScheme, kAutomaticSquareSize, messages),
-              IsEmpty());
-  EXPECT_THAT(messages, Each("Can't push input word, encoded length exceeds limits!\n"));
-  EXPECT_GE(messages.size(), 1U);
-  EXPECT_LT(messages.size(), 50U);
+  EncoderLines lines;
+  EXPECT_THAT(EncodeCodewords(std::string(4097, 'A'), {}, lines), IsEmpty());
+  constexpr std::string_view kLine = "Can't push input word, encoded length exceeds limits!\n";
+  EXPECT_EQ(lines.Text(), kLine);
+  EncoderLines automatic;
+  EXPECT_THAT(EncodeCodewords(std::string(8000, 'A'), {.scheme = kAutomatic}, automatic), IsEmpty());
+  std::string_view rest = automatic.Text();
+  std::size_t count = 0;
+  for (; rest.starts_with(kLine); ++count) {
+    rest.remove_prefix(kLine.size());
+  }
+  EXPECT_EQ(rest, "");
+  EXPECT_GE(count, 1U);
+  EXPECT_LT(count, 50U);
 }
 
 TEST(CodewordEncoder, MegabyteIsRefusedAtOnce) {
   const std::string text(1 << 20, '1');
-  for (int scheme = kAutomaticScheme; scheme < kEncodationSchemes; ++scheme) {
-    EncoderMessages messages;
+  for (const SchemeOption scheme : kSchemeOptions) {
+    EncoderLines lines;
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_THAT(EncodeCodewords(text, scheme, kAutomaticSquareSize, messages), IsEmpty());
+    EXPECT_THAT(EncodeCodewords(text, {.scheme = scheme}, lines), IsEmpty());
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(50));
-    EXPECT_THAT(messages, ElementsAre("Encoding failed, data length out of range!\n"));
+    EXPECT_EQ(lines.Text(), "Encoding failed, data length out of range!\n");
   }
 }
 
 TEST(CodewordEncoder, EverySchemeDecodesToTheText) {
-  for (int scheme = 0; scheme < kEncodationSchemes; ++scheme) {
-    DataMatrixCorpus corpus(static_cast<unsigned>(scheme) + 1);
+  for (const Scheme scheme : kSchemes) {
+    Corpus corpus(static_cast<unsigned>(scheme) + 1);
     for (int round = 0; round < 30'000; ++round) {
-      const std::string text = corpus.ForScheme(static_cast<EncodationScheme>(scheme), 60);
+      const std::string text = corpus.ForScheme(scheme, 60);
       const Codewords codewords = Encode(text, scheme);
-      ASSERT_EQ(Decode(codewords, kAutomaticSquareSize), text) << "scheme " << scheme;
+      ASSERT_EQ(Decode(codewords), text) << NameOf(scheme);
     }
   }
 }
 
 TEST(CodewordEncoder, LongTextsDecodeToTheText) {
-  for (int scheme = kAutomaticScheme; scheme < kEncodationSchemes; ++scheme) {
-    DataMatrixCorpus corpus(static_cast<unsigned>(scheme) + 11);
+  for (const SchemeOption scheme : kSchemeOptions) {
+    Corpus corpus(scheme ? static_cast<unsigned>(*scheme) + 11 : 10);
     for (int round = 0; round < 100; ++round) {
-      const auto alphabet = static_cast<EncodationScheme>(scheme < 0 ? kAscii : scheme);
-      const std::string text = corpus.ForScheme(alphabet, 750);
-      ASSERT_EQ(Decode(Encode(text, scheme), kAutomaticSquareSize), text) << "scheme " << scheme;
+      const std::string text = corpus.ForScheme(scheme.value_or(kAscii), 750);
+      ASSERT_EQ(Decode(Encode(text, scheme)), text) << NameOf(scheme);
     }
   }
 }
 
 TEST(CodewordEncoder, AutomaticDecodesAndIsNeverLongerThanAFixedScheme) {
-  DataMatrixCorpus corpus(7);
+  Corpus corpus(7);
   for (int round = 0; round < 30'000; ++round) {
     const std::string text = corpus.Mixed(40);
-    const int options[] = {kAutomaticSquareSize, kAutomaticRectangularSize,
-                           static_cast<int>(corpus.Below(30))};
-    const int option = options[corpus.Below(3)];
-    const Codewords automatic = Encode(text, kAutomaticScheme, option);
+    const std::size_t place = corpus.Below(kSymbolSizes.size());
+    const SizeOption option = corpus.Below(2) == 0 ? SizeOption() : place;
+    const Codewords automatic = Encode(text, kAutomatic, option);
     if (!automatic.empty()) {
       ASSERT_EQ(Decode(automatic, option), text);
     }
-    for (int scheme = 0; scheme < kEncodationSchemes; ++scheme) {
+    for (const Scheme scheme : kSchemes) {
       const Codewords fixed = Encode(text, scheme, option);
       if (!fixed.empty()) {
         ASSERT_FALSE(automatic.empty()) << text;
@@ -264,24 +256,24 @@ TEST(CodewordEncoder, AutomaticDecodesAndIsNeverLongerThanAFixedScheme) {
 // Texts of which the channels alone would need one codeword more than the fixed scheme: its end-of-data rule
 // makes it shorter only at the very end.
 TEST(CodewordEncoder, AutomaticKnowsTheEndOfDataOfFixedSchemes) {
-  EXPECT_THAT(Encode("A1111AAAA1A1", kAutomaticScheme, kAutomaticRectangularSize), SizeIs(9));
-  EXPECT_THAT(Encode("12  *1B>*>*22 1", kAutomaticScheme), SizeIs(11));
+  EXPECT_THAT(Encode("A1111AAAA1A1", kAutomatic, k8x32), SizeIs(9));
+  EXPECT_THAT(Encode("12  *1B>*>*22 1", kAutomatic), SizeIs(11));
 }
 
 TEST(CodewordEncoder, AutomaticPrefersTheLowerSchemeOnTies) {
-  EXPECT_THAT(Encode("AIM", kAutomaticScheme), ElementsAre(66, 74, 78));
-  EXPECT_THAT(Encode("AIMAIM", kAutomaticScheme), ElementsAre(230, 91, 11, 91, 11));
+  EXPECT_THAT(Encode("AIM", kAutomatic), ElementsAre(66, 74, 78));
+  EXPECT_THAT(Encode("AIMAIM", kAutomatic), ElementsAre(230, 91, 11, 91, 11));
 }
 
 TEST(CodewordEncoder, AutomaticIsFast) {
-  DataMatrixCorpus corpus(3);
-  const std::string text = corpus.ForScheme(EncodationScheme::kX12, 3000) + std::string(1000, '7');
+  Corpus corpus(3);
+  const std::string text = corpus.ForScheme(Scheme::kX12, 3000) + std::string(1000, '7');
   const auto start = std::chrono::steady_clock::now();
-  EncoderMessages messages;
-  EncodeCodewords(text, kAutomaticScheme, kAutomaticSquareSize, messages);
+  EncoderLines lines;
+  EncodeCodewords(text, {.scheme = kAutomatic}, lines);
   // Milliseconds; the bound leaves room for sanitizers and busy machines, not for quadratic time.
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500));
 }
 
 }  // namespace
-}  // namespace barcode
+}  // namespace barcode::datamatrix

@@ -2,29 +2,30 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <utility>
+
 #include "datamatrix/codeword_decoder.h"
 #include "datamatrix/corpus.h"
 
-namespace barcode {
+namespace barcode::datamatrix {
 namespace {
 
 std::vector<SchemePlan> AllPlans(std::string_view text) {
-  EncoderMessages messages;
-  std::vector<SchemePlan> plans = OptimizePlans(text, messages);
-  for (int scheme = 0; scheme < kEncodationSchemes; ++scheme) {
-    for (SchemePlan& plan : FixedPlan(text, static_cast<EncodationScheme>(scheme), messages)) {
-      plans.push_back(std::move(plan));
+  EncoderLines lines;
+  std::vector<SchemePlan> plans = OptimizePlans(text, lines);
+  for (const Scheme scheme : kSchemes) {
+    if (std::optional<SchemePlan> plan = FixedPlan(text, scheme, lines)) {
+      plans.push_back(*std::move(plan));
     }
   }
   return plans;
 }
 
 std::vector<std::uint8_t> Padded(std::vector<std::uint8_t> codewords, std::size_t capacity) {
-  EncoderMessages messages;
   bool first = true;
   while (codewords.size() < capacity) {
-    codewords.push_back(first ? kPadCodeword
-                              : Randomize253State(kPadCodeword, codewords.size() + 1, messages));
+    codewords.push_back(first ? kPadCodeword : Randomize253State(kPadCodeword, codewords.size() + 1));
     first = false;
   }
   return codewords;
@@ -34,7 +35,7 @@ std::vector<std::uint8_t> Padded(std::vector<std::uint8_t> codewords, std::size_
 // n codewords fits every capacity of at least n, so that the size chosen by the count is the size it was
 // written for.
 TEST(CodewordWriter, EveryPlanDecodesAtEveryCapacity) {
-  DataMatrixCorpus corpus(9);
+  Corpus corpus(9);
   for (int round = 0; round < 1500; ++round) {
     const std::string text = corpus.Mixed(24);
     const std::vector<std::size_t> asciiLengths = AsciiLengths(text);
@@ -62,9 +63,9 @@ TEST(CodewordWriter, EveryPlanDecodesAtEveryCapacity) {
 TEST(CodewordWriter, FieldOfUnstateableLengthInsideATextFitsNothing) {
   const std::string text = std::string(1556, '\xE9') + "A";
   const std::vector<std::size_t> asciiLengths = AsciiLengths(text);
-  const SchemePlan plan = {{EncodationScheme::kBase256, 0, 1556}, {EncodationScheme::kC40, 1556, 1557}};
+  const SchemePlan plan = {{Scheme::kBase256, 0, 1556}, {Scheme::kC40, 1556, 1557}};
   EXPECT_FALSE(CodewordWriter(text, asciiLengths, plan).Count(5000));
 }
 
 }  // namespace
-}  // namespace barcode
+}  // namespace barcode::datamatrix

@@ -4,14 +4,14 @@
 #include <string>
 #include <vector>
 
-#include "datamatrix/encodation.h"
+#include "datamatrix/schemes.h"
 
-namespace barcode {
+namespace barcode::datamatrix {
 
 // Seeded random texts: stretches of the characters that each scheme packs best, with a few that it does not.
-class DataMatrixCorpus {
+class Corpus {
  public:
-  explicit DataMatrixCorpus(unsigned seed) : m_random(seed) {}
+  explicit Corpus(unsigned seed) : m_random(seed) {}
 
   // Any bytes.
   std::string Mixed(std::size_t longest) {
@@ -27,14 +27,14 @@ class DataMatrixCorpus {
   }
 
   // Bytes that the scheme has.
-  std::string ForScheme(EncodationScheme scheme, std::size_t longest) {
-    if (scheme != EncodationScheme::kX12 && scheme != EncodationScheme::kEdifact) {
+  std::string ForScheme(Scheme scheme, std::size_t longest) {
+    if (scheme != Scheme::kX12 && scheme != Scheme::kEdifact) {
       return Mixed(longest);
     }
     std::string text(Size(longest), ' ');
     for (char& c : text) {
-      c = scheme == EncodationScheme::kX12 ? Pick("\r*> 0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ")
-                                           : static_cast<char>(32 + Below(63));
+      c = scheme == Scheme::kX12 ? Pick("\r*> 0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ")
+                                 : static_cast<char>(32 + Below(63));
     }
     return text;
   }
@@ -62,4 +62,4 @@ class DataMatrixCorpus {
   std::mt19937 m_random;
 };
 
-}  // namespace barcode
+}  // namespace barcode::datamatrix

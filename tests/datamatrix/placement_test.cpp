@@ -5,30 +5,23 @@
 
 #include <array>
 
-#include "datamatrix/symbol_attributes.h"
-
-namespace barcode {
+namespace barcode::datamatrix {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 using Codewords = std::vector<std::uint8_t>;
 
-std::size_t CodewordCount(int size) {
-  return static_cast<std::size_t>(MappingRows(size) * MappingColumns(size) / 8);
-}
-
-ModuleMatrix Place(const Codewords& codewords, int size) {
-  EncoderMessages messages;
-  ModuleMatrix mapping = PlaceModules(codewords, MappingRows(size), MappingColumns(size), messages);
-  EXPECT_THAT(messages, IsEmpty());
+ModuleMatrix Place(const Codewords& codewords, const SymbolSize& size) {
+  EncoderLines lines;
+  ModuleMatrix mapping = PlaceModules(codewords, size, lines);
+  EXPECT_TRUE(lines.Empty());
   return mapping;
 }
 
 // The cells that hold bit `bit` (1 = most significant) of codeword `number` (1 = first).
-std::vector<std::pair<int, int>> CellsOf(std::size_t number, unsigned bit, int size) {
-  Codewords codewords(CodewordCount(size));
+std::vector<std::pair<int, int>> CellsOf(std::size_t number, unsigned bit, const SymbolSize& size) {
+  Codewords codewords(size.Codewords());
   const ModuleMatrix light = Place(codewords, size);
   codewords[number - 1] = static_cast<std::uint8_t>(0x80U >> (bit - 1));
   const ModuleMatrix mapping = Place(codewords, size);
@@ -52,27 +45,28 @@ TEST(PlaceModules, MapOfThe10x10Symbol) {
   for (int row = 0; row < 8; ++row) {
     for (int column = 0; column < 8; ++column) {
       const int cell = kMap[row][column];
-      EXPECT_THAT(CellsOf(static_cast<std::size_t>(cell / 10), static_cast<unsigned>(cell % 10), 0),
-                  ElementsAre(std::pair(row, column)));
+      EXPECT_THAT(
+          CellsOf(static_cast<std::size_t>(cell / 10), static_cast<unsigned>(cell % 10), kSymbolSizes[0]),
+          ElementsAre(std::pair(row, column)));
     }
   }
 }
 
 TEST(PlaceModules, EveryBitOfEverySizeHasItsOwnCell) {
-  for (int size = 0; size < kSymbolSizes; ++size) {
-    SCOPED_TRACE(size);
+  for (const SymbolSize& size : kSymbolSizes) {
+    SCOPED_TRACE(size.dataCodewords);
     // Numbering the bits in binary, one symbol per binary digit, tells where each bit went.
-    const std::size_t bits = CodewordCount(size) * 8;
-    std::vector<std::size_t> bitAt(static_cast<std::size_t>(MappingRows(size) * MappingColumns(size)));
+    const std::size_t bits = size.Codewords() * 8;
+    std::vector<std::size_t> bitAt(static_cast<std::size_t>(size.MappingRows() * size.MappingColumns()));
     for (std::size_t digit = 1; digit <= bits; digit <<= 1U) {
-      Codewords codewords(CodewordCount(size));
+      Codewords codewords(size.Codewords());
       for (std::size_t bit = 0; bit < bits; ++bit) {
         if (((bit + 1) & digit) != 0) {
           codewords[bit / 8] |= static_cast<std::uint8_t>(0x80U >> bit % 8);
         }
       }
       const ModuleMatrix mapping = Place(codewords, size);
-      const ModuleMatrix light = Place(Codewords(CodewordCount(size)), size);
+      const ModuleMatrix light = Place(Codewords(size.Codewords()), size);
       for (std::size_t cell = 0; cell < bitAt.size(); ++cell) {
         const int x = static_cast<int>(cell) % mapping.Columns();
         const int y = static_cast<int>(cell) / mapping.Columns();
@@ -90,12 +84,12 @@ TEST(PlaceModules, EveryBitOfEverySizeHasItsOwnCell) {
 
 TEST(PlaceModules, FixedCellsOfTheLowerRightCorner) {
   // 12x12: 100 cells, 12 codewords.
-  const ModuleMatrix mapping = Place(Codewords(12), 1);
+  const ModuleMatrix mapping = Place(Codewords(12), kSymbolSizes[1]);
   EXPECT_TRUE(mapping.At(9, 9));
   EXPECT_TRUE(mapping.At(8, 8));
   EXPECT_FALSE(mapping.At(8, 9));
   EXPECT_FALSE(mapping.At(9, 8));
-  const ModuleMatrix dark = Place(Codewords(12, 255), 1);
+  const ModuleMatrix dark = Place(Codewords(12, 255), kSymbolSizes[1]);
   EXPECT_FALSE(dark.At(8, 9));
   EXPECT_FALSE(dark.At(9, 8));
 }
@@ -104,7 +98,7 @@ TEST(PlaceModules, CornerCases) {
   // The codeword that a corner condition places, recognised by its most significant bit.
   struct Corner {
     const char* name;
-    int size;
+    std::size_t size;
     std::pair<int, int> first;
     std::pair<int, int> last;
   };
@@ -117,35 +111,32 @@ TEST(PlaceModules, CornerCases) {
   for (const Corner& corner : kCorners) {
     SCOPED_TRACE(corner.name);
     bool found = false;
-    for (std::size_t number = 1; number <= CodewordCount(corner.size); ++number) {
-      found = found || (CellsOf(number, 1, corner.size).front() == corner.first &&
-                        CellsOf(number, 8, corner.size).front() == corner.last);
+    for (std::size_t number = 1; number <= kSymbolSizes[corner.size].Codewords(); ++number) {
+      found = found || (CellsOf(number, 1, kSymbolSizes[corner.size]).front() == corner.first &&
+                        CellsOf(number, 8, kSymbolSizes[corner.size]).front() == corner.last);
     }
     EXPECT_TRUE(found);
   }
 }
 
-TEST(PlaceModules, WrongSizesAreTold) {
-  EncoderMessages messages;
-  EXPECT_TRUE(PlaceModules(Codewords(7), 8, 8, messages).Empty());
-  EXPECT_TRUE(PlaceModules(Codewords(8), 4, 16, messages).Empty());
-  EXPECT_TRUE(PlaceModules(Codewords(8), -1, -1, messages).Empty());
-  EXPECT_THAT(messages,
-              ElementsAre("Error with module placement ECC 200\n", "Error with module placement ECC 200\n",
-                          "Error with module placement ECC 200\n"));
+TEST(PlaceModules, WrongNumberOfCodewordsIsTold) {
+  EncoderLines lines;
+  EXPECT_TRUE(PlaceModules(Codewords(7), kSymbolSizes[0], lines).Empty());
+  EXPECT_TRUE(PlaceModules(Codewords(9), kSymbolSizes[0], lines).Empty());
+  EXPECT_EQ(lines.Text(),
+            "Error with module placement ECC 200\n"
+            "Error with module placement ECC 200\n");
 }
 
 TEST(FrameRegions, EveryRegionOfEverySizeIsFramed) {
-  for (int size = 0; size < kSymbolSizes; ++size) {
-    SCOPED_TRACE(size);
-    const ModuleMatrix mapping = Place(Codewords(CodewordCount(size), 0xA5), size);
+  for (const SymbolSize& size : kSymbolSizes) {
+    SCOPED_TRACE(size.dataCodewords);
+    const ModuleMatrix mapping = Place(Codewords(size.Codewords(), 0xA5), size);
     const ModuleMatrix symbol = FrameRegions(mapping, size);
-    const int across = LookUpSymbolAttribute(SymbolAttribute::kHorizontalRegions, size);
-    const int down = LookUpSymbolAttribute(SymbolAttribute::kVerticalRegions, size);
-    ASSERT_EQ(symbol.Columns(), LookUpSymbolAttribute(SymbolAttribute::kColumns, size));
-    ASSERT_EQ(symbol.Rows(), LookUpSymbolAttribute(SymbolAttribute::kRows, size));
-    const int width = symbol.Columns() / across;
-    const int height = symbol.Rows() / down;
+    ASSERT_EQ(symbol.Columns(), size.columns);
+    ASSERT_EQ(symbol.Rows(), size.rows);
+    const int width = size.columns / size.horizontalRegions;
+    const int height = size.rows / size.verticalRegions;
     for (int x = 0; x < symbol.Columns(); ++x) {
       for (int y = 0; y < symbol.Rows(); ++y) {
         const int column = x % width;
@@ -167,10 +158,10 @@ TEST(FrameRegions, EveryRegionOfEverySizeIsFramed) {
 }
 
 TEST(FrameRegions, OtherMatricesGiveNothing) {
-  EXPECT_TRUE(FrameRegions(ModuleMatrix(), 0).Empty());
-  EXPECT_TRUE(FrameRegions(ModuleMatrix(8, 8), 1).Empty());
-  EXPECT_TRUE(FrameRegions(ModuleMatrix(8, 8), -1).Empty());
+  EXPECT_TRUE(FrameRegions(ModuleMatrix(), kSymbolSizes[0]).Empty());
+  EXPECT_TRUE(FrameRegions(ModuleMatrix(8, 8), kSymbolSizes[1]).Empty());
+  EXPECT_TRUE(FrameRegions(ModuleMatrix(16, 6), kSymbolSizes[0]).Empty());
 }
 
 }  // namespace
-}  // namespace barcode
+}  // namespace barcode::datamatrix

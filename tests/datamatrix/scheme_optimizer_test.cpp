@@ -5,27 +5,28 @@
 
 #include "datamatrix/corpus.h"
 
-namespace barcode {
+namespace barcode::datamatrix {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-constexpr auto kAscii = EncodationScheme::kAscii;
-constexpr auto kC40 = EncodationScheme::kC40;
-constexpr auto kEdifact = EncodationScheme::kEdifact;
-constexpr auto kBase256 = EncodationScheme::kBase256;
+constexpr auto kAscii = Scheme::kAscii;
+constexpr auto kC40 = Scheme::kC40;
+constexpr auto kEdifact = Scheme::kEdifact;
+constexpr auto kBase256 = Scheme::kBase256;
 
 std::vector<SchemePlan> Optimize(std::string_view text) {
-  EncoderMessages messages;
-  std::vector<SchemePlan> plans = OptimizePlans(text, messages);
-  EXPECT_THAT(messages, IsEmpty());
+  EncoderLines lines;
+  std::vector<SchemePlan> plans = OptimizePlans(text, lines);
+  EXPECT_TRUE(lines.Empty());
   return plans;
 }
 
 // The plan of the channel that ends in the scheme.
-SchemePlan PlanEndingIn(EncodationScheme scheme, std::string_view text) {
+SchemePlan PlanEndingIn(Scheme scheme, std::string_view text) {
   for (const SchemePlan& plan : Optimize(text)) {
     if (plan.back().scheme == scheme) {
       return plan;
@@ -68,7 +69,7 @@ TEST(OptimizePlans, EqualLengthsKeepTheLowerScheme) {
 }
 
 TEST(OptimizePlans, PlansCoverTheTextWithoutGaps) {
-  DataMatrixCorpus corpus(5);
+  Corpus corpus(5);
   for (int round = 0; round < 2000; ++round) {
     const std::string text = corpus.Mixed(60);
     for (const SchemePlan& plan : Optimize(text)) {
@@ -85,17 +86,17 @@ TEST(OptimizePlans, PlansCoverTheTextWithoutGaps) {
 }
 
 TEST(OptimizePlans, FatalChannelsEndTheEncoding) {
-  EncoderMessages messages;
-  EXPECT_THAT(OptimizePlans(std::string(6000, '\xE9'), messages), IsEmpty());
-  EXPECT_THAT(messages, ::testing::Contains("Can't push input word, encoded length exceeds limits!\n"));
-  EXPECT_THAT(messages, ::testing::Contains("Encoding length out of range!\n"));
+  EncoderLines lines;
+  EXPECT_THAT(OptimizePlans(std::string(6000, '\xE9'), lines), IsEmpty());
+  EXPECT_THAT(lines.Text(), HasSubstr("Can't push input word, encoded length exceeds limits!\n"));
+  EXPECT_THAT(lines.Text(), HasSubstr("Encoding length out of range!\n"));
 }
 
 TEST(FixedPlan, WholeTextInTheScheme) {
-  EncoderMessages messages;
-  EXPECT_THAT(FixedPlan("ABC", kC40, messages), ElementsAre(ElementsAre(SchemeRun{kC40, 0, 3})));
-  EXPECT_THAT(FixedPlan("ABa", kEdifact, messages), IsEmpty());
+  EncoderLines lines;
+  EXPECT_EQ(FixedPlan("ABC", kC40, lines), (SchemePlan{{kC40, 0, 3}}));
+  EXPECT_EQ(FixedPlan("ABa", kEdifact, lines), std::nullopt);
 }
 
 }  // namespace
-}  // namespace barcode
+}  // namespace barcode::datamatrix

@@ -18,18 +18,6 @@ using test::CaptureInternal;
 using test::Failing;
 using test::Fault;
 
-// Rows of a drawn picture from `top` on, where nothing but digits stands.
-bool HasInkBelow(const test::Image& image, int top) {
-  for (int y = top; y < image.height; ++y) {
-    for (int x = 0; x < image.width; ++x) {
-      if (image.At(x, y) != test::kWhitePixel) {
-        return true;
-      }
-    }
-  }
-  return false;
-}
-
 TEST(GuardBarFaults, NoFontOfTheSizeAskedLeavesTheDigitsOut) {
   Jan13 symbol("png");
   const auto captured = CaptureInternal([&] {
@@ -41,7 +29,7 @@ TEST(GuardBarFaults, NoFontOfTheSizeAskedLeavesTheDigitsOut) {
             "TTF_OpenFont error: injected\n");
   const test::Image image = test::DecodePng(symbol.GetImageData());
   EXPECT_EQ(image.At(19, 79), test::kBlackPixel);
-  EXPECT_FALSE(HasInkBelow(image, 80));
+  EXPECT_TRUE(test::InkedRows(image, 80).empty());
 }
 
 TEST(GuardBarFaults, WithoutTheSharedFontTheDigitsAreLeftOut) {
@@ -55,7 +43,7 @@ TEST(GuardBarFaults, WithoutTheSharedFontTheDigitsAreLeftOut) {
   EXPECT_EQ(captured.err, "");
   const test::Image image = test::DecodePng(symbol->GetImageData());
   EXPECT_EQ(image.At(0, 79), test::kBlackPixel);  // the digits' room stays reserved
-  EXPECT_FALSE(HasInkBelow(image, 80));
+  EXPECT_TRUE(test::InkedRows(image, 80).empty());
 }
 
 TEST(GuardBarFaults, EveryDigitThatCannotBeRenderedIsReported) {

@@ -4,7 +4,10 @@
 #include <SDL_image.h>
 #include <SDL_ttf.h>
 #include <dlfcn.h>
+#include <iconv.h>
 
+#include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -134,6 +137,14 @@ DECLSPEC SDL_Surface* TTF_RenderUTF8_Blended(TTF_Font* font, const char* text, S
     return nullptr;
   }
   return Real(&TTF_RenderUTF8_Blended, "TTF_RenderUTF8_Blended")(font, text, colour);
+}
+
+iconv_t iconv_open(const char* to, const char* from) {
+  if (Fails(Fault::OpenConverter)) {
+    errno = EMFILE;
+    return reinterpret_cast<iconv_t>(static_cast<std::intptr_t>(-1));  // NOLINT: as POSIX has it
+  }
+  return Real(&iconv_open, "iconv_open")(to, from);
 }
 
 }  // extern "C"

@@ -2,8 +2,8 @@
 
 namespace barcode::test {
 
-// Functions of SDL, SDL_image and SDL_ttf that this program replaces by versions of its own: each forwards to
-// the real one unless it is told to fail.
+// Functions of SDL, SDL_image, SDL_ttf and the C library that this program replaces by versions of its own:
+// each forwards to the real one unless it is told to fail.
 enum class Fault {
   None,
   CreateSurface,
@@ -15,6 +15,7 @@ enum class Fault {
   TtfInit,
   OpenFont,
   RenderText,
+  OpenConverter,    // iconv_open
   LargeAllocation,  // operator new[] of a megabyte or more
 };
 

@@ -16,18 +16,6 @@ namespace {
 using test::CaptureInternal;
 using test::Failing;
 using test::Fault;
-using test::kWhitePixel;
-
-bool HasInkBelow(const test::Image& image, int top) {
-  for (int y = top; y < image.height; ++y) {
-    for (int x = 0; x < image.width; ++x) {
-      if (image.At(x, y) != kWhitePixel) {
-        return true;
-      }
-    }
-  }
-  return false;
-}
 
 // Draws a symbol of 200 x 100 with an object that was made while the font library failed.
 void ExpectBarsWithoutText(Fault fault, const std::string& lines) {
@@ -42,13 +30,13 @@ void ExpectBarsWithoutText(Fault fault, const std::string& lines) {
   EXPECT_EQ(drawing.err, "");
   const test::Image image = test::DecodePng(code->GetImageData());
   EXPECT_EQ(image.At(0, 74), test::kBlackPixel);  // bars of 100 - 20 - 5 pixels: the text's room is kept
-  EXPECT_FALSE(HasInkBelow(image, 75));
+  EXPECT_TRUE(test::InkedRows(image, 75).empty());
 
   // The next construction tries again.
   const auto retry = CaptureInternal([&] { code = std::make_unique<Code39>("png"); });
   EXPECT_EQ(retry.err, "");
   EXPECT_TRUE(code->Draw("AB", 0, 0, 200, 100));
-  EXPECT_TRUE(HasInkBelow(test::DecodePng(code->GetImageData()), 75));
+  EXPECT_FALSE(test::InkedRows(test::DecodePng(code->GetImageData()), 75).empty());
 }
 
 TEST(TextFaults, NoFontLibrary) {
@@ -65,6 +53,22 @@ TEST(TextFaults, NoStreamForTheSharedFont) {
   ExpectBarsWithoutText(Fault::RwFromConstMem,
                         "OpenEmbeddedRobotoFont: SDL_RWFromConstMem failed: injected\n"
                         "フォントの読み込みに失敗: injected\n");
+}
+
+TEST(TextFaults, AnOpenSharedFontIsNotOpenedAgain) {
+  ASSERT_TRUE(InitTextRendering());
+  const auto captured = CaptureInternal([] {
+    const Failing noLibrary(Fault::TtfInit);
+    EXPECT_TRUE(InitTextRendering());
+    const Code39 code("png");
+  });
+  EXPECT_EQ(captured.err, "");
+  const auto fonts = CaptureInternal([] {
+    const Failing noFont(Fault::OpenFont);
+    EXPECT_TRUE(InitTextRendering());
+    const Code39 code("png");
+  });
+  EXPECT_EQ(fonts.err, "");
 }
 
 class PaymentFormFaults : public ::testing::Test {
@@ -87,7 +91,7 @@ TEST_F(PaymentFormFaults, NoFontToDrawWith) {
   EXPECT_EQ(DrawWith(Fault::OpenFont), open + open + open + "OpenEmbeddedRobotoFont error: injected\n");
   const test::Image image = test::DecodePng(form.GetImageData());
   EXPECT_EQ(image.At(0, 59), test::kBlackPixel);  // two lines of size 20 are left out, their room is kept
-  EXPECT_FALSE(HasInkBelow(image, 60));
+  EXPECT_TRUE(test::InkedRows(image, 60).empty());
 }
 
 TEST_F(PaymentFormFaults, LinesThatCannotBeRenderedAreLeftOut) {
@@ -96,7 +100,7 @@ TEST_F(PaymentFormFaults, LinesThatCannotBeRenderedAreLeftOut) {
             "TTF_RenderUTF8_Blended error: injected\nTTF_RenderUTF8_Blended error: injected\n");
   EXPECT_EQ(DrawWith(Fault::CreateTexture),
             "SDL_CreateTextureFromSurface error: injected\nSDL_CreateTextureFromSurface error: injected\n");
-  EXPECT_FALSE(HasInkBelow(test::DecodePng(form.GetImageData()), 52));
+  EXPECT_TRUE(test::InkedRows(test::DecodePng(form.GetImageData()), 52).empty());
 }
 
 TEST_F(PaymentFormFaults, NoCanvas) {

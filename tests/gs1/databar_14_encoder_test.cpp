@@ -5,7 +5,9 @@
 
 #include <stdexcept>
 
-namespace barcode {
+#include "support/pattern.h"
+
+namespace barcode::test {
 namespace {
 
 using testing::ElementsAre;
@@ -92,9 +94,22 @@ const std::vector<Vector14> kVectors = {
       "10110111011101000101100000000111000010110010001101"}},
 };
 
+DataBar14Symbol Encode(std::string_view text, DataBar14Type type) {
+  EncoderLines lines;
+  return EncodeDataBar14(text, type, lines);
+}
+
+std::vector<std::string> ModuleRows(const DataBar14Symbol& symbol) {
+  std::vector<std::string> rows;
+  for (const StackedRow& row : symbol.rows) {
+    rows.push_back(ModuleText(row.widths));
+  }
+  return rows;
+}
+
 std::string ErrorOf(std::string_view text) {
   try {
-    EncodeDataBar14(text, DataBar14Type::kOmnidirectional);
+    Encode(text, DataBar14Type::kOmnidirectional);
   } catch (const std::exception& error) {
     return error.what();
   }
@@ -103,45 +118,51 @@ std::string ErrorOf(std::string_view text) {
 
 TEST(DataBar14Encoder, OneRowVectors) {
   for (const Vector14& vector : kVectors) {
-    const DataBar14Symbol symbol = EncodeDataBar14(vector.input, DataBar14Type::kOmnidirectional);
-    EXPECT_THAT(symbol.rows, ElementsAre(DataBarRow{vector.oneRow, kSharedHeight})) << vector.input;
-    EXPECT_EQ(DataBarRowModules(symbol.rows.front().widths), 96U);
-    EXPECT_TRUE(symbol.moduleRows.empty());
+    const DataBar14Symbol symbol = Encode(vector.input, DataBar14Type::kOmnidirectional);
+    ASSERT_EQ(symbol.rows.size(), 1U);
+    EXPECT_EQ(Digits(symbol.rows.front().widths), vector.oneRow) << vector.input;
+    EXPECT_EQ(Modules(symbol.rows.front().widths), 96U);
+    EXPECT_EQ(symbol.rows.front().height, std::nullopt);
   }
 }
 
 TEST(DataBar14Encoder, StackedVectors) {
   for (const Vector14& vector : kVectors) {
-    const DataBar14Symbol symbol = EncodeDataBar14(vector.input, DataBar14Type::kStacked);
-    EXPECT_EQ(symbol.moduleRows, vector.stacked) << vector.input;
+    const DataBar14Symbol symbol = Encode(vector.input, DataBar14Type::kStacked);
+    EXPECT_EQ(ModuleRows(symbol), vector.stacked) << vector.input;
   }
 }
 
 TEST(DataBar14Encoder, StackedOmnidirectionalVectors) {
   for (const Vector14& vector : kVectors) {
-    const DataBar14Symbol symbol = EncodeDataBar14(vector.input, DataBar14Type::kStackedOmnidirectional);
-    EXPECT_EQ(symbol.moduleRows, vector.stackedOmnidirectional) << vector.input;
+    const DataBar14Symbol symbol = Encode(vector.input, DataBar14Type::kStackedOmnidirectional);
+    EXPECT_EQ(ModuleRows(symbol), vector.stackedOmnidirectional) << vector.input;
   }
 }
 
-TEST(DataBar14Encoder, StackedRowsAreWidthDigitsWithUnits) {
-  const DataBar14Symbol stacked = EncodeDataBar14("0000000000000", DataBar14Type::kStacked);
-  EXPECT_THAT(stacked.rows, ElementsAre(DataBarRow{"01111112181382117211111111", 5}, testing::_, testing::_));
-  EXPECT_EQ(stacked.rows[1].height, 1);
-  EXPECT_EQ(stacked.rows[2].height, 7);
-  EXPECT_EQ(stacked.rows[2].widths.front(), '1');
-  const DataBar14Symbol omni = EncodeDataBar14("0000000000000", DataBar14Type::kStackedOmnidirectional);
-  std::vector<int> units;
-  for (const DataBarRow& row : omni.rows) {
-    units.push_back(row.height);
-    EXPECT_EQ(DataBarRowModules(row.widths), 50U);
+std::vector<std::optional<int>> Heights(const DataBar14Symbol& symbol) {
+  std::vector<std::optional<int>> heights;
+  for (const StackedRow& row : symbol.rows) {
+    heights.push_back(row.height);
   }
-  EXPECT_THAT(units, ElementsAre(-1, 1, 1, 1, -1));
+  return heights;
+}
+
+TEST(DataBar14Encoder, StackedRowsAreWidthsWithHeights) {
+  const DataBar14Symbol stacked = Encode("0000000000000", DataBar14Type::kStacked);
+  EXPECT_THAT(Heights(stacked), ElementsAre(5, 1, 7));
+  EXPECT_EQ(Digits(stacked.rows[0].widths), "01111112181382117211111111");
+  EXPECT_EQ(stacked.rows[2].widths.front(), 1U);
+  const DataBar14Symbol omni = Encode("0000000000000", DataBar14Type::kStackedOmnidirectional);
+  EXPECT_THAT(Heights(omni), ElementsAre(std::nullopt, 1, 1, 1, std::nullopt));
+  for (const StackedRow& row : omni.rows) {
+    EXPECT_EQ(Modules(row.widths), 50U);
+  }
 }
 
 TEST(DataBar14Encoder, PadsToThirteenDigitsAndAppendsTheCheckDigit) {
   const auto digits = [](std::string_view text) {
-    return EncodeDataBar14(text, DataBar14Type::kOmnidirectional).digits;
+    return Encode(text, DataBar14Type::kOmnidirectional).digits;
   };
   EXPECT_EQ(digits("2001234567890"), "20012345678909");
   EXPECT_EQ(digits("950110153000"), "09501101530003");
@@ -171,4 +192,4 @@ TEST(DataBar14Encoder, CheckDigit) {
 }
 
 }  // namespace
-}  // namespace barcode
+}  // namespace barcode::test

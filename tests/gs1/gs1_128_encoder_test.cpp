@@ -8,6 +8,7 @@
 
 #include "support/all_texts.h"
 #include "support/code128_decode.h"
+#include "support/pattern.h"
 
 namespace barcode::test {
 namespace {
@@ -67,6 +68,19 @@ TEST(Gs1_128Encoder, OtherTextsStartInSetAWhenAControlCharacterComesBeforeSmallL
 
 TEST(Gs1_128Encoder, EmptyTextIsStartCheckAndStop) {
   EXPECT_THAT(Gs1_128Values(""), testing::ElementsAre(104, 1, 106));
+}
+
+TEST(Gs1_128Encoder, PatternIsThatOfTheValues) {
+  // Start C, FNC1, the pair 12, code B, the digit 3, check value 92, stop.
+  EXPECT_EQ(Digits(EncodeGs1_128("{FNC1}123{AI}")),
+            "211232"
+            "411131"
+            "112232"
+            "114131"
+            "221132"
+            "111143"
+            "2331112");
+  EXPECT_EQ(EncodeGs1_128("A\x01z"), ValuesToPattern(Gs1_128Values("A\x01z")));
 }
 
 TEST(Gs1_128Encoder, FourDigitsSwitchToSetC) {

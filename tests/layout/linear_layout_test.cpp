@@ -51,6 +51,24 @@ TEST(LinearLayout, NominalWidthIsRaisedBeforeTheAdjustment) {
   EXPECT_EQ(Length({1, 1, 1}, {0.25F, 0, 0}), 3.0F);
 }
 
+TEST(LinearLayout, OrTheAdjustedWidthAloneIsRaised) {
+  const ElementScale scale{0.25F, 1, 0, ElementMinimum::kAdjusted};
+  EXPECT_THAT(Bars({1, 1, 1}, scale), ElementsAre(RectF{0, 0, 1.25F, 10}, RectF{2.25F, 0, 1.25F, 10}));
+  EXPECT_EQ(Length({1, 1, 1}, {0.25F, -9, -9, ElementMinimum::kAdjusted}), 3.0F);
+}
+
+// The colours alternate with the elements, those of no modules included.
+TEST(LinearLayout, AnElementOfNoModulesTakesNoRoom) {
+  EXPECT_THAT(Bars({0, 1, 2}, {2.0F, 1, 1}), ElementsAre(RectF{3, 0, 5, 10}));
+  EXPECT_THAT(Bars({2, 0, 3}, {2.0F, 1, 1}), ElementsAre(RectF{0, 0, 5, 10}, RectF{5, 0, 7, 10}));
+  std::vector<std::size_t> visited;
+  WalkElements({0, 1, 0, 3}, {}, 0, [&](std::size_t index, bool isBar, float, float) {
+    EXPECT_FALSE(isBar);
+    visited.push_back(index);
+  });
+  EXPECT_THAT(visited, ElementsAre(1, 3));
+}
+
 TEST(LinearLayout, TotalModules) {
   EXPECT_EQ(TotalModules({}), 0U);
   EXPECT_EQ(TotalModules({4000000000U, 4000000000U}), 8000000000U);

@@ -14,10 +14,12 @@ using testing::FloatEq;
 
 constexpr float kUnbounded = std::numeric_limits<float>::lowest();
 
-const std::vector<DataBarRow> kStacked = {{"11", 5}, {"11", 1}, {"11", 7}};
-const std::vector<DataBarRow> kShared = {{"11", -1}, {"11", 1}, {"11", 1}, {"11", 1}, {"11", -1}};
+const RunVector kOneOne = {1, 1};
+const std::vector<StackedRow> kStacked = {{kOneOne, 5}, {kOneOne, 1}, {kOneOne, 7}};
+const std::vector<StackedRow> kShared = {
+    {kOneOne, std::nullopt}, {kOneOne, 1}, {kOneOne, 1}, {kOneOne, 1}, {kOneOne, std::nullopt}};
 
-TEST(DataBarLayout, TextRoomFollowsTheHeightBands) {
+TEST(StackedLayout, TextRoomFollowsTheHeightBands) {
   // Height, text size, gap, rows.
   using Case = std::array<std::int64_t, 4>;
   for (const auto& [height, text, gap, rows] :
@@ -30,7 +32,7 @@ TEST(DataBarLayout, TextRoomFollowsTheHeightBands) {
   }
 }
 
-TEST(DataBarLayout, TextIsAtLeastEightPixelsAndTheRoomTen) {
+TEST(StackedLayout, TextIsAtLeastEightPixelsAndTheRoomTen) {
   EXPECT_EQ(StackedRoom::Of(100, 0.4F, 1).textSize, 8);
   EXPECT_EQ(StackedRoom::Of(100, 0.45F, 1).textSize, 9);
   EXPECT_EQ(StackedRoom::Of(19, 1, 1).rows, 10);
@@ -38,7 +40,7 @@ TEST(DataBarLayout, TextIsAtLeastEightPixelsAndTheRoomTen) {
   EXPECT_EQ(StackedRoom::Of(130, 0.85F, 1.1F).rows, 104);
 }
 
-TEST(DataBarLayout, AnyScaleIsAllowed) {
+TEST(StackedLayout, AnyScaleIsAllowed) {
   const float infinity = std::numeric_limits<float>::infinity();
   const float nan = std::numeric_limits<float>::quiet_NaN();
   EXPECT_EQ(StackedRoom::Of(100, infinity, infinity).rows, 10);
@@ -47,27 +49,33 @@ TEST(DataBarLayout, AnyScaleIsAllowed) {
   EXPECT_EQ(StackedRoom::Of(0xFFFFFFFF, 0, 0).rows, 0xFFFFFFFFLL - 9);
 }
 
-TEST(DataBarLayout, ProportionalHeights) {
+TEST(StackedLayout, ProportionalHeights) {
   EXPECT_THAT(ProportionalHeights(kStacked, {.rows = 104}), ElementsAre(40, 8, 56));
   EXPECT_THAT(ProportionalHeights(kStacked, {.rows = 101}),
               ElementsAre(FloatEq(505 / 13.0F), FloatEq(101 / 13.0F), FloatEq(707 / 13.0F)));
 }
 
-TEST(DataBarLayout, SharedHeights) {
+TEST(StackedLayout, SharedHeights) {
   EXPECT_THAT(SharedHeights(kShared, {.rows = 101}, 2, kUnbounded), ElementsAre(47.5F, 2, 2, 2, 47.5F));
   EXPECT_THAT(SharedHeights(kShared, {.rows = 10}, 5, kUnbounded), ElementsAre(-2.5F, 5, 5, 5, -2.5F));
   EXPECT_THAT(SharedHeights(kShared, {.rows = 10}, 5, 1), ElementsAre(1, 5, 5, 5, 1));
 }
 
-TEST(DataBarLayout, RowsFollowEachOther) {
-  const std::vector<DataBarRow> rows = {{"012", 1}, {"21", 1}};
+TEST(StackedLayout, WidestRowCountsModules) {
+  const std::vector<StackedRow> rows = {{{1, 9, 0, 3}, 1}, {{5, 5}, 1}};
+  EXPECT_EQ(WidestRow(rows), 13U);
+  EXPECT_EQ(WidestRow({}), 0U);
+}
+
+TEST(StackedLayout, RowsFollowEachOther) {
+  const std::vector<StackedRow> rows = {{{0, 1, 2}, 1}, {{2, 1}, 1}};
   const BarLayout layout = LayoutRows(rows, std::array{10.0F, 4.0F}, {.moduleWidth = 3}, 5, 7);
   EXPECT_THAT(layout.bars, ElementsAre(RectF{8, 7, 6, 10}, RectF{5, 17, 6, 4}));
   EXPECT_EQ(layout.drawnWidth, 9);
 }
 
-TEST(DataBarLayout, AdjustmentsApplyToNominalWidthsWithOnePixelLeft) {
-  const std::vector<DataBarRow> rows = {{"0112", 1}};
+TEST(StackedLayout, AdjustmentsApplyToNominalWidthsWithOnePixelLeft) {
+  const std::vector<StackedRow> rows = {{{0, 1, 1, 2}, 1}};
   const auto layout = [&](float moduleWidth, int black, int white) {
     return LayoutRows(rows, std::array{1.0F}, {moduleWidth, black, white}, 0, 0);
   };
@@ -79,15 +87,16 @@ TEST(DataBarLayout, AdjustmentsApplyToNominalWidthsWithOnePixelLeft) {
   EXPECT_THAT(layout(0.5F, 1, 0).bars, ElementsAre(RectF{1, 0, 1.5F, 1}));
 }
 
-TEST(DataBarLayout, EmptyElementsTakeNoRoom) {
-  const std::vector<DataBarRow> rows = {{"1903", 1}, {"9031", 1}};
+TEST(StackedLayout, EmptyElementsTakeNoRoom) {
+  const std::vector<StackedRow> rows = {{{1, 9, 0, 3}, 1}, {{9, 0, 3, 1}, 1}};
   const BarLayout layout = LayoutRows(rows, std::array{1.0F, 1.0F}, {1, 1, 1}, 0, 0);
   EXPECT_EQ(layout.bars[0], (RectF{0, 0, 2, 1}));
   EXPECT_EQ(layout.drawnWidth, 16);
 }
 
-TEST(DataBarLayout, RowsWithoutHeightHaveNoBars) {
-  EXPECT_TRUE(LayoutRows({{{"11", -1}}}, std::array{-2.5F}, {}, 0, 0).bars.empty());
+TEST(StackedLayout, RowsWithoutHeightHaveNoBars) {
+  const std::vector<StackedRow> rows = {{kOneOne, std::nullopt}};
+  EXPECT_TRUE(LayoutRows(rows, std::array{-2.5F}, {}, 0, 0).bars.empty());
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "linear/code128_values.h"
+#include "linear/code128_encoder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

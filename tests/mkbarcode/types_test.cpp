@@ -10,6 +10,7 @@
 #include "mkbarcode/options.h"
 #include "mkbarcode/program_runner.h"
 #include "mkbarcode/quoting.h"
+#include "support/symbologies.h"
 
 namespace barcode::tool {
 namespace {
@@ -95,7 +96,8 @@ TEST(Types, NumbersAndConstantsAreThoseOfTheHeader) {
     enumerator >> name >> equals >> number;
     constants[name] = number;
   }
-  ASSERT_EQ(constants.size(), 19U);
+  // The header, the library and the tool know the same symbologies.
+  ASSERT_EQ(test::EverySymbology().size(), constants.size());
   ASSERT_EQ(AllTypes().size(), constants.size());
   for (const TypeInfo& type : AllTypes()) {
     ASSERT_TRUE(constants.contains(std::string(type.constant))) << type.constant;
@@ -130,7 +132,7 @@ TEST(Types, OptionsServeTheTypesOfTheHeader) {
     for (const TypeInfo& type : AllTypes()) {
       bool expected = true;
       if (linear.contains(option.id)) {
-        expected = type.number <= BARCODE_YUBIN_CUSTOMER;
+        expected = !type.IsTwoDimensional();
       }
       if (narrow.contains(option.id)) {
         expected = narrow.at(option.id).contains(type.number);
@@ -139,6 +141,18 @@ TEST(Types, OptionsServeTheTypesOfTheHeader) {
     }
   }
   EXPECT_EQ(NamesOfTypesServing(OptionId::kExtendedGuard), "jan8, jan13, upca, upce");
+}
+
+// A draw into a square serves the two-dimensional types alone.
+TEST(Types, DimensionsAreThoseOfTheLibrary) {
+  for (const TypeInfo& type : AllTypes()) {
+    const char* const text = test::ValidText(type.number);
+    ASSERT_NE(text, nullptr) << type.name;
+    const BarcodeHandle handle = barcode_create(type.number);
+    barcode_set_output_format(handle, "svg");
+    EXPECT_EQ(barcode_draw_2d(handle, text, 200) == 1, type.IsTwoDimensional()) << type.name;
+    barcode_destroy(handle);
+  }
 }
 
 TEST(Types, OfferedMeansThatTheLibraryMakesTheObject) {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "pdf417/pdf417_tables.h"
+#include "pdf417/tables.h"
 
 namespace barcode::test {
 namespace {
@@ -206,8 +206,8 @@ const std::array<PatternMap, 3>& PatternMaps() {
   static const std::array<PatternMap, 3> maps = [] {
     std::array<PatternMap, 3> result;
     for (std::size_t cluster = 0; cluster < 3; ++cluster) {
-      for (std::size_t value = 0; value < kPDF417Clusters[cluster].size(); ++value) {
-        result[cluster].emplace(kPDF417Clusters[cluster][value], static_cast<int>(value));
+      for (std::size_t value = 0; value < pdf417::kClusters[cluster].size(); ++value) {
+        result[cluster].emplace(pdf417::kClusters[cluster][value], static_cast<int>(value));
       }
     }
     return result;

@@ -1,5 +1,6 @@
 #include "pdf417/pdf417.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -11,30 +12,21 @@
 namespace barcode {
 namespace {
 
-TEST(PDF417, RowsAndColumnsAreExchangedForTheEncoder) {
-  EXPECT_EQ(PDF417::EncoderSizeKind(PDF417::SizeKind::kAuto), PDF417SizeKind::kAuto);
-  EXPECT_EQ(PDF417::EncoderSizeKind(PDF417::SizeKind::kRows), PDF417SizeKind::kColumns);
-  EXPECT_EQ(PDF417::EncoderSizeKind(PDF417::SizeKind::kColumns), PDF417SizeKind::kRows);
-  EXPECT_EQ(PDF417::EncoderSizeKind(PDF417::SizeKind::kColumnsAndRows), PDF417SizeKind::kColumnsAndRows);
-}
+using ::testing::StartsWith;
 
 TEST(PDF417, OptionsReachTheEncoder) {
-  PDF417 symbol("png");
+  PDF417 symbol("svg");
   symbol.SetCodeColumns(4);
   symbol.SetCodeRows(5);
   symbol.SetErrorLevel(6);
   symbol.SetAspectRatio(7.5);
   symbol.SetYHeight(8);
   symbol.SetStringEncoding("shift_jis");
-  const PDF417Options options = symbol.EncoderOptions();
-  EXPECT_EQ(options.sizeKind, PDF417SizeKind::kAuto);
-  EXPECT_TRUE(options.useAutoErrorLevel);
-  EXPECT_EQ(options.codeColumns, 4);
-  EXPECT_EQ(options.codeRows, 5);
-  EXPECT_EQ(options.errorLevel, 6);
-  EXPECT_EQ(options.aspectRatio, 7.5);
-  EXPECT_EQ(options.yHeight, 8);
-  EXPECT_EQ(options.stringEncoding, "shift_jis");
+  const test::Captured captured =
+      test::CaptureInternal([&] { EXPECT_TRUE(symbol.DrawMatrix("A", 0, 0, 100, 50)); });
+  EXPECT_THAT(captured.out,
+              StartsWith("C++ props: Encoding=shift_jis, SizeKind=AUTO, CodeColumns=4, CodeRows=5, "
+                         "UseAutoErrorLevel=True, ErrorLevel(now)=6, AspectRatio=7.5, YHeight=8\n"));
 }
 
 TEST(PDF417, DrawsOnTheCanvasOfTheCaller) {
@@ -63,9 +55,15 @@ TEST(PDF417, DrawsOnTheCanvasOfTheCaller) {
   EXPECT_EQ(pixel(10, 5 + 42), kUntouched);
 }
 
-TEST(PDF417, RefusedTextLeavesNoDocument) {
+TEST(PDF417, RefusedTextIsReportedAndLeavesNoDocument) {
   PDF417 symbol("svg");
-  (void)test::CaptureInternal([&] { EXPECT_FALSE(symbol.DrawMatrix("", 0, 0, 100, 50)); });
+  const test::Captured captured =
+      test::CaptureInternal([&] { EXPECT_FALSE(symbol.DrawMatrix("", 0, 0, 100, 50)); });
+  EXPECT_EQ(captured.out,
+            "C++ props: Encoding=utf-8, SizeKind=AUTO, CodeColumns=0, CodeRows=0, UseAutoErrorLevel=True, "
+            "ErrorLevel(now)=2, AspectRatio=0.5, YHeight=3\n"
+            "Text cannot be null.\n");
+  EXPECT_EQ(captured.err, "[PDF417] Text cannot be null.\n");
   EXPECT_EQ(symbol.GetSvgDocument(), "");
 }
 

@@ -18,31 +18,16 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::StartsWith;
 
-constexpr int kL = 0;
-constexpr int kM = 1;
-constexpr int kQ = 2;
-constexpr int kH = 3;
+using qr_reference::kLevels;
 
-struct Symbol {
-  int version;
-  int level;
-  int mask;
-  ModuleMatrix matrix;
-};
+constexpr QrOptions kNumeric = {.mode = QrMode::kNumeric};
 
-Symbol Encode(std::string_view text, std::string_view mode = "B", std::uint32_t version = 0,
-              std::uint32_t level = kM) {
-  QREncoder encoder(mode, version, level);
-  encoder.Encode(text);
-  return {encoder.Version(), encoder.Level(), encoder.Mask(), encoder.Matrix()};
-}
-
-std::vector<std::uint8_t> Codewords(const Symbol& symbol) {
+std::vector<std::uint8_t> Codewords(const QrSymbol& symbol) {
   return qr_reference::ReadCodewords(symbol.matrix, symbol.version, symbol.mask);
 }
 
 // The data codewords and a check of the error correction, block by block.
-std::string DataBits(const Symbol& symbol) {
+std::string DataBits(const QrSymbol& symbol) {
   const auto codewords = Codewords(symbol);
   const QrBlocks layout = QrBlocksOf(symbol.level, symbol.version);
   const auto blocks = static_cast<std::size_t>(layout.blocks);
@@ -74,13 +59,14 @@ std::string DataBits(const Symbol& symbol) {
       for (const std::uint8_t codeword : message) {
         value = Field::Multiply(value, Field::kTables.antilog[root]) ^ codeword;
       }
-      EXPECT_EQ(value, 0) << "version " << symbol.version << " level " << symbol.level << " block " << block;
+      EXPECT_EQ(value, 0) << "version " << symbol.version << " level " << qr_reference::Name(symbol.level)
+                          << " block " << block;
     }
   }
   return bits;
 }
 
-std::string ExpectedBits(std::string_view bytes, int version, int level) {
+std::string ExpectedBits(std::string_view bytes, int version, QrLevel level) {
   std::string bits = "0100" + std::bitset<16>(bytes.size()).to_string().substr(version < 10 ? 8 : 0);
   for (const char c : bytes) {
     bits += std::bitset<8>(static_cast<unsigned char>(c)).to_string();
@@ -100,8 +86,8 @@ std::string RandomBytes(std::mt19937& random, std::size_t length) {
   return bytes;
 }
 
-TEST(QREncoder, PublishedExampleOfVersion1M) {
-  const Symbol symbol = Encode("01234567", "N");
+TEST(EncodeQr, PublishedExampleOfVersion1M) {
+  const QrSymbol symbol = EncodeQr("01234567", kNumeric);
   EXPECT_EQ(symbol.version, 1);
   EXPECT_EQ(symbol.matrix.Columns(), 21);
   EXPECT_EQ(symbol.matrix.Rows(), 21);
@@ -110,85 +96,83 @@ TEST(QREncoder, PublishedExampleOfVersion1M) {
                           165, 36, 212, 193, 237, 54, 199, 135, 44, 85));
 }
 
-TEST(QREncoder, NumericModeOnlyForN) {
-  EXPECT_THAT(DataBits(Encode("0123456789", "N")), StartsWith("0001"
-                                                              "0000001010"));
-  for (const char* mode : {"A", "K", "B", "", "X", "n", "NN"}) {
-    EXPECT_THAT(DataBits(Encode("0123456789", mode)), StartsWith("0100"
-                                                                 "00001010"
-                                                                 "00110000"))
-        << mode;
-  }
+TEST(EncodeQr, DigitsAreBytesUnlessDeclaredNumeric) {
+  EXPECT_THAT(DataBits(EncodeQr("0123456789", kNumeric)), StartsWith("0001"
+                                                                     "0000001010"));
+  EXPECT_THAT(DataBits(EncodeQr("0123456789", {})), StartsWith("0100"
+                                                               "00001010"
+                                                               "00110000"));
 }
 
-TEST(QREncoder, NumericGroups) {
-  EXPECT_THAT(DataBits(Encode("7", "N")), StartsWith("0001"
-                                                     "0000000001"
-                                                     "0111"
-                                                     "0000"));
-  EXPECT_THAT(DataBits(Encode("42", "N")), StartsWith("0001"
-                                                      "0000000010"
-                                                      "0101010"
-                                                      "0000"));
-  EXPECT_THAT(DataBits(Encode("999", "N")), StartsWith("0001"
-                                                       "0000000011"
-                                                       "1111100111"
-                                                       "0000"));
-  EXPECT_THAT(DataBits(Encode("9991", "N")), StartsWith("0001"
-                                                        "0000000100"
-                                                        "1111100111"
-                                                        "0001"
-                                                        "0000"));
+TEST(EncodeQr, NumericGroups) {
+  EXPECT_THAT(DataBits(EncodeQr("7", kNumeric)), StartsWith("0001"
+                                                            "0000000001"
+                                                            "0111"
+                                                            "0000"));
+  EXPECT_THAT(DataBits(EncodeQr("42", kNumeric)), StartsWith("0001"
+                                                             "0000000010"
+                                                             "0101010"
+                                                             "0000"));
+  EXPECT_THAT(DataBits(EncodeQr("999", kNumeric)), StartsWith("0001"
+                                                              "0000000011"
+                                                              "1111100111"
+                                                              "0000"));
+  EXPECT_THAT(DataBits(EncodeQr("9991", kNumeric)), StartsWith("0001"
+                                                               "0000000100"
+                                                               "1111100111"
+                                                               "0001"
+                                                               "0000"));
   // Count widths of 12 and 14 bits.
-  EXPECT_THAT(DataBits(Encode("5", "N", 10)), StartsWith("0001"
-                                                         "000000000001"
-                                                         "0101"));
-  EXPECT_THAT(DataBits(Encode("5", "N", 27)), StartsWith("0001"
-                                                         "00000000000001"
-                                                         "0101"));
+  EXPECT_THAT(DataBits(EncodeQr("5", {.minVersion = 10, .mode = QrMode::kNumeric})), StartsWith("0001"
+                                                                                                "000000000001"
+                                                                                                "0101"));
+  EXPECT_THAT(DataBits(EncodeQr("5", {.minVersion = 27, .mode = QrMode::kNumeric})),
+              StartsWith("0001"
+                         "00000000000001"
+                         "0101"));
 }
 
-TEST(QREncoder, NumericModeDoesNotCheckTheDigits) {
+TEST(EncodeQr, NumericModeDoesNotCheckTheDigits) {
   // 'A' counts 17, ':' counts 10, '/' counts -1; a group keeps its low bits.
-  EXPECT_THAT(DataBits(Encode("A", "N")), StartsWith("0001"
-                                                     "0000000001"
-                                                     "0001"));
-  EXPECT_THAT(DataBits(Encode("1A", "N")), StartsWith("0001"
-                                                      "0000000010"
-                                                      "0011011"));
-  EXPECT_THAT(DataBits(Encode("/", "N")), StartsWith("0001"
-                                                     "0000000001"
-                                                     "1111"));
-  EXPECT_THAT(DataBits(Encode("zzz", "N")), StartsWith("0001"
-                                                       "0000000011"
-                                                       "0000010110"));  // 8214 mod 1024
+  EXPECT_THAT(DataBits(EncodeQr("A", kNumeric)), StartsWith("0001"
+                                                            "0000000001"
+                                                            "0001"));
+  EXPECT_THAT(DataBits(EncodeQr("1A", kNumeric)), StartsWith("0001"
+                                                             "0000000010"
+                                                             "0011011"));
+  EXPECT_THAT(DataBits(EncodeQr("/", kNumeric)), StartsWith("0001"
+                                                            "0000000001"
+                                                            "1111"));
+  EXPECT_THAT(DataBits(EncodeQr("zzz", kNumeric)), StartsWith("0001"
+                                                              "0000000011"
+                                                              "0000010110"));  // 8214 mod 1024
 }
 
-TEST(QREncoder, FirstVersionThatHoldsTheText) {
-  for (const int level : {kL, kM, kQ, kH}) {
+TEST(EncodeQr, FirstVersionThatHoldsTheText) {
+  for (const QrLevel level : kLevels) {
+    const auto versionOf = [&](QrMode mode, std::size_t length) {
+      return EncodeQr(std::string(length, '8'), {.level = level, .mode = mode}).version;
+    };
     for (int version = 1; version <= kQrMaxVersion; ++version) {
       const auto capacity = static_cast<std::size_t>(QrCapacityBits(level, version));
-      const std::size_t most = (capacity - (version < 10 ? 12 : 20)) / 8;
-      const auto levelOption = static_cast<std::uint32_t>(level);
-      EXPECT_EQ(Encode(std::string(most, 'x'), "B", 0, levelOption).version, version);
-      if (version < kQrMaxVersion) {
-        EXPECT_EQ(Encode(std::string(most + 1, 'x'), "B", 0, levelOption).version, version + 1);
-      }
+      const std::size_t bytes = (capacity - (version < 10 ? 12 : 20)) / 8;
       const std::size_t digitBits = capacity - (version < 10 ? 14 : version < 27 ? 16 : 18);
       const std::size_t rest = digitBits % 10;
       const std::size_t digits = digitBits / 10 * 3 + (rest >= 7 ? 2 : rest >= 4 ? 1 : 0);
-      EXPECT_EQ(Encode(std::string(digits, '8'), "N", 0, levelOption).version, version);
+      EXPECT_EQ(versionOf(QrMode::kByte, bytes), version);
+      EXPECT_EQ(versionOf(QrMode::kNumeric, digits), version);
       if (version < kQrMaxVersion) {
-        EXPECT_EQ(Encode(std::string(digits + 1, '8'), "N", 0, levelOption).version, version + 1);
+        EXPECT_EQ(versionOf(QrMode::kByte, bytes + 1), version + 1);
+        EXPECT_EQ(versionOf(QrMode::kNumeric, digits + 1), version + 1);
       }
     }
   }
 }
 
-TEST(QREncoder, TooLongForVersion40) {
-  const auto message = [](std::size_t length, std::uint32_t level, const char* mode) {
+TEST(EncodeQr, TooLongForVersion40) {
+  const auto message = [](std::size_t length, QrLevel level, QrMode mode) {
     try {
-      Encode(std::string(length, '1'), mode, 0, level);
+      EncodeQr(std::string(length, '1'), {.level = level, .mode = mode});
     } catch (const std::runtime_error& error) {
       return std::string(error.what());
     }
@@ -198,35 +182,43 @@ TEST(QREncoder, TooLongForVersion40) {
       "Data too long for QR Code. Data requires more capacity than Version 40 can provide. Reduce data "
       "length "
       "or use a lower error correction level.";
-  EXPECT_EQ(message(2953, kL, "B"), "");
-  EXPECT_EQ(message(2954, kL, "B"), tooLong);
-  EXPECT_EQ(message(1274, kH, "B"), tooLong);
-  EXPECT_EQ(message(7089, kL, "N"), "");
-  EXPECT_EQ(message(7090, kL, "N"), tooLong);
-  EXPECT_EQ(message(100'000'000, kL, "N"), tooLong);
+  EXPECT_EQ(message(2953, QrLevel::kL, QrMode::kByte), "");
+  EXPECT_EQ(message(2954, QrLevel::kL, QrMode::kByte), tooLong);
+  EXPECT_EQ(message(1274, QrLevel::kH, QrMode::kByte), tooLong);
+  EXPECT_EQ(message(7089, QrLevel::kL, QrMode::kNumeric), "");
+  EXPECT_EQ(message(7090, QrLevel::kL, QrMode::kNumeric), tooLong);
+  EXPECT_EQ(message(100'000'000, QrLevel::kL, QrMode::kNumeric), tooLong);
 }
 
-TEST(QREncoder, RequestedVersion) {
-  EXPECT_EQ(Encode("short", "B", 10).version, 10);
-  EXPECT_EQ(Encode("short", "B", 10).matrix.Columns(), 57);
-  EXPECT_EQ(Encode("short", "B", 40).matrix.Columns(), 177);
+TEST(EncodeQr, RequestedVersionIsALowerBound) {
+  EXPECT_EQ(EncodeQr("short", {.minVersion = 10}).version, 10);
+  EXPECT_EQ(EncodeQr("short", {.minVersion = 10}).matrix.Columns(), 57);
+  EXPECT_EQ(EncodeQr("short", {.minVersion = 40}).matrix.Columns(), 177);
   const std::string needsVersion3(40, 'x');
-  EXPECT_EQ(Encode(needsVersion3).version, 3);
-  EXPECT_EQ(Encode(needsVersion3, "B", 1).version, 3);
-  EXPECT_EQ(Encode(needsVersion3, "B", 41).version, 3);
-  EXPECT_EQ(Encode(needsVersion3, "B", 0xFFFFFFFF).version, 3);
+  EXPECT_EQ(EncodeQr(needsVersion3, {}).version, 3);
+  for (const int version : {-1, 0, 1, 2, 3}) {
+    EXPECT_EQ(EncodeQr(needsVersion3, {.minVersion = version}).version, 3) << version;
+  }
 }
 
-TEST(QREncoder, LevelOutOfRangeIsM) {
-  EXPECT_EQ(Encode("x", "B", 0, 4).level, kM);
-  EXPECT_EQ(Encode("x", "B", 0, 0xFFFFFFFF).level, kM);
-  EXPECT_EQ(Encode("x", "B", 0, kH).level, kH);
+TEST(EncodeQr, ThereIsNoVersionAbove40) {
+  EXPECT_THROW(EncodeQr("x", {.minVersion = 41}), std::invalid_argument);
+  EXPECT_THROW(EncodeQr("", {.minVersion = 41}), std::invalid_argument);
 }
 
-TEST(QREncoder, TerminatorIsShortenedAtTheCapacity) {
+TEST(EncodeQr, LevelIsTheOneAskedFor) {
+  EXPECT_EQ(EncodeQr("x", {}).level, QrLevel::kM);
+  for (const QrLevel level : kLevels) {
+    EXPECT_EQ(EncodeQr("x", {.level = level}).level, level);
+  }
+}
+
+TEST(EncodeQr, TerminatorIsShortenedAtTheCapacity) {
   // Version 1-H holds 72 bits. Numeric fields of 72, 71 (by 17 + 4 - none), 69 and 68 bits leave 0, 1, 3
   // and 4.
-  const auto digits = [](std::size_t count) { return DataBits(Encode(std::string(count, '9'), "N", 1, kH)); };
+  const auto digits = [](std::size_t count) {
+    return DataBits(EncodeQr(std::string(count, '9'), {.level = QrLevel::kH, .mode = QrMode::kNumeric}));
+  };
   EXPECT_EQ(digits(17),
             "0001"
             "0000010001"
@@ -269,22 +261,22 @@ TEST(QREncoder, TerminatorIsShortenedAtTheCapacity) {
             "11101100");
 }
 
-TEST(QREncoder, EveryVersionAndLevelHoldsItsDataAndErrorCorrection) {
+TEST(EncodeQr, EveryVersionAndLevelHoldsItsDataAndErrorCorrection) {
   std::mt19937 random(18004);
-  for (const int level : {kL, kM, kQ, kH}) {
+  for (const QrLevel level : kLevels) {
     for (int version = 1; version <= kQrMaxVersion; ++version) {
       const auto most = static_cast<unsigned>((QrCapacityBits(level, version) - 20) / 8);
       const std::string bytes = RandomBytes(random, 1 + random() % most);
-      const Symbol symbol =
-          Encode(bytes, "B", static_cast<std::uint32_t>(version), static_cast<std::uint32_t>(level));
+      const QrSymbol symbol = EncodeQr(bytes, {.level = level, .minVersion = version});
       ASSERT_EQ(symbol.version, version);
-      ASSERT_EQ(DataBits(symbol), ExpectedBits(bytes, version, level)) << version << ' ' << level;
+      ASSERT_EQ(DataBits(symbol), ExpectedBits(bytes, version, level))
+          << version << ' ' << qr_reference::Name(level);
     }
   }
 }
 
-TEST(QREncoder, RemainderBitsAreZero) {
-  const Symbol symbol = Encode("x", "B", 2);
+TEST(EncodeQr, RemainderBitsAreZero) {
+  const QrSymbol symbol = EncodeQr("x", {.minVersion = 2});
   const auto order = qr_reference::DataOrder(2);
   ASSERT_EQ(order.size(), 359U);
   for (std::size_t i = 352; i < order.size(); ++i) {
@@ -293,15 +285,15 @@ TEST(QREncoder, RemainderBitsAreZero) {
   }
 }
 
-TEST(QREncoder, MaskIsTheOneTheNaiveScoringChooses) {
+TEST(EncodeQr, MaskIsTheOneTheNaiveScoringChooses) {
   std::mt19937 random(8);
   for (int i = 0; i < 400; ++i) {
-    const auto level = static_cast<std::uint32_t>(random() % 4);
-    const auto version = static_cast<std::uint32_t>(i % 20 == 0 ? random() % 41 : random() % 10);
+    const QrLevel level = kLevels[random() % kLevels.size()];
+    const auto version = static_cast<int>(i % 20 == 0 ? random() % 41 : random() % 10);
     const std::size_t length = 1 + random() % 60;
     const std::string text =
         i % 3 == 0 ? std::string(length, static_cast<char>(random())) : RandomBytes(random, length);
-    const Symbol symbol = Encode(text, "B", version, level);
+    const QrSymbol symbol = EncodeQr(text, {.level = level, .minVersion = version});
     int best = 0;
     int lowest = 0;
     for (int mask = 0; mask < 8; ++mask) {
@@ -317,9 +309,9 @@ TEST(QREncoder, MaskIsTheOneTheNaiveScoringChooses) {
   }
 }
 
-TEST(QREncoder, FormatInformationInBothPlaces) {
-  for (const int level : {kL, kM, kQ, kH}) {
-    const Symbol symbol = Encode("format", "B", 3, static_cast<std::uint32_t>(level));
+TEST(EncodeQr, FormatInformationInBothPlaces) {
+  for (const QrLevel level : kLevels) {
+    const QrSymbol symbol = EncodeQr("format", {.level = level, .minVersion = 3});
     const int n = symbol.matrix.Columns();
     const std::vector<std::pair<int, int>> upperLeft = {{0, 8}, {1, 8}, {2, 8}, {3, 8}, {4, 8},
                                                         {5, 8}, {7, 8}, {8, 8}, {8, 7}, {8, 5},
@@ -337,9 +329,9 @@ TEST(QREncoder, FormatInformationInBothPlaces) {
   }
 }
 
-TEST(QREncoder, VersionInformationFromVersion7) {
-  for (const std::uint32_t version : {7U, 21U, 40U}) {
-    const Symbol symbol = Encode("version", "B", version);
+TEST(EncodeQr, VersionInformationFromVersion7) {
+  for (const int version : {7, 21, 40}) {
+    const QrSymbol symbol = EncodeQr("version", {.minVersion = version});
     const int n = symbol.matrix.Columns();
     const std::uint32_t bits = QrVersionBits(symbol.version);
     for (int k = 0; k < 18; ++k) {
@@ -350,32 +342,11 @@ TEST(QREncoder, VersionInformationFromVersion7) {
   }
 }
 
-TEST(QREncoder, EmptyTextLeavesTheMatrixEmpty) {
-  QREncoder encoder("B", 5, kM);
-  encoder.Encode("");
-  EXPECT_TRUE(encoder.Matrix().Empty());
-  EXPECT_EQ(encoder.Matrix().Columns(), 0);
-  encoder.Encode("x");
-  EXPECT_EQ(encoder.Matrix().Columns(), 37);
-  encoder.Encode("");
-  EXPECT_TRUE(encoder.Matrix().Empty());
-}
-
-TEST(QREncoder, KnowsTheLengthsInEveryMode) {
-  QREncoder encoder("A", 0, kM);
-  EXPECT_EQ(encoder.ModeIndicator(), 2);
-  EXPECT_EQ(QREncoder("N", 0, kM).ModeIndicator(), 1);
-  EXPECT_EQ(QREncoder("K", 0, kM).ModeIndicator(), 4);
-  const auto expectBits = [&](const char* text, std::size_t numeric, std::size_t alphanumeric,
-                              std::size_t byte) {
-    encoder.Encode(text);
-    EXPECT_EQ(encoder.Bits().numeric, numeric) << text;
-    EXPECT_EQ(encoder.Bits().alphanumeric, alphanumeric) << text;
-    EXPECT_EQ(encoder.Bits().byte, byte) << text;
-  };
-  expectBits("123", 10, 17, 24);
-  expectBits("1234", 14, 22, 32);
-  expectBits("12345", 17, 28, 40);
+TEST(EncodeQr, EmptyTextLeavesTheMatrixEmpty) {
+  const QrSymbol symbol = EncodeQr("", {.minVersion = 5});
+  EXPECT_TRUE(symbol.matrix.Empty());
+  EXPECT_EQ(symbol.matrix.Columns(), 0);
+  EXPECT_EQ(symbol.version, 0);
 }
 
 }  // namespace

@@ -16,6 +16,13 @@
 // time, written without a look at the encoder's data structures.
 namespace barcode::qr_reference {
 
+inline constexpr std::array<QrLevel, kQrLevels> kLevels = {QrLevel::kL, QrLevel::kM, QrLevel::kQ,
+                                                           QrLevel::kH};
+
+inline char Name(QrLevel level) {
+  return "LMQH"[static_cast<int>(level)];
+}
+
 inline bool IsFunction(int version, int x, int y) {
   const int n = QrSize(version);
   if ((x < 9 && y < 9) || (x >= n - 8 && y < 9) || (x < 9 && y >= n - 8) || x == 6 || y == 6) {

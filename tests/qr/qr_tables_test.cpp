@@ -8,8 +8,12 @@
 #include <string>
 #include <vector>
 
+#include "qr/qr_reference.h"
+
 namespace barcode {
 namespace {
+
+using qr_reference::kLevels;
 
 // The published tables of ISO/IEC 18004, against which the derived numbers are checked.
 const std::vector<std::vector<int>> kCapacityBits = {
@@ -102,11 +106,11 @@ const std::vector<std::vector<int>> kAlignmentCentres = {{},
                                                          {6, 30, 58, 86, 114, 142, 170}};
 
 TEST(QrTables, BlocksOfEveryVersionAndLevel) {
-  for (int level = 0; level < kQrLevels; ++level) {
+  for (const QrLevel level : kLevels) {
     for (int version = 1; version <= kQrMaxVersion; ++version) {
       const auto& expected = kErrorCorrectionPerBlock[static_cast<std::size_t>(level)];
       EXPECT_EQ(QrBlocksOf(level, version).ecPerBlock, expected[static_cast<std::size_t>(version - 1)])
-          << "level " << level << " version " << version;
+          << "level " << qr_reference::Name(level) << " version " << version;
     }
   }
 }
@@ -120,32 +124,46 @@ TEST(QrTables, AlignmentCentresOfEveryVersion) {
 }
 
 TEST(QrTables, CapacityOfEveryVersionAndLevel) {
-  for (int level = 0; level < kQrLevels; ++level) {
+  for (const QrLevel level : kLevels) {
     for (int version = 1; version <= kQrMaxVersion; ++version) {
       const auto& expected = kCapacityBits[static_cast<std::size_t>(level)];
       EXPECT_EQ(QrCapacityBits(level, version), expected[static_cast<std::size_t>(version - 1)])
-          << "level " << level << " version " << version;
+          << "level " << qr_reference::Name(level) << " version " << version;
     }
   }
 }
 
 TEST(QrTables, RemainderBits) {
   for (int version = 1; version <= kQrMaxVersion; ++version) {
-    EXPECT_EQ(QrRemainderBits(version), kRemainderBits[static_cast<std::size_t>(version - 1)]) << version;
+    EXPECT_EQ(QrDataModules(version) % 8, kRemainderBits[static_cast<std::size_t>(version - 1)]) << version;
+  }
+}
+
+TEST(QrTables, CountWidths) {
+  const auto widths = [](int version) {
+    return std::pair(QrCountBits(QrMode::kNumeric, version), QrCountBits(QrMode::kByte, version));
+  };
+  for (int version = 1; version <= kQrMaxVersion; ++version) {
+    const auto expected = version <= 9    ? std::pair(10, 8)
+                          : version <= 26 ? std::pair(12, 16)
+                                          : std::pair(14, 16);
+    EXPECT_EQ(widths(version), expected) << version;
   }
 }
 
 TEST(QrTables, FormatInformation) {
-  for (int level = 0; level < kQrLevels; ++level) {
+  for (const QrLevel level : kLevels) {
     for (int mask = 0; mask < 8; ++mask) {
       EXPECT_EQ(std::bitset<15>(QrFormatBits(level, mask)).to_string(),
-                kFormatStrings[static_cast<std::size_t>(level * 8 + mask)]);
+                kFormatStrings[static_cast<std::size_t>(static_cast<int>(level) * 8 + mask)]);
     }
   }
 }
 
 TEST(QrTables, VersionInformation) {
+  EXPECT_FALSE(QrHasVersionInformation(6));
   for (int version = 7; version <= kQrMaxVersion; ++version) {
+    EXPECT_TRUE(QrHasVersionInformation(version));
     EXPECT_EQ(std::bitset<18>(QrVersionBits(version)).to_string(),
               kVersionStrings[static_cast<std::size_t>(version - 7)]);
   }

@@ -21,31 +21,37 @@ std::string SvgInMode(std::string_view mode) {
   return symbol.GetSvg();
 }
 
-TEST(Qr, EncodeModeIsALetterInEitherCase) {
-  EXPECT_EQ(OutputOf([](QR& symbol) {
-              for (const char* const mode : {"N", "A", "B", "K", "n", "a", "b", "k"}) {
-                symbol.SetEncodeMode(mode);
-              }
-            }),
-            "");
-  EXPECT_EQ(SvgInMode("n"), SvgInMode("N"));
-  EXPECT_NE(SvgInMode("N"), SvgInMode("B"));
-  EXPECT_EQ(SvgInMode("A"), SvgInMode("B"));
-  EXPECT_EQ(SvgInMode("K"), SvgInMode("B"));
+TEST(Qr, OnlyTheKeywordOfNumericModeMakesADifference) {
+  const std::string bytes = SvgInMode("BYTE");
+  EXPECT_NE(SvgInMode("NUMERIC"), bytes);
+  for (const char* const mode : {"AUTO", "ALPHANUMERIC", "KANJI", "numeric", "N", ""}) {
+    EXPECT_EQ(SvgInMode(mode), bytes) << mode;
+  }
 }
 
-TEST(Qr, AnyOtherEncodeModeIsReportedAsGivenAndEncodesBytes) {
-  EXPECT_EQ(OutputOf([](QR& symbol) { symbol.SetEncodeMode("num"); }),
-            "Warning: Invalid QR Code encode mode ('num'). Setting to Binary ('B').\n");
-  EXPECT_EQ(OutputOf([](QR& symbol) { symbol.SetEncodeMode(""); }),
-            "Warning: Invalid QR Code encode mode (''). Setting to Binary ('B').\n");
-  CaptureInternal([] {
+TEST(Qr, AnyOtherEncodeModeReplacesTheOneBeforeWithoutAWord) {
+  QR symbol("svg");
+  symbol.SetEncodeMode("NUMERIC");
+  EXPECT_EQ(CaptureInternal([&] { symbol.SetEncodeMode("x"); }).out, "");
+  EXPECT_TRUE(symbol.Draw("0123456789", 0, 0, 100, 100));
+  EXPECT_EQ(symbol.GetSvg(), SvgInMode("BYTE"));
+}
+
+TEST(Qr, AnyOtherLevelIsM) {
+  const auto svgAtLevel = [](std::string_view level) {
     QR symbol("svg");
-    symbol.SetEncodeMode("N");
-    symbol.SetEncodeMode("x");
-    EXPECT_TRUE(symbol.Draw("0123456789", 0, 0, 100, 100));
-    EXPECT_EQ(symbol.GetSvg(), SvgInMode("B"));
-  });
+    symbol.SetErrorCorrectionLevel("H");
+    symbol.SetErrorCorrectionLevel(level);
+    EXPECT_TRUE(symbol.Draw("level", 0, 0, 100, 100));
+    return symbol.GetSvg();
+  };
+  const std::string m = svgAtLevel("M");
+  for (const char* const level : {"", "l", "h", "LL", "X"}) {
+    EXPECT_EQ(svgAtLevel(level), m) << level;
+  }
+  for (const char* const level : {"L", "Q", "H"}) {
+    EXPECT_NE(svgAtLevel(level), m) << level;
+  }
 }
 
 TEST(Qr, AVersionAboveTheRangeOfIntIsReportedAsANegativeNumber) {

@@ -2,6 +2,7 @@
 
 #include <png.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace barcode::test {
@@ -55,6 +56,39 @@ std::vector<int> RunsOfRow(const Image& image, int y) {
     ++runs.back();
   }
   return runs;
+}
+
+std::vector<int> InkedColumns(const Image& image, int top) {
+  std::vector<int> columns;
+  for (int x = 0; x < image.width; ++x) {
+    bool isInked = false;
+    for (int y = top; y < image.height; ++y) {
+      isInked = isInked || image.At(x, y) != kWhitePixel;
+    }
+    if (isInked) {
+      columns.push_back(x);
+    }
+  }
+  return columns;
+}
+
+std::vector<int> InkedRows(const Image& image, int top) {
+  std::vector<int> rows;
+  for (int y = top; y < image.height; ++y) {
+    bool isInked = false;
+    for (int x = 0; x < image.width; ++x) {
+      isInked = isInked || image.At(x, y) != kWhitePixel;
+    }
+    if (isInked) {
+      rows.push_back(y);
+    }
+  }
+  return rows;
+}
+
+bool IsBlank(const Image& image) {
+  return !image.pixels.empty() &&
+         std::ranges::all_of(image.pixels, [](const Pixel& pixel) { return pixel == kWhitePixel; });
 }
 
 }  // namespace barcode::test

@@ -48,4 +48,11 @@ GreyImage WithQuietZone(const Image& image, int quietZone, int scale = 1);
 // row begins light). Dark: luminance below one half.
 std::vector<int> RunsOfRow(const Image& image, int y);
 
+// The columns, and the rows, that hold anything but white from row `top` down.
+std::vector<int> InkedColumns(const Image& image, int top);
+std::vector<int> InkedRows(const Image& image, int top);
+
+// True for a picture that has pixels, all of them white.
+bool IsBlank(const Image& image);
+
 }  // namespace barcode::test

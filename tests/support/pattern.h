@@ -20,4 +20,15 @@ inline std::uint32_t Modules(const RunVector& pattern) {
   return std::accumulate(pattern.begin(), pattern.end(), std::uint32_t{0});
 }
 
+// The modules of a pattern from left to right, '1' for those of bars.
+inline std::string ModuleText(const RunVector& pattern) {
+  std::string modules;
+  bool isBar = true;
+  for (const std::uint32_t width : pattern) {
+    modules.append(width, isBar ? '1' : '0');
+    isBar = !isBar;
+  }
+  return modules;
+}
+
 }  // namespace barcode::test

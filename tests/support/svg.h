@@ -31,4 +31,28 @@ inline std::string Attribute(const std::string& element, const std::string& name
   return element.substr(begin, element.find('"', begin) - begin);
 }
 
+// The text of a text element.
+inline std::string Content(const std::string& element) {
+  const std::size_t begin = element.find('>') + 1;
+  return element.substr(begin, element.find('<', begin) - begin);
+}
+
+// The texts of some elements, one behind the other.
+inline std::string Contents(const std::vector<std::string>& elements) {
+  std::string text;
+  for (const std::string& element : elements) {
+    text += Content(element);
+  }
+  return text;
+}
+
+// The rectangles of a document without the first, which is the background.
+inline std::vector<std::string> BarElements(std::string_view document) {
+  std::vector<std::string> rects = SvgElements(document, "rect");
+  if (!rects.empty()) {
+    rects.erase(rects.begin());
+  }
+  return rects;
+}
+
 }  // namespace barcode::test

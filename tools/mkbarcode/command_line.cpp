@@ -71,26 +71,17 @@ std::string HelpText(const OptionInfo& option) {
 }
 
 std::string GroupName(const OptionInfo& option) {
-  std::size_t served = 0;
-  std::size_t servedTwoDimensional = 0;
-  for (const TypeInfo& type : AllTypes()) {
-    if (!type.Serves(option.id)) {
-      continue;
-    }
-    ++served;
-    if (type.IsTwoDimensional()) {
-      ++servedTwoDimensional;
-    }
-  }
-  if (served == AllTypes().size()) {
+  const auto servesAll = [&](const auto& isMeant) {
+    return std::ranges::all_of(AllTypes(),
+                               [&](const TypeInfo& type) { return type.Serves(option.id) == isMeant(type); });
+  };
+  if (servesAll([](const TypeInfo&) { return true; })) {
     return "Options of every type";
   }
-  constexpr std::size_t kLinearCount = 16;
-  constexpr std::size_t kTwoDimensionalCount = 3;
-  if (served == kLinearCount) {
+  if (servesAll([](const TypeInfo& type) { return !type.IsTwoDimensional(); })) {
     return "Options of the linear types";
   }
-  if (servedTwoDimensional == kTwoDimensionalCount) {
+  if (servesAll([](const TypeInfo& type) { return type.IsTwoDimensional(); })) {
     return "Options of the two-dimensional types";
   }
   return Concat({"Options of ", NamesOfTypesServing(option.id)});

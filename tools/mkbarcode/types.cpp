@@ -11,48 +11,65 @@ constexpr OptionSet Options(Ids... ids) {
   return (SetOf(ids) | ...);
 }
 
-constexpr OptionSet kEvery = Options(OptionId::kForegroundColor, OptionId::kBackgroundColor,
-                                     OptionId::kFitWidth, OptionId::kPxAdjustBlack, OptionId::kPxAdjustWhite);
-constexpr OptionSet kLinear = kEvery | Options(OptionId::kShowText, OptionId::kTextEvenSpacing,
-                                               OptionId::kTextFontScale, OptionId::kTextGap);
-constexpr OptionSet kFramed = kLinear | Options(OptionId::kShowStartStop);
-constexpr OptionSet kRetail = kLinear | Options(OptionId::kExtendedGuard);
-constexpr OptionSet kCode128 = kLinear | Options(OptionId::kCodeMode);
-constexpr OptionSet kDataBar14 = kLinear | Options(OptionId::kSymbolType14);
-constexpr OptionSet kDataBarExpanded = kLinear | Options(OptionId::kSymbolTypeExp, OptionId::kNoOfColumns);
-constexpr OptionSet kMatrix = kEvery | Options(OptionId::kStringEncoding);
-constexpr OptionSet kQr =
-    kMatrix | Options(OptionId::kVersion, OptionId::kErrorCorrectionLevel, OptionId::kEncodeMode);
-constexpr OptionSet kDataMatrix = kMatrix | Options(OptionId::kCodeSize, OptionId::kEncodeScheme);
-constexpr OptionSet kPdf417 = kMatrix | Options(OptionId::kColumns, OptionId::kRows, OptionId::kErrorLevel,
-                                                OptionId::kAspectRatio, OptionId::kYHeight);
+constexpr OptionSet kEveryOptions =
+    Options(OptionId::kForegroundColor, OptionId::kBackgroundColor, OptionId::kFitWidth,
+            OptionId::kPxAdjustBlack, OptionId::kPxAdjustWhite);
+constexpr OptionSet kLinearOptions = kEveryOptions | Options(OptionId::kShowText, OptionId::kTextEvenSpacing,
+                                                             OptionId::kTextFontScale, OptionId::kTextGap);
+constexpr OptionSet kFramedOptions = kLinearOptions | Options(OptionId::kShowStartStop);
+constexpr OptionSet kRetailOptions = kLinearOptions | Options(OptionId::kExtendedGuard);
+constexpr OptionSet kCode128Options = kLinearOptions | Options(OptionId::kCodeMode);
+constexpr OptionSet kDataBar14Options = kLinearOptions | Options(OptionId::kSymbolType14);
+constexpr OptionSet kDataBarExpandedOptions =
+    kLinearOptions | Options(OptionId::kSymbolTypeExp, OptionId::kNoOfColumns);
+constexpr OptionSet kMatrixOptions = kEveryOptions | Options(OptionId::kStringEncoding);
+constexpr OptionSet kQrOptions =
+    kMatrixOptions | Options(OptionId::kVersion, OptionId::kErrorCorrectionLevel, OptionId::kEncodeMode);
+constexpr OptionSet kDataMatrixOptions =
+    kMatrixOptions | Options(OptionId::kCodeSize, OptionId::kEncodeScheme);
+constexpr OptionSet kPdf417Options =
+    kMatrixOptions | Options(OptionId::kColumns, OptionId::kRows, OptionId::kErrorLevel,
+                             OptionId::kAspectRatio, OptionId::kYHeight);
 
 constexpr std::array kTypes = {
-    TypeInfo{BARCODE_CODE39, "BARCODE_CODE39", "code39", "Code 39", "c39 3of9", kFramed},
-    TypeInfo{BARCODE_CODE93, "BARCODE_CODE93", "code93", "Code 93", "c93", kLinear},
-    TypeInfo{BARCODE_CODE128, "BARCODE_CODE128", "code128", "Code 128", "c128", kCode128},
-    TypeInfo{BARCODE_GS1_128, "BARCODE_GS1_128", "gs1-128", "GS1-128", "ean128 ucc128", kLinear},
-    TypeInfo{BARCODE_NW7, "BARCODE_NW7", "nw7", "NW-7 (Codabar)", "codabar", kFramed},
-    TypeInfo{BARCODE_MATRIX_2OF5, "BARCODE_MATRIX_2OF5", "matrix2of5", "Matrix 2 of 5", "m2of5", kLinear},
-    TypeInfo{BARCODE_NEC_2OF5, "BARCODE_NEC_2OF5", "nec2of5", "NEC 2 of 5", "nec25", kLinear},
-    TypeInfo{BARCODE_JAN8, "BARCODE_JAN8", "jan8", "JAN-8 (EAN-8)", "ean8 gtin8", kRetail},
-    TypeInfo{BARCODE_JAN13, "BARCODE_JAN13", "jan13", "JAN-13 (EAN-13)", "ean13 jan ean gtin13", kRetail},
-    TypeInfo{BARCODE_UPC_A, "BARCODE_UPC_A", "upca", "UPC-A", "upc gtin12", kRetail},
-    TypeInfo{BARCODE_UPC_E, "BARCODE_UPC_E", "upce", "UPC-E", "", kRetail},
+    TypeInfo{BARCODE_CODE39, "BARCODE_CODE39", "code39", "Code 39", "c39 3of9", Dimension::kLinear,
+             kFramedOptions},
+    TypeInfo{BARCODE_CODE93, "BARCODE_CODE93", "code93", "Code 93", "c93", Dimension::kLinear,
+             kLinearOptions},
+    TypeInfo{BARCODE_CODE128, "BARCODE_CODE128", "code128", "Code 128", "c128", Dimension::kLinear,
+             kCode128Options},
+    TypeInfo{BARCODE_GS1_128, "BARCODE_GS1_128", "gs1-128", "GS1-128", "ean128 ucc128", Dimension::kLinear,
+             kLinearOptions},
+    TypeInfo{BARCODE_NW7, "BARCODE_NW7", "nw7", "NW-7 (Codabar)", "codabar", Dimension::kLinear,
+             kFramedOptions},
+    TypeInfo{BARCODE_MATRIX_2OF5, "BARCODE_MATRIX_2OF5", "matrix2of5", "Matrix 2 of 5", "m2of5",
+             Dimension::kLinear, kLinearOptions},
+    TypeInfo{BARCODE_NEC_2OF5, "BARCODE_NEC_2OF5", "nec2of5", "NEC 2 of 5", "nec25", Dimension::kLinear,
+             kLinearOptions},
+    TypeInfo{BARCODE_JAN8, "BARCODE_JAN8", "jan8", "JAN-8 (EAN-8)", "ean8 gtin8", Dimension::kLinear,
+             kRetailOptions},
+    TypeInfo{BARCODE_JAN13, "BARCODE_JAN13", "jan13", "JAN-13 (EAN-13)", "ean13 jan ean gtin13",
+             Dimension::kLinear, kRetailOptions},
+    TypeInfo{BARCODE_UPC_A, "BARCODE_UPC_A", "upca", "UPC-A", "upc gtin12", Dimension::kLinear,
+             kRetailOptions},
+    TypeInfo{BARCODE_UPC_E, "BARCODE_UPC_E", "upce", "UPC-E", "", Dimension::kLinear, kRetailOptions},
     TypeInfo{BARCODE_ITF, "BARCODE_ITF", "itf", "ITF (Interleaved 2 of 5)", "i2of5 interleaved2of5 itf14",
-             kLinear},
+             Dimension::kLinear, kLinearOptions},
     TypeInfo{BARCODE_GS1_DATABAR_14, "BARCODE_GS1_DATABAR_14", "databar", "GS1 DataBar Omnidirectional",
-             "databar14 gs1databar gs1databar14 databaromnidirectional rss14", kDataBar14},
+             "databar14 gs1databar gs1databar14 databaromnidirectional rss14", Dimension::kLinear,
+             kDataBar14Options},
     TypeInfo{BARCODE_GS1_DATABAR_LIMITED, "BARCODE_GS1_DATABAR_LIMITED", "databar-limited",
-             "GS1 DataBar Limited", "gs1databarlimited rsslimited", kLinear},
+             "GS1 DataBar Limited", "gs1databarlimited rsslimited", Dimension::kLinear, kLinearOptions},
     TypeInfo{BARCODE_GS1_DATABAR_EXPANDED, "BARCODE_GS1_DATABAR_EXPANDED", "databar-expanded",
-             "GS1 DataBar Expanded", "gs1databarexpanded rssexpanded", kDataBarExpanded},
+             "GS1 DataBar Expanded", "gs1databarexpanded rssexpanded", Dimension::kLinear,
+             kDataBarExpandedOptions},
     TypeInfo{BARCODE_YUBIN_CUSTOMER, "BARCODE_YUBIN_CUSTOMER", "yubin", "Japanese postal customer barcode",
-             "yubincustomer jppost japanpost customer kasutama", kLinear},
-    TypeInfo{BARCODE_QR, "BARCODE_QR", "qr", "QR Code", "qrcode", kQr},
+             "yubincustomer jppost japanpost customer kasutama", Dimension::kLinear, kLinearOptions},
+    TypeInfo{BARCODE_QR, "BARCODE_QR", "qr", "QR Code", "qrcode", Dimension::kTwoDimensional, kQrOptions},
     TypeInfo{BARCODE_DATAMATRIX, "BARCODE_DATAMATRIX", "datamatrix", "Data Matrix (ECC 200)", "dm ecc200",
-             kDataMatrix},
-    TypeInfo{BARCODE_PDF417, "BARCODE_PDF417", "pdf417", "PDF417", "", kPdf417},
+             Dimension::kTwoDimensional, kDataMatrixOptions},
+    TypeInfo{BARCODE_PDF417, "BARCODE_PDF417", "pdf417", "PDF417", "", Dimension::kTwoDimensional,
+             kPdf417Options},
 };
 
 constexpr bool NumbersAreIndices() {

@@ -47,6 +47,8 @@ constexpr OptionSet SetOf(OptionId id) {
   return OptionSet{1} << static_cast<unsigned>(id);
 }
 
+enum class Dimension : std::uint8_t { kLinear, kTwoDimensional };
+
 // All the tool knows of one symbology.
 struct TypeInfo {
   BarcodeSymbology number;
@@ -54,10 +56,11 @@ struct TypeInfo {
   std::string_view name;      // the name the tool prints
   std::string_view title;
   std::string_view aliases;  // further names, separated by spaces
-  OptionSet options;         // the options it serves
+  Dimension dimension;
+  OptionSet options;  // the options it serves
 
   bool Serves(OptionId id) const { return (options & SetOf(id)) != 0; }
-  bool IsTwoDimensional() const { return number >= BARCODE_QR; }
+  bool IsTwoDimensional() const { return dimension == Dimension::kTwoDimensional; }
 };
 
 // Every symbology of barcode.h in the order of its numbers.

@@ -1,0 +1,54 @@
+#include "layout/text_layout.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "text/text_bands.h"
+
+namespace barcode {
+
+float LayoutBarHeight(std::uint32_t height, int lines, const TextOptions& options) {
+  constexpr int kMinGap = 2;
+  auto barHeight = static_cast<float>(height);
+  if (options.show) {
+    const std::int64_t textRows = lines == 1 ? 1 : std::int64_t{lines} + 2;
+    const std::int64_t gap = std::max(ScaledTextGap(height, kTextGapBands, options.gap), kMinGap);
+    barHeight = static_cast<float>(height - textRows * TextSize(height, options.fontScale) - gap);
+  }
+  return std::max(barHeight, 1.0F);
+}
+
+TextRun LayoutTextLine(std::string text, int x, int width, int size, const TextBox& box,
+                       const TextOptions& options, PixelGrid grid) {
+  TextRun run;
+  run.text = std::move(text);
+  run.size = size;
+  run.box = box;
+  if (options.evenSpacing) {
+    run.spacing = EvenSpacing::Across(x, width, run.text.size(), size, options.marginScale);
+  } else if (grid == PixelGrid::kWhole) {
+    run.anchor = TextAnchor::kWithin;
+    run.x = x;
+    run.width = width;
+  } else {
+    run.anchor = TextAnchor::kMiddle;
+    run.x = static_cast<double>(std::int64_t{x} + width / 2);
+  }
+  return run;
+}
+
+void AddHumanReadableLine(Drawing& drawing, std::string text, const Box& box, int barsWidth,
+                          const TextOptions& options, PixelGrid grid) {
+  if (!options.show || text.empty()) {
+    return;
+  }
+  const int size = TextSize(box.height, options.fontScale);
+  const std::int64_t bottom = std::int64_t{box.y} + box.height;
+  TextBox room{.top = static_cast<double>(bottom - size)};
+  if (grid == PixelGrid::kWhole) {
+    room.bottom = static_cast<double>(bottom);
+  }
+  drawing.texts.push_back(LayoutTextLine(std::move(text), box.x, barsWidth, size, room, options, grid));
+}
+
+}  // namespace barcode
