@@ -7,6 +7,8 @@
 #include <thread>
 #include <vector>
 
+#include "support/capture.h"
+
 namespace barcode::test {
 
 // Calls draw(thread) on several threads at once, many times each: what it returns must be what it returns for
@@ -16,24 +18,29 @@ template <class Draw>
 void ExpectThreadsDrawWhatTheyDrawAlone(int threadCount, int rounds, Draw draw) {
   const auto count = static_cast<std::size_t>(threadCount);
   std::vector<std::vector<std::string>> drawn(count);
-  std::latch start(threadCount);
-  std::vector<std::thread> threads;
-  threads.reserve(count);
-  for (int thread = 0; thread < threadCount; ++thread) {
-    threads.emplace_back([&start, &draw, rounds, thread, &own = drawn[static_cast<std::size_t>(thread)]] {
-      start.arrive_and_wait();
-      for (int round = 0; round < rounds; ++round) {
-        own.push_back(draw(thread));
-      }
-    });
-  }
-  for (std::thread& thread : threads) {
-    thread.join();
-  }
-  for (int thread = 0; thread < threadCount; ++thread) {
-    const std::vector<std::string> alone(static_cast<std::size_t>(rounds), draw(thread));
-    // Not EXPECT_EQ, which would print the pictures.
-    EXPECT_TRUE(drawn[static_cast<std::size_t>(thread)] == alone) << thread;
+  std::vector<std::string> alone(count);
+  WithoutOutput([&] {
+    std::latch start(threadCount);
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < count; ++i) {
+      threads.emplace_back([&, i] {
+        start.arrive_and_wait();
+        for (int round = 0; round < rounds; ++round) {
+          drawn[i].push_back(draw(static_cast<int>(i)));
+        }
+      });
+    }
+    for (std::thread& thread : threads) {
+      thread.join();
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+      alone[i] = draw(static_cast<int>(i));
+    }
+  });
+  for (std::size_t i = 0; i < count; ++i) {
+    EXPECT_FALSE(alone[i].empty()) << i;
+    // Compared here: pictures are not to be printed.
+    EXPECT_TRUE(drawn[i] == std::vector(static_cast<std::size_t>(rounds), alone[i])) << i;
   }
 }
 

@@ -15,39 +15,35 @@ namespace {
 constexpr int kThreads = 8;
 
 TEST(Threads, DrawEverySymbologyAsTheyDoAlone) {
-  (void)Capture([] { ExpectThreadsDrawWhatTheyDrawAlone(kThreads, 2, UseEveryFunction); });
+  ExpectThreadsDrawWhatTheyDrawAlone(kThreads, 2, UseEveryFunction);
 }
 
 // More sizes of text than fonts are kept open, so that each thread closes fonts of the others.
 TEST(Threads, DrawTextsOfManySizesAsTheyDoAlone) {
-  (void)Capture([] {
-    ExpectThreadsDrawWhatTheyDrawAlone(kThreads, 10, [](int thread) {
-      std::string drawn;
-      const BarcodeObject code(BARCODE_CODE39);
-      for (const int height : {40, 60 + 10 * thread, 90 + 10 * thread}) {
-        barcode_set_output_format(code, "png");
-        barcode_draw_1d(code, "TEXT", 300, height);
-        const auto png = code.Png();
-        drawn.append(png.begin(), png.end());
-        drawn += code.SvgOf("TEXT", 300, height);
-      }
-      return drawn;
-    });
+  ExpectThreadsDrawWhatTheyDrawAlone(kThreads, 10, [](int thread) {
+    std::string drawn;
+    const BarcodeObject code(BARCODE_CODE39);
+    for (const int height : {40, 60 + 10 * thread, 90 + 10 * thread}) {
+      barcode_set_output_format(code, "png");
+      barcode_draw_1d(code, "TEXT", 300, height);
+      const auto png = code.Png();
+      drawn.append(png.begin(), png.end());
+      drawn += code.SvgOf("TEXT", 300, height);
+    }
+    return drawn;
   });
 }
 
 // Threads come and go while others draw, and leave nothing behind that these need.
 TEST(Threads, EndWhileOthersDraw) {
-  (void)Capture([] {
-    ExpectThreadsDrawWhatTheyDrawAlone(kThreads, 4, [](int thread) {
-      std::string drawn;
-      std::thread([&drawn, thread] {
-        const BarcodeObject code(BARCODE_JAN13);
-        barcode_draw_1d(code, "490123456789", 300, 80 + thread);
-        drawn = barcode_get_base64(code);
-      }).join();
-      return drawn;
-    });
+  ExpectThreadsDrawWhatTheyDrawAlone(kThreads, 4, [](int thread) {
+    std::string drawn;
+    std::thread([&drawn, thread] {
+      const BarcodeObject code(BARCODE_JAN13);
+      barcode_draw_1d(code, "490123456789", 300, 80 + thread);
+      drawn = barcode_get_base64(code);
+    }).join();
+    return drawn;
   });
 }
 
