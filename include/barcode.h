@@ -153,12 +153,14 @@
  *   out of SDL_ttf while another thread draws: the library's lock holds for its own calls only. SDL_GetError of the
  *   calling thread may change in any call.
  * - Threads: none is started. What a thread's calls left in SDL is freed when the thread ends.
- * - fork: a child may use the library if no other thread was in a call of it at the time of the fork. A child of a
- *   process that was drawing on another thread may wait forever for a lock that nobody holds any longer: let it call
- *   exec, or fork before drawing.
- * - Unloading (dlclose): allowed when no call is running and the handles are destroyed. The code stays mapped as long
- *   as a thread lives that has called it, and each unloading abandons some memory (of the text library, more than
- *   100 kB): load the library once.
+ * - fork: a child may use the library, whatever other threads were doing. For that a fork waits for the calls that are
+ *   running on other threads, and calls that begin meanwhile wait for the fork; after 10 seconds it waits no longer,
+ *   and then the child is to call exec and nothing of this library. posix_spawn, system and popen do not wait. Handles
+ *   of other threads are, in the child, as their last finished call left them. A host that calls SDL by itself keeps
+ *   its own threads out of SDL while it forks.
+ * - Unloading (dlclose): allowed when no call is running and the handles are destroyed, and costs nothing: the code
+ *   stays mapped, with what it has set up, and serves the next dlopen. A new version of the library takes effect in a
+ *   new process.
  * - Locale: numbers in documents and lines never follow it.
  * - Nothing is written but the two streams, and no file or environment variable is read, except by the libraries
  *   underneath (iconv its tables, SDL its hints).

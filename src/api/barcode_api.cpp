@@ -77,6 +77,7 @@ BarcodeHandle barcode_create(int type) {
 }
 
 void barcode_destroy(BarcodeHandle handle) {
+  const barcode::CallInProgress inProgress;
   const std::unique_ptr<BarcodeHandleRecord> owner(handle);
 }
 

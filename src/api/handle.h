@@ -9,6 +9,7 @@
 
 #include "barcode.h"
 #include "core/barcode_base.h"
+#include "core/call_in_progress.h"
 #include "core/diagnostics.h"
 #include "core/sdl_thread_data.h"
 
@@ -26,6 +27,7 @@ namespace barcode {
 // Returns the call's result, or `failed` when it threw.
 template <class Result, class Call>
 Result Guarded(Result failed, Call call) noexcept {
+  const CallInProgress inProgress;
   if (!PrepareSdlThreadData()) {
     return failed;
   }

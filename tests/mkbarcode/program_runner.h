@@ -17,6 +17,9 @@ class ScratchDirectory {
   std::string File(const std::string& name) const { return (m_path / name).string(); }
   std::string Path() const { return m_path.string(); }
 
+  // Of everything that is in it, in alphabetical order.
+  std::vector<std::string> Names() const;
+
  private:
   std::filesystem::path m_path;
 };

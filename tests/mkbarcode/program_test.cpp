@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <csignal>
+#include <filesystem>
 #include <set>
 
 #include "barcode.h"
@@ -12,6 +15,7 @@
 namespace barcode::tool {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -151,14 +155,81 @@ TEST(Program, FailsWhenTheOutputCannotBeWritten) {
   }
 }
 
-TEST(Program, RemovesAFileThatItCouldNotComplete) {
+// Draws into a file that may grow to one block of 512 bytes, much less than the picture.
+Outcome DrawOnFullDisk(const std::string& whatTheLimitDoes, const std::string& file) {
+  return RunShell(whatTheLimitDoes + "ulimit -c 0; ulimit -f 1; " + Program() +
+                  " code39 ABC --size 900x300 -o " + ShellQuoted(file));
+}
+
+TEST(Program, KeepsAnEarlierFileWhenTheDiskIsFull) {
   const ScratchDirectory scratch;
-  // A file may grow to one block of 512 bytes; the signal of the limit is ignored, so that the write fails.
   const std::string file = scratch.File("out.png");
-  const Outcome outcome = RunShell("trap '' XFSZ; ulimit -f 1; " + Program() +
-                                   " code39 ABC --size 900x300 -o " + ShellQuoted(file));
+  EXPECT_EQ(DrawOnFullDisk("trap '' XFSZ; ", file).status, 1);
+  EXPECT_THAT(scratch.Names(), IsEmpty());
+  WriteFile(file, "earlier");
+  const Outcome outcome = DrawOnFullDisk("trap '' XFSZ; ", file);
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_FALSE(std::filesystem::exists(file));
+  EXPECT_THAT(outcome.errors, HasSubstr("mkbarcode: cannot write " + file + ": File too large\n"));
+  EXPECT_THAT(scratch.Names(), ElementsAre("out.png"));
+  EXPECT_EQ(ReadFile(file), "earlier");
+}
+
+TEST(Program, LeavesNothingBehindWhenASignalEndsItInTheMiddleOfAWrite) {
+  const ScratchDirectory scratch;
+  const std::string file = scratch.File("out.png");
+  WriteFile(file, "earlier");
+  const Outcome outcome = DrawOnFullDisk("", file);
+  EXPECT_THAT(outcome.status, 128 + SIGXFSZ);
+  EXPECT_THAT(scratch.Names(), ElementsAre("out.png"));
+  EXPECT_EQ(ReadFile(file), "earlier");
+}
+
+TEST(Program, KeepsAnEarlierGalleryWhenTheDiskIsFull) {
+  const ScratchDirectory scratch;
+  const std::string page = scratch.File("index.html");
+  WriteFile(page, "earlier");
+  WriteFile(scratch.File("code39-1.png"), "earlier");
+  const Outcome outcome =
+      RunShell("trap '' XFSZ; ulimit -f 1; " + Program() + " gallery " + ShellQuoted(scratch.Path()));
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(ReadFile(page), "earlier");
+  EXPECT_EQ(ReadFile(scratch.File("code39-1.png")), "earlier");
+  EXPECT_THAT(scratch.Names(), ElementsAre("code39-1.png", "index.html"));
+}
+
+TEST(Program, TellsThatADirectoryTakesNoFile) {
+  const ScratchDirectory scratch;
+  std::filesystem::permissions(scratch.Path(), std::filesystem::perms(0555));
+  // The superuser writes into every directory while this capability lasts.
+  const std::string unprivileged = geteuid() == 0 ? "setpriv --bounding-set=-dac_override " : "";
+  const std::string file = scratch.File("out.png");
+  const Outcome outcome = RunShell(unprivileged + Program() + " code39 ABC -o " + ShellQuoted(file));
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.errors, Concat({"mkbarcode: cannot write ", file, ": cannot make a file in ",
+                                    scratch.Path(), ": Permission denied\n"}));
+  std::filesystem::permissions(scratch.Path(), std::filesystem::perms(0755));
+  WriteFile(file, "earlier");
+  std::filesystem::permissions(file, std::filesystem::perms(0444));
+  const Outcome onProtected = RunShell(unprivileged + Program() + " code39 ABC -o " + ShellQuoted(file));
+  EXPECT_EQ(onProtected.status, 1);
+  EXPECT_EQ(onProtected.errors, "mkbarcode: cannot write " + file + ": Permission denied\n");
+  EXPECT_EQ(ReadFile(file), "earlier");
+}
+
+TEST(Program, WritesPipesAndOpenFilesInPlace) {
+  const ScratchDirectory scratch;
+  const std::string expected = RunProgram({"code39", "ABC", "-o", "-"}).output;
+  const std::string draw = Program() + " code39 ABC --format png -o ";
+  const std::string pipe = ShellQuoted(scratch.File("pipe"));
+  EXPECT_EQ(RunShell(Concat({"mkfifo ", pipe, "; cat ", pipe, " & ", draw, pipe, "; wait"})).output,
+            expected);
+  EXPECT_EQ(RunShell(draw + "/dev/stdout | cat").output, expected);
+  // Another descriptor of the file sees the picture: it is the same file, and not one that took its name.
+  const std::string file = ShellQuoted(scratch.File("file"));
+  const Outcome redirected =
+      RunShell(Concat({"exec 5>", file, " 6<", file, "; ", draw, "/dev/stdout >&5; cat <&6"}));
+  EXPECT_EQ(redirected.output, expected);
+  EXPECT_THAT(scratch.Names(), ElementsAre("file", "pipe"));
 }
 
 TEST(Program, KeepsDiagnosticsOutOfTheFileWhenStandardOutputIsClosed) {

@@ -74,4 +74,11 @@ Captured CaptureInternal(const std::function<void()>& call) {
   return CaptureAnd(call, true);
 }
 
+void WithoutOutput(const std::function<void()>& call) {
+  (void)std::fflush(stdout);
+  const Redirected out(STDOUT_FILENO);
+  call();
+  (void)std::fflush(stdout);
+}
+
 }  // namespace barcode::test

@@ -18,4 +18,8 @@ Captured Capture(const std::function<void()>& call);
 // The same for calls below the exported functions, whose output is still to be flushed.
 Captured CaptureInternal(const std::function<void()>& call);
 
+// Runs the call with the descriptor of standard output led to nothing. Standard error stays, where a
+// sanitizer reports. What the call expects in vain goes to standard output: it is to be expected afterwards.
+void WithoutOutput(const std::function<void()>& call);
+
 }  // namespace barcode::test

@@ -2,103 +2,16 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
-#include <system_error>
 #include <utility>
 
-#include "mkbarcode/errors.h"
-#include "mkbarcode/quoting.h"
+#include "mkbarcode/descriptor.h"
+#include "mkbarcode/file_replacement.h"
 
 namespace barcode::tool {
-namespace {
-
-constexpr std::size_t kChunk = 65536;
-
-// A descriptor that is closed at the end.
-class Descriptor {
- public:
-  explicit Descriptor(int number) : m_number(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() { Close(); }
-
-  int Number() const { return m_number; }
-
-  // False when the close reports that earlier writes were lost.
-  bool Close() {
-    const int number = std::exchange(m_number, -1);
-    return number < 0 || close(number) == 0;
-  }
-
- private:
-  int m_number;
-};
-
-[[noreturn]] void FailWithErrno(const std::string& what) {
-  throw RunError(Concat({what, ": ", std::generic_category().message(errno)}));
-}
-
-std::string ReadDescriptor(int descriptor, const std::string& name) {
-  std::string bytes;
-  std::array<char, kChunk> chunk{};
-  while (true) {
-    const ssize_t count = read(descriptor, chunk.data(), chunk.size());
-    if (count < 0 && errno == EINTR) {
-      continue;
-    }
-    if (count < 0) {
-      FailWithErrno("cannot read " + name);
-    }
-    if (count == 0) {
-      return bytes;
-    }
-    bytes.append(chunk.data(), static_cast<std::size_t>(count));
-  }
-}
-
-bool WriteDescriptor(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t count = write(descriptor, bytes.data(), bytes.size());
-    if (count < 0 && errno == EINTR) {
-      continue;
-    }
-    if (count < 0) {
-      return false;
-    }
-    bytes.remove_prefix(static_cast<std::size_t>(count));
-  }
-  return true;
-}
-
-// An image cut short must not be taken for a whole one; devices and pipes stay.
-void RemoveIncomplete(const std::string& file) {
-  struct stat status {};
-  if (stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
-    unlink(file.c_str());
-  }
-}
-
-void WriteFile(const std::string& file, std::string_view bytes) {
-  constexpr mode_t kMode = 0666;
-  Descriptor descriptor(open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kMode));
-  if (descriptor.Number() < 0) {
-    FailWithErrno("cannot write " + file);
-  }
-  if (WriteDescriptor(descriptor.Number(), bytes) && descriptor.Close()) {
-    return;
-  }
-  const int reason = errno;
-  RemoveIncomplete(file);
-  errno = reason;
-  FailWithErrno("cannot write " + file);
-}
-
-}  // namespace
 
 void ReserveStandardDescriptors() {
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
@@ -126,7 +39,7 @@ std::string ReadAll(const std::string& file) {
 
 void WriteAll(const std::string& file, std::string_view bytes) {
   if (file != "-") {
-    WriteFile(file, bytes);
+    ReplaceFile(file, bytes);
   } else if (!WriteDescriptor(STDOUT_FILENO, bytes)) {
     FailWithErrno("cannot write to standard output");
   }

@@ -13,8 +13,8 @@ void ReserveStandardDescriptors();
 // All bytes of a file, or of standard input for "-". Throws RunError.
 std::string ReadAll(const std::string& file);
 
-// Writes a file, or standard output for "-". Throws RunError when not every byte was accepted; a regular file
-// that could not be completed is removed.
+// Writes standard output for "-", else a file (see ReplaceFile). Throws RunError when not every byte was
+// accepted.
 void WriteAll(const std::string& file, std::string_view bytes);
 
 // Writes to standard error as far as it goes.
