@@ -74,14 +74,6 @@ TEST(Canvas, WhatIsDrawnIsStoredNotBlended) {
   EXPECT_EQ(image.At(3, 3), test::kWhitePixel);
 }
 
-TEST(Canvas, PresentExecutesWhatIsQueued) {
-  Canvas canvas;
-  ASSERT_TRUE(canvas.Prepare(4, 4, kWhite));
-  FillRectangle(canvas, {0, 0, 4, 4}, kBlack);
-  canvas.Present();
-  EXPECT_EQ(*static_cast<const std::uint32_t*>(canvas.Surface()->pixels), 0xFF000000U);
-}
-
 // What was queued before may not come out on top of it.
 TEST(Canvas, FillCoversWhatWasDrawnBefore) {
   Canvas canvas;
