@@ -44,7 +44,7 @@ Drawing LayoutPaymentForm(std::string_view text, const Box& box, const LinearOpt
   // Lines that are spread evenly run across the bars, others are centred in the box.
   const std::int64_t lineWidth =
       options.text.evenSpacing ? std::int64_t{TruncToInt(drawing.drawnWidth)} : std::int64_t{box.width};
-  std::int64_t top = TruncToInt(drawing.barHeight);
+  std::int64_t top = std::int64_t{box.y} + TruncToInt(drawing.barHeight);
   for (const std::string& digitsLine : lines) {
     const TextBox room{.top = static_cast<double>(top)};
     drawing.texts.push_back(
