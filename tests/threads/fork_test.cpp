@@ -164,6 +164,7 @@ TEST(Fork, OnSeveralThreadsAtOnce) {
   std::vector<ChildEnd> ends(4, ChildEnd::kFailed);
   WithoutOutput([&] {
     std::vector<std::thread> threads;
+    threads.reserve(ends.size());
     for (ChildEnd& end : ends) {
       threads.emplace_back([&end] {
         for (int child = 0; child < 20; ++child) {
