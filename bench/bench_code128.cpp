@@ -1,7 +1,7 @@
 #include <random>
 
 #include "bench/draws.h"
-#include "linear/code128.h"
+#include "linear/code128_encoder.h"
 
 namespace barcode::bench {
 namespace {
@@ -22,10 +22,9 @@ std::string MixedText(std::size_t size) {
 
 // bytes_per_second is what must not depend on the length.
 void EncodeAutomatic(benchmark::State& state) {
-  const Code128 code("png");
   const std::string text = MixedText(static_cast<std::size_t>(state.range(0)));
   for ([[maybe_unused]] const auto _ : state) {
-    benchmark::DoNotOptimize(code.Encode(text));
+    benchmark::DoNotOptimize(EncodeCode128(text, Code128Mode::kAuto));
   }
   state.SetBytesProcessed(state.iterations() * state.range(0));
 }

@@ -1,14 +1,13 @@
 #include "bench/draws.h"
-#include "linear/itf.h"
+#include "linear/itf_encoder.h"
 
 namespace barcode::bench {
 namespace {
 
 void Encode(benchmark::State& state) {
-  const ITF code("png");
   const std::string text = "15412345678908";
   for ([[maybe_unused]] const auto _ : state) {
-    benchmark::DoNotOptimize(code.Encode(text));
+    benchmark::DoNotOptimize(EncodeItf(text));
   }
 }
 BENCHMARK(Encode)->Name("ITF/encode 14 digits");

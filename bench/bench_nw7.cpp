@@ -1,14 +1,13 @@
 #include "bench/draws.h"
-#include "linear/nw7.h"
+#include "linear/nw7_encoder.h"
 
 namespace barcode::bench {
 namespace {
 
 void Encode(benchmark::State& state) {
-  const NW7 code("png");
   const std::string text = "A1234567890B";
   for ([[maybe_unused]] const auto _ : state) {
-    benchmark::DoNotOptimize(code.Encode(text));
+    benchmark::DoNotOptimize(EncodeNw7(text));
   }
 }
 BENCHMARK(Encode)->Name("NW7/encode 12 characters");

@@ -1,5 +1,5 @@
 #include "bench/draws.h"
-#include "linear/yubin_customer.h"
+#include "linear/yubin_customer_encoder.h"
 
 namespace barcode::bench {
 namespace {
@@ -7,7 +7,7 @@ namespace {
 void Encode(benchmark::State& state) {
   const std::string text = "26300233-30-8-403";
   for ([[maybe_unused]] const auto _ : state) {
-    benchmark::DoNotOptimize(YubinCustomer::Encode(text));
+    benchmark::DoNotOptimize(EncodeYubinCustomer(text));
   }
 }
 BENCHMARK(Encode)->Name("YubinCustomer/encode 17 characters");

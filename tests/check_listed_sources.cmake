@@ -1,8 +1,12 @@
-# Every C++ source below src/, tools/ and tests/ belongs to a target: what no list names would never be compiled.
-#   cmake -DSOURCE=folder -DCOMMANDS=compile_commands.json -P check_listed_sources.cmake
+# Every C++ source belongs to a target: what no list names would never be compiled.
+#   cmake -DSOURCE=folder -DBENCH=ON -DCOMMANDS=compile_commands.json -P check_listed_sources.cmake
 cmake_minimum_required(VERSION 3.25)
 file(READ ${COMMANDS} commands)
 file(GLOB_RECURSE sources ${SOURCE}/src/*.cpp ${SOURCE}/tools/*.cpp ${SOURCE}/tests/*.cpp)
+if(BENCH)
+  file(GLOB bench ${SOURCE}/bench/*.cpp)
+  list(APPEND sources ${bench})
+endif()
 if(NOT sources)
   message(FATAL_ERROR "No sources in ${SOURCE}")
 endif()

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstddef>
+#include <limits>
 #include <span>
 
 #include "core/diagnostics.h"
@@ -33,14 +34,29 @@ void FillSurface(SDL_Surface& surface, const Colour& colour) {
   }
 }
 
+// A surface without pixels, of any width or height: SDL itself refuses rows of more than two gigabytes.
+SurfacePtr CreateEmptySurface(int columns, int rows) {
+  constexpr int kMaxColumns = std::numeric_limits<int>::max() / kBytesPerPixel;
+  SurfacePtr surface(
+      SDL_CreateRGBSurfaceWithFormat(0, std::min(columns, kMaxColumns), rows, kBitsPerPixel, kPixelFormat));
+  if (surface != nullptr) {
+    surface->w = columns;
+    SDL_SetClipRect(surface.get(), nullptr);
+  }
+  return surface;
+}
+
 }  // namespace
 
 SurfacePtr Canvas::CreateSurface(std::uint32_t width, std::uint32_t height) {
   const int columns = static_cast<int>(width);
   const int rows = static_cast<int>(height);
   // SDL takes ints: sizes above their range arrive as negative numbers, which it refuses in its own words.
-  if (columns <= 0 || rows <= 0) {
+  if (columns < 0 || rows < 0) {
     return SurfacePtr(SDL_CreateRGBSurfaceWithFormat(0, columns, rows, kBitsPerPixel, kPixelFormat));
+  }
+  if (columns == 0 || rows == 0) {
+    return CreateEmptySurface(columns, rows);
   }
   const std::uint64_t bytes = std::uint64_t{width} * height * kBytesPerPixel;
   // SDL would clear the pixels once more than needed, and touch those that are never seen.

@@ -170,6 +170,23 @@ std::string ShownText(BarcodeHandle handle, const char* text) {
   return texts[0].substr(begin, texts[0].find('<', begin) - begin);
 }
 
+TEST(Code39Draw, StartAndStopMayBeHidden) {
+  const BarcodeObject code(BARCODE_CODE39);
+  EXPECT_EQ(ShownText(code, "abc"), "*abc*");
+  barcode_set_show_start_stop(code, 0);
+  EXPECT_EQ(ShownText(code, "abc"), "abc");
+  barcode_set_show_start_stop(code, 1);
+  EXPECT_EQ(ShownText(code, "abc"), "*abc*");
+}
+
+TEST(Code39Draw, HidingStartAndStopLeavesTheBars) {
+  const BarcodeObject code(BARCODE_CODE39);
+  const auto bars = SvgElements(code.SvgOf("ABC", 300, 100), "rect");
+  EXPECT_EQ(bars.size(), 1U + 5 * 5);
+  barcode_set_show_start_stop(code, 0);
+  EXPECT_EQ(SvgElements(code.SvgOf("ABC", 300, 100), "rect"), bars);
+}
+
 TEST(Nw7Draw, StartAndStopMayBeHidden) {
   const BarcodeObject code(BARCODE_NW7);
   EXPECT_EQ(ShownText(code, "a12B"), "a12B");
@@ -206,6 +223,71 @@ TEST(Code128Draw, CodeModesByKeyword) {
   EXPECT_EQ(code.SvgOf("123a", 300, 100), "");
   barcode_set_code_mode(code, "AUTO");
   EXPECT_NE(code.SvgOf("123a", 300, 100), "");
+}
+
+// The element widths of a Code 128 symbol of so many values, the stop value included.
+std::string ElementsOf(const BarcodeObject& code, const char* text, int values) {
+  barcode_set_show_text(code, 0);
+  EXPECT_EQ(barcode_draw_1d(code, text, 11 * values + 2, 10), 1);
+  std::string elements;
+  for (const int run : RunsOfRow(code.Picture(), 0)) {
+    elements += std::to_string(run);
+  }
+  return elements;
+}
+
+TEST(Code128Draw, KeywordsChooseTheCodeSet) {
+  const BarcodeObject code(BARCODE_CODE128);
+  barcode_set_code_mode(code, "A");
+  EXPECT_EQ(ElementsOf(code, "12", 5),
+            "211412"  // start A
+            "211331"  // 49
+            "231131"  // 50
+            "113321"  // (103 + 49 + 2 * 50) % 103 = 46
+            "2331112");
+  barcode_set_code_mode(code, "B");
+  EXPECT_EQ(ElementsOf(code, "12", 5),
+            "211214"  // start B
+            "123221"  // 17
+            "223211"  // 18
+            "311123"  // (104 + 17 + 2 * 18) % 103 = 54
+            "2331112");
+  barcode_set_code_mode(code, "C");
+  EXPECT_EQ(ElementsOf(code, "12", 4),
+            "211232"  // start C
+            "112232"  // 12
+            "122231"  // (105 + 12) % 103 = 14
+            "2331112");
+}
+
+TEST(Code128Draw, IsAutomaticByDefaultAndAgainByKeyword) {
+  const BarcodeObject code(BARCODE_CODE128);
+  const std::string digits = code.SvgOf("1234", 300, 100);
+  const std::string mixed = code.SvgOf("a\x01", 300, 100);  // in no set alone
+  EXPECT_NE(digits, "");
+  EXPECT_NE(mixed, "");
+  barcode_set_code_mode(code, "B");
+  EXPECT_NE(code.SvgOf("1234", 300, 100), digits);
+  EXPECT_EQ(code.SvgOf("a\x01", 300, 100), "");
+  barcode_set_code_mode(code, "AUTO");
+  EXPECT_EQ(code.SvgOf("1234", 300, 100), digits);
+  EXPECT_EQ(code.SvgOf("a\x01", 300, 100), mixed);
+}
+
+TEST(Code128Draw, OtherKeywordsChangeNothing) {
+  const BarcodeObject code(BARCODE_CODE128);
+  for (const char* const mode : {"A", "B", "C", "AUTO"}) {
+    barcode_set_code_mode(code, mode);
+    const std::string document = code.SvgOf("1234", 300, 100);
+    for (const char* const keyword : {"", "a", "auto", "D", "AUTO ", " B"}) {
+      barcode_set_code_mode(code, keyword);
+      EXPECT_EQ(code.SvgOf("1234", 300, 100), document) << mode << " then " << keyword;
+    }
+  }
+}
+
+TEST(Code128Draw, ShowsTheTextAsGiven) {
+  EXPECT_EQ(ShownText(BarcodeObject(BARCODE_CODE128), "a\x01 1"), "a\x01 1");
 }
 
 TEST(Code128Draw, FixedSetsNameWhatTheyRefuse) {

@@ -1,10 +1,9 @@
-#include "linear/yubin_customer.h"
+#include "linear/yubin_customer_encoder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
-#include <limits>
 #include <string>
 
 namespace barcode {
@@ -23,16 +22,38 @@ std::string Times(int count, const std::string& text) {
   return repeated;
 }
 
+// The bars as they are published: 1 long, 2 upper semi-long, 3 lower semi-long, 4 timing.
+std::string Bars(const FourStateSymbol& symbol) {
+  std::string bars;
+  for (const FourState bar : symbol.bars) {
+    switch (bar) {
+      case FourState::kLong:
+        bars += '1';
+        break;
+      case FourState::kUpperSemiLong:
+        bars += '2';
+        break;
+      case FourState::kLowerSemiLong:
+        bars += '3';
+        break;
+      case FourState::kTiming:
+        bars += '4';
+        break;
+    }
+  }
+  return bars;
+}
+
 // The data part of a symbol: twenty codes between start code and check character.
 std::string Data(std::string_view text) {
-  return YubinCustomer::Encode(text).bars.substr(2, 60);
+  return Bars(EncodeYubinCustomer(text)).substr(2, 60);
 }
 
 TEST(YubinCustomerEncode, ExampleOfThePostalService) {
   // 263-0023, 3-30-8-403: the values 67 and three CC4 (14 each) make 109, 5 short of a multiple of 19.
-  const FourStateSymbol symbol = YubinCustomer::Encode("26300233-30-8-403");
+  const FourStateSymbol symbol = EncodeYubinCustomer("26300233-30-8-403");
   EXPECT_EQ(symbol.checkValue, 5);
-  EXPECT_EQ(symbol.bars,
+  EXPECT_EQ(Bars(symbol),
             "13"
             "132321312144144132312"
             "312414312144414231414123144312"
@@ -42,9 +63,10 @@ TEST(YubinCustomerEncode, ExampleOfThePostalService) {
 }
 
 TEST(YubinCustomerEncode, TwentyDigitsAreSixtySevenBars) {
-  const FourStateSymbol symbol = YubinCustomer::Encode("01234567890123456789");
-  EXPECT_EQ(symbol.bars, "13" + Times(2, "144114132312123141321213231411") + "141" + "31");
-  EXPECT_EQ(symbol.bars.size(), 67U);
+  const FourStateSymbol symbol = EncodeYubinCustomer("01234567890123456789");
+  EXPECT_EQ(Bars(symbol), "13" + Times(2, "144114132312123141321213231411") + "141" + "31");
+  EXPECT_EQ(symbol.bars.size(), kYubinBars);
+  EXPECT_EQ(kYubinBars, 67U);
   EXPECT_EQ(symbol.checkValue, 5);  // 90 is 5 short of 95
 }
 
@@ -64,30 +86,30 @@ TEST(YubinCustomerEncode, LettersAreAControlCodeAndADigit) {
 }
 
 TEST(YubinCustomerEncode, LowerCaseDrawsAsUpperCase) {
-  EXPECT_EQ(YubinCustomer::Encode("1-azc").bars, YubinCustomer::Encode("1-AZC").bars);
+  EXPECT_EQ(EncodeYubinCustomer("1-azc").bars, EncodeYubinCustomer("1-AZC").bars);
 }
 
 TEST(YubinCustomerEncode, OtherCharactersAreDropped) {
-  EXPECT_EQ(YubinCustomer::Encode(std::string_view(" 1\n2#\x80\xFF\0_3", 10)).bars,
-            YubinCustomer::Encode("123").bars);
+  EXPECT_EQ(EncodeYubinCustomer(std::string_view(" 1\n2#\x80\xFF\0_3", 10)).bars,
+            EncodeYubinCustomer("123").bars);
 }
 
 TEST(YubinCustomerEncode, NothingButOtherCharacters) {
-  const FourStateSymbol symbol = YubinCustomer::Encode("!?");
-  EXPECT_EQ(symbol.bars, "13" + Times(20, kCc4) + "141" + "31");
+  const FourStateSymbol symbol = EncodeYubinCustomer("!?");
+  EXPECT_EQ(Bars(symbol), "13" + Times(20, kCc4) + "141" + "31");
   EXPECT_EQ(symbol.checkValue, 5);
 }
 
 TEST(YubinCustomerEncode, SurplusInputIsIgnored) {
   const std::string full(20, '8');
-  EXPECT_EQ(YubinCustomer::Encode(full + "1A-").bars, YubinCustomer::Encode(full).bars);
+  EXPECT_EQ(EncodeYubinCustomer(full + "1A-").bars, EncodeYubinCustomer(full).bars);
 }
 
 TEST(YubinCustomerEncode, LetterInTheLastPositionEndsTheDataWithCc1) {
   const std::string nineteen(19, '1');
   for (const char* rest : {"A", "K", "Z", "A5"}) {
-    const FourStateSymbol symbol = YubinCustomer::Encode(nineteen + rest);
-    EXPECT_EQ(symbol.bars, "13" + Times(19, "114") + kCc1 + "231" + "31") << rest;
+    const FourStateSymbol symbol = EncodeYubinCustomer(nineteen + rest);
+    EXPECT_EQ(Bars(symbol), "13" + Times(19, "114") + kCc1 + "231" + "31") << rest;
     EXPECT_EQ(symbol.checkValue, 8) << rest;  // 19 x 1 + 11 = 30, 8 short of 38
   }
 }
@@ -104,49 +126,16 @@ TEST(YubinCustomerEncode, CheckCharacterOfEveryValue) {
   for (int hyphens = 0; hyphens < 19; ++hyphens) {
     const std::string text = std::string(static_cast<std::size_t>(hyphens), '-') +
                              std::string(static_cast<std::size_t>(20 - hyphens), '0');
-    const FourStateSymbol symbol = YubinCustomer::Encode(text);
+    const FourStateSymbol symbol = EncodeYubinCustomer(text);
     const int expected = (19 - 10 * hyphens % 19) % 19;
     EXPECT_EQ(symbol.checkValue, expected);
-    EXPECT_THAT(symbol.bars, EndsWith(std::string(kCodes[static_cast<std::size_t>(expected)]) + "31"));
+    EXPECT_THAT(Bars(symbol), EndsWith(std::string(kCodes[static_cast<std::size_t>(expected)]) + "31"));
   }
 }
 
 TEST(YubinCustomerEncode, LongTextsTakeNoLonger) {
-  EXPECT_EQ(YubinCustomer::Encode(std::string(1 << 20, 'x')).bars, YubinCustomer::Encode("xxxxxxxxxx").bars);
-  EXPECT_EQ(YubinCustomer::Encode(std::string(1 << 20, ' ')).bars, YubinCustomer::Encode(" ").bars);
-}
-
-TEST(FourStateBars, ExtentsOfTheFourTypes) {
-  const std::vector<RectF> bars = LayoutFourStateBars("1234", 10, 100, 30, 0);
-  EXPECT_EQ(bars,
-            (std::vector<RectF>{{10, 100, 5, 30}, {20, 100, 5, 20}, {30, 110, 5, 20}, {40, 110, 5, 10}}));
-}
-
-TEST(FourStateBars, FractionsAreKept) {
-  const std::vector<RectF> bars = LayoutFourStateBars("34", 0, 0, 40, 0);
-  EXPECT_FLOAT_EQ(bars[0].width, 6.6666667F);
-  EXPECT_FLOAT_EQ(bars[0].y, 13.333333F);
-  EXPECT_FLOAT_EQ(bars[0].height, 26.666667F);
-  EXPECT_FLOAT_EQ(bars[1].x, 13.333333F);
-  EXPECT_FLOAT_EQ(bars[1].height, 13.333333F);
-}
-
-TEST(FourStateBars, BlackAdjustmentWidensBarsButNotThePitch) {
-  const std::vector<RectF> bars = LayoutFourStateBars("11", 0, 0, 30, 3);
-  EXPECT_EQ(bars[0].width, 8);
-  EXPECT_EQ(bars[1].x, 10);
-}
-
-TEST(FourStateBars, BarsAreAtLeastOnePixelWide) {
-  EXPECT_EQ(LayoutFourStateBars("1", 0, 0, 30, -100)[0].width, 1);
-  EXPECT_EQ(LayoutFourStateBars("1", 0, 0, 3, 0)[0].width, 1);
-  EXPECT_EQ(LayoutFourStateBars("1", 0, 0, 30, std::numeric_limits<int>::min())[0].width, 1);
-}
-
-TEST(FourStateBars, ImageWidth) {
-  EXPECT_EQ(FourStateImageWidth(30), 676);
-  EXPECT_EQ(FourStateImageWidth(40), 901);
-  EXPECT_EQ(FourStateImageWidth(1), 23);  // 23.5
+  EXPECT_EQ(EncodeYubinCustomer(std::string(1 << 20, 'x')).bars, EncodeYubinCustomer("xxxxxxxxxx").bars);
+  EXPECT_EQ(EncodeYubinCustomer(std::string(1 << 20, ' ')).bars, EncodeYubinCustomer(" ").bars);
 }
 
 }  // namespace

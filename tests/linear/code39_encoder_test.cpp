@@ -1,27 +1,24 @@
-#include "linear/code39.h"
+#include "linear/code39_encoder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <numeric>
 #include <set>
 #include <stdexcept>
+#include <string>
 
 #include "linear/code39_tables.h"
+#include "support/message_of.h"
+#include "support/pattern.h"
 
-namespace barcode {
+namespace barcode::test {
 namespace {
 
 using ::testing::ElementsAreArray;
 
-std::string ErrorOf(const std::string& text) {
-  try {
-    (void)Code39("png").Encode(text);
-  } catch (const std::runtime_error& error) {
-    return error.what();
-  }
-  return "no error";
+std::string ErrorOf(std::string_view text) {
+  return MessageOf<std::runtime_error>([&] { EncodeCode39(text); });
 }
 
 TEST(Code39Table, EveryCharacterHasThreeWideElementsAndItsOwnPattern) {
@@ -47,21 +44,21 @@ TEST(Code39Encode, PatternOfOneCharacter) {
   expected.insert(expected.end(), one.begin(), one.end());
   expected.push_back(1);
   expected.insert(expected.end(), star.begin(), star.end());
-  EXPECT_THAT(Code39("png").Encode("1"), ElementsAreArray(expected));
+  EXPECT_THAT(EncodeCode39("1"), ElementsAreArray(expected));
 }
 
 TEST(Code39Encode, Has16nPlus31Modules) {
   for (std::size_t n = 1; n < 50; ++n) {
-    EXPECT_EQ(TotalModules(Code39("png").Encode(std::string(n, 'Z'))), 16 * n + 31);
+    EXPECT_EQ(Modules(EncodeCode39(std::string(n, 'Z'))), 16 * n + 31);
   }
 }
 
 TEST(Code39Encode, LowerCaseCountsAsUpperCase) {
-  EXPECT_EQ(Code39("png").Encode("abc-z"), Code39("png").Encode("ABC-Z"));
+  EXPECT_EQ(EncodeCode39("abc-z"), EncodeCode39("ABC-Z"));
 }
 
 TEST(Code39Encode, ASpaceIsAValidText) {
-  EXPECT_EQ(TotalModules(Code39("png").Encode(" ")), 47U);
+  EXPECT_EQ(Modules(EncodeCode39(" ")), 47U);
 }
 
 TEST(Code39Encode, Messages) {
@@ -77,11 +74,9 @@ TEST(Code39Encode, TheFirstOffendingCharacterIsNamed) {
 }
 
 TEST(Code39DisplayText, IsTheTextAsGivenInItsFrame) {
-  Code39 code("png");
-  EXPECT_EQ(code.DisplayText("abc"), "*abc*");
-  code.SetShowStartStop(false);
-  EXPECT_EQ(code.DisplayText("abc"), "abc");
+  EXPECT_EQ(Code39DisplayText("abc", true), "*abc*");
+  EXPECT_EQ(Code39DisplayText("abc", false), "abc");
 }
 
 }  // namespace
-}  // namespace barcode
+}  // namespace barcode::test

@@ -1,8 +1,9 @@
-#include "linear/code93.h"
+#include "linear/code93_encoder.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
+#include <stdexcept>
 #include <string>
 
 #include "linear/code93_tables.h"
@@ -26,9 +27,9 @@ TEST(Code93Tables, CharactersAreDistinctAndNineModulesWide) {
 
 // The example of the public standard: "TEST93" has the check characters "+" and "6".
 TEST(Code93Encode, AppendsBothCheckCharacters) {
-  EXPECT_EQ(kCode93Characters[Code93::CheckIndex("TEST93", 20)], '+');
-  EXPECT_EQ(kCode93Characters[Code93::CheckIndex("TEST93+", 15)], '6');
-  EXPECT_EQ(Digits(Code93("png").Encode("TEST93")),
+  EXPECT_EQ(kCode93Characters[Code93CheckIndex("TEST93", 20)], '+');
+  EXPECT_EQ(kCode93Characters[Code93CheckIndex("TEST93+", 15)], '6');
+  EXPECT_EQ(Digits(EncodeCode93("TEST93")),
             "111141"  // start, T E S T 9 3, + 6, stop
             "211221"
             "221211"
@@ -42,45 +43,42 @@ TEST(Code93Encode, AppendsBothCheckCharacters) {
 }
 
 TEST(Code93Encode, AcceptsLowerCase) {
-  EXPECT_EQ(Code93("png").Encode("abc"), Code93("png").Encode("ABC"));
+  EXPECT_EQ(EncodeCode93("abc"), EncodeCode93("ABC"));
 }
 
 TEST(Code93Encode, TakesTypedShiftCharacters) {
-  EXPECT_EQ(Digits(Code93("png").Encode("A!")).substr(0, 18),
+  EXPECT_EQ(Digits(EncodeCode93("A!")).substr(0, 18),
             "111141"
             "211113"
             "122211");
-  EXPECT_EQ(Digits(Code93("png").Encode("<>?")).substr(6, 18),
+  EXPECT_EQ(Digits(EncodeCode93("<>?")).substr(6, 18),
             "121221"
             "312111"
             "311121");
 }
 
 TEST(Code93Encode, RefusesOtherCharactersByTheirUpperCaseForm) {
-  EXPECT_EQ(MessageOf([] { Code93("png").Encode(""); }), "Empty string");
-  EXPECT_EQ(MessageOf([] { Code93("png").Encode("A_B"); }), "Invalid character in CODE93: _");
-  EXPECT_EQ(MessageOf([] { Code93("png").Encode("A#_"); }), "Invalid character in CODE93: #");
-  EXPECT_EQ(MessageOf([] { Code93("png").Encode("\xE9"); }), "Invalid character in CODE93: \xE9");
-  EXPECT_EQ(MessageOf([] { Code93::CheckIndex("a", 20); }), "Invalid character in CODE93: a");
+  EXPECT_EQ(MessageOf<std::runtime_error>([] { EncodeCode93(""); }), "Empty string");
+  EXPECT_EQ(MessageOf<std::runtime_error>([] { EncodeCode93("A_B"); }), "Invalid character in CODE93: _");
+  EXPECT_EQ(MessageOf<std::runtime_error>([] { EncodeCode93("A#_"); }), "Invalid character in CODE93: #");
+  EXPECT_EQ(MessageOf<std::runtime_error>([] { EncodeCode93("\xE9"); }), "Invalid character in CODE93: \xE9");
+  EXPECT_EQ(MessageOf<std::runtime_error>([] { Code93CheckIndex("a", 20); }),
+            "Invalid character in CODE93: a");
 }
 
 TEST(Code93Encode, CheckWeightsStartAgainAfterTheGreatest) {
   const std::string text = "1" + std::string(30, '0');
-  EXPECT_EQ(Code93::CheckIndex(text.substr(0, 20), 20), 20U);
-  EXPECT_EQ(Code93::CheckIndex(text.substr(0, 21), 20), 1U);
-  EXPECT_EQ(Code93::CheckIndex(text.substr(0, 22), 20), 2U);
-  EXPECT_EQ(Code93::CheckIndex(text.substr(0, 15), 15), 15U);
-  EXPECT_EQ(Code93::CheckIndex(text.substr(0, 16), 15), 1U);
+  EXPECT_EQ(Code93CheckIndex(text.substr(0, 20), 20), 20U);
+  EXPECT_EQ(Code93CheckIndex(text.substr(0, 21), 20), 1U);
+  EXPECT_EQ(Code93CheckIndex(text.substr(0, 22), 20), 2U);
+  EXPECT_EQ(Code93CheckIndex(text.substr(0, 15), 15), 15U);
+  EXPECT_EQ(Code93CheckIndex(text.substr(0, 16), 15), 1U);
 }
 
 TEST(Code93Encode, HasNineModulesForEachCharacter) {
   for (std::uint32_t n = 1; n < 50; ++n) {
-    EXPECT_EQ(Modules(Code93("png").Encode(std::string(n, 'Q'))), 9 * (n + 3) + 10);
+    EXPECT_EQ(Modules(EncodeCode93(std::string(n, 'Q'))), 9 * (n + 3) + 10);
   }
-}
-
-TEST(Code93DisplayText, IsTheTextAsGiven) {
-  EXPECT_EQ(Code93("png").DisplayText("abc"), "abc");
 }
 
 }  // namespace

@@ -18,9 +18,15 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr std::int32_t kModeA = 0;
-constexpr std::int32_t kModeB = 1;
-constexpr std::int32_t kModeC = 2;
+constexpr auto kModeA = Code128Mode::kA;
+constexpr auto kModeB = Code128Mode::kB;
+constexpr auto kModeC = Code128Mode::kC;
+constexpr auto kAuto = Code128Mode::kAuto;
+
+// Of a text that is refused.
+std::string MessageFor(std::string_view text, Code128Mode mode) {
+  return MessageOf<std::runtime_error>([&] { EncodeValues(text, mode); });
+}
 
 TEST(Code128Tables, EveryValueHasElevenModulesAndItsOwnPattern) {
   for (std::size_t value = 0; value < 106; ++value) {
@@ -51,11 +57,10 @@ TEST(Code128Values, SetCTakesTwoDigits) {
   EXPECT_EQ(CharValue(Code128Set::kC, "12", 1), -1);
 }
 
-TEST(Code128Values, RefusesEmptyTextAndUnknownModes) {
-  EXPECT_EQ(MessageOf([] { EncodeValues("", kModeA); }), "Empty string");
-  EXPECT_EQ(MessageOf([] { EncodeValues("", 4); }), "Empty string");
-  EXPECT_EQ(MessageOf([] { EncodeValues("A", 4); }), "Invalid CodeMode");
-  EXPECT_EQ(MessageOf([] { EncodeValues("A", -1); }), "Invalid CodeMode");
+TEST(Code128Values, RefusesEmptyText) {
+  for (const Code128Mode mode : {kModeA, kModeB, kModeC, kAuto}) {
+    EXPECT_EQ(MessageFor("", mode), "Empty string");
+  }
 }
 
 TEST(Code128Values, FixedSetsEncodeValueByValue) {
@@ -68,33 +73,26 @@ TEST(Code128Values, FixedSetsEncodeValueByValue) {
 }
 
 TEST(Code128Values, FixedSetsRefuseWhatTheyDoNotHold) {
-  EXPECT_EQ(MessageOf([] { EncodeValues("Ba", kModeA); }), "Invalid char for CODE_A");
-  EXPECT_EQ(MessageOf([] { EncodeValues("`", kModeA); }), "Invalid char for CODE_A");
-  EXPECT_EQ(MessageOf([] { EncodeValues("a\x7F", kModeB); }), "Invalid char for CODE_B");
-  EXPECT_EQ(MessageOf([] { EncodeValues("\x1F", kModeB); }), "Invalid char for CODE_B");
-  EXPECT_EQ(MessageOf([] { EncodeValues("12345", kModeC); }), "Not 2-digit at pos=4");
-  EXPECT_EQ(MessageOf([] { EncodeValues("123x", kModeC); }), "Not 2-digit at pos=2");
+  EXPECT_EQ(MessageFor("Ba", kModeA), "Invalid char for CODE_A");
+  EXPECT_EQ(MessageFor("`", kModeA), "Invalid char for CODE_A");
+  EXPECT_EQ(MessageFor("a\x7F", kModeB), "Invalid char for CODE_B");
+  EXPECT_EQ(MessageFor("\x1F", kModeB), "Invalid char for CODE_B");
+  EXPECT_EQ(MessageFor("12345", kModeC), "Not 2-digit at pos=4");
+  EXPECT_EQ(MessageFor("123x", kModeC), "Not 2-digit at pos=2");
 }
 
 TEST(Code128Values, AutomaticPrefersSetAAmongEquals) {
-  const Code128Values values = EncodeValues("ABC", kCode128ModeAuto);
+  const Code128Values values = EncodeValues("ABC", kAuto);
   EXPECT_THAT(values, ElementsAre(103, 65, 66, 67, (103 + 65 + 2 * 66 + 3 * 67) % 103, 106));
 }
 
 TEST(Code128Values, AutomaticUsesSetCForDigits) {
-  EXPECT_THAT(EncodeValues("1234", kCode128ModeAuto),
-              ElementsAre(105, 12, 34, (105 + 12 + 2 * 34) % 103, 106));
+  EXPECT_THAT(EncodeValues("1234", kAuto), ElementsAre(105, 12, 34, (105 + 12 + 2 * 34) % 103, 106));
 }
 
 TEST(Code128Values, AutomaticNamesOneMessageForWhatNoSetHolds) {
-  EXPECT_EQ(MessageOf([] { EncodeValues("AB\x7F", kCode128ModeAuto); }), "No valid start");
-  EXPECT_EQ(MessageOf([] {
-              EncodeValues(
-                  "12\xFF"
-                  "34",
-                  kCode128ModeAuto);
-            }),
-            "No valid start");
+  EXPECT_EQ(MessageFor("AB\x7F", kAuto), "No valid start");
+  EXPECT_EQ(MessageFor(std::string("12\xFF") + "34", kAuto), "No valid start");
 }
 
 void ExpectAsReference(const std::string& text) {
@@ -103,10 +101,10 @@ void ExpectAsReference(const std::string& text) {
   }
   const auto expected = ReferenceCode128(text).Encode();
   if (!expected) {
-    EXPECT_THROW(EncodeValues(text, kCode128ModeAuto), std::runtime_error) << testing::PrintToString(text);
+    EXPECT_THROW(EncodeValues(text, kAuto), std::runtime_error) << testing::PrintToString(text);
     return;
   }
-  Code128Values values = EncodeValues(text, kCode128ModeAuto);
+  Code128Values values = EncodeValues(text, kAuto);
   ASSERT_GE(values.size(), 2U);
   EXPECT_EQ(values.back(), kCode128Stop);
   values.resize(values.size() - 2);
@@ -129,7 +127,7 @@ TEST(Code128Values, AutomaticHoldsAMillionBytes) {
   for (int i = 0; i < 100'000; ++i) {
     text += "ab12345\x01XY";
   }
-  const Code128Values values = EncodeValues(text, kCode128ModeAuto);
+  const Code128Values values = EncodeValues(text, kAuto);
   EXPECT_EQ(Code128Values(values.begin(), values.begin() + 11),
             (Code128Values{104, 65, 66, 17, 99, 23, 45, 101, 1, 88, 89}));
   EXPECT_EQ(values.back(), kCode128Stop);
@@ -158,9 +156,31 @@ TEST(Code128Values, PatternIsTheWidthsWithoutGaps) {
   }
 }
 
-TEST(Code128Values, ValuesAboveTheStopValueHaveNoPattern) {
-  EXPECT_EQ(MessageOf([] { ValuesToPattern({107}); }), "Invalid code value");
-  EXPECT_EQ(MessageOf([] { ValuesToPattern({-1}, "Invalid code val"); }), "Invalid code val");
+TEST(Code128Values, OtherValuesHaveNoPattern) {
+  const auto messageFor = [](const Code128Values& values) {
+    return MessageOf<std::out_of_range>([&] { ValuesToPattern(values); });
+  };
+  for (const int value : {107, -1}) {
+    EXPECT_EQ(messageFor({value}), "Invalid code value") << value;
+    EXPECT_EQ(messageFor({103, value, 106}), "Invalid code value") << value;
+  }
+}
+
+TEST(Code128Encode, IsThePatternOfTheValues) {
+  for (const Code128Mode mode : {kModeA, kModeB, kModeC, kAuto}) {
+    EXPECT_EQ(EncodeCode128("1234", mode), ValuesToPattern(EncodeValues("1234", mode)));
+  }
+  EXPECT_EQ(Digits(EncodeCode128("A", kModeA)),
+            "211412"
+            "121124"  // 65
+            "121124"  // (103 + 65) % 103 = 65
+            "2331112");
+}
+
+TEST(Code128Encode, Messages) {
+  EXPECT_EQ(MessageOf<std::runtime_error>([] { EncodeCode128("", kAuto); }), "Empty string");
+  EXPECT_EQ(MessageOf<std::runtime_error>([] { EncodeCode128("\xFF", kAuto); }), "No valid start");
+  EXPECT_EQ(MessageOf<std::runtime_error>([] { EncodeCode128("a", kModeA); }), "Invalid char for CODE_A");
 }
 
 }  // namespace
