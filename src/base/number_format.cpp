@@ -8,16 +8,13 @@
 namespace barcode {
 namespace {
 
-// Longest "%.2f" of a double: sign, 309 digits, point, two decimals.
-constexpr std::size_t kBufferSize = 320;
-
 // Below this bound value * 100 is off by less than 2e-5, far from deciding a rounding that is not a near tie.
 constexpr double kFastBound = 1e9;
 constexpr double kTieMargin = 1e-3;
 
 template <class... Args>
 void AppendChars(std::string& out, Args... args) {
-  std::array<char, kBufferSize> buffer;
+  std::array<char, kLongestFixed2> buffer;
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), args...);
   out.append(buffer.data(), result.ptr);
 }
@@ -26,6 +23,10 @@ void AppendChars(std::string& out, Args... args) {
 bool RoundedHundredths(double value, std::uint64_t& hundredths) {
   if (!(value >= 0.0 && value < kFastBound) || std::signbit(value)) {
     return false;
+  }
+  if (const auto pixels = static_cast<std::uint64_t>(value); static_cast<double>(pixels) == value) {
+    hundredths = pixels * 100;
+    return true;
   }
   const double scaled = value * 100.0;
   const auto whole = static_cast<std::uint64_t>(scaled);
@@ -43,25 +44,22 @@ void AppendInt(std::string& out, std::int64_t value) {
   AppendChars(out, value);
 }
 
-void AppendFixed2(std::string& out, double value) {
+char* WriteFixed2(char* out, double value) {
   std::uint64_t hundredths = 0;
   if (!RoundedHundredths(value, hundredths)) {
-    AppendChars(out, value, std::chars_format::fixed, 2);
-    return;
+    return std::to_chars(out, out + kLongestFixed2, value, std::chars_format::fixed, 2).ptr;
   }
-  std::array<char, 24> buffer;
-  char* const end = buffer.data() + buffer.size();
-  char* begin = end;
+  out = std::to_chars(out, out + kLongestFixed2, hundredths / 100).ptr;
   const auto decimals = static_cast<unsigned>(hundredths % 100);
-  std::uint64_t whole = hundredths / 100;
-  *--begin = static_cast<char>('0' + decimals % 10);
-  *--begin = static_cast<char>('0' + decimals / 10);
-  *--begin = '.';
-  do {
-    *--begin = static_cast<char>('0' + whole % 10);
-    whole /= 10;
-  } while (whole != 0);
-  out.append(begin, end);
+  *out++ = '.';
+  *out++ = static_cast<char>('0' + decimals / 10);
+  *out++ = static_cast<char>('0' + decimals % 10);
+  return out;
+}
+
+void AppendFixed2(std::string& out, double value) {
+  std::array<char, kLongestFixed2> buffer;
+  out.append(buffer.data(), WriteFixed2(buffer.data(), value));
 }
 
 void AppendGeneral(std::string& out, double value, int precision) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -9,6 +10,12 @@ namespace barcode {
 
 // Decimal integer.
 void AppendInt(std::string& out, std::int64_t value);
+
+// Longest "%.2f" of a double: sign, 309 digits, point, two decimals.
+inline constexpr std::size_t kLongestFixed2 = 320;
+
+// The same as AppendFixed2 into kLongestFixed2 bytes at `out`; returns the end.
+char* WriteFixed2(char* out, double value);
 
 // "%.2f": two decimals, exact ties to even, "inf"/"nan" as printf writes them.
 void AppendFixed2(std::string& out, double value);

@@ -41,6 +41,16 @@ TEST(Diagnostics, AnErrorLineDoesNotOvertakeWhatWasPrinted) {
   EXPECT_EQ(captured.out, "before\n");
 }
 
+TEST(Diagnostics, LinesAreMadeOfPieces) {
+  const auto captured = Capture([] {
+    PrintLine("width=", 300U, ", height=", -1, ", ", 0.5F, '!');
+    PrintLine();
+    ErrorLine("[Tag] ", std::string("bad "), 7);
+  });
+  EXPECT_EQ(captured.out, "width=300, height=-1, 0.5!\n\n");
+  EXPECT_EQ(captured.err, "[Tag] bad 7\n");
+}
+
 // Datagrams keep the boundaries of writes.
 TEST(Diagnostics, EachErrorLineIsOneWrite) {
   int sockets[2];

@@ -1,6 +1,8 @@
 // What happens when SDL fails underneath a draw.
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "faults/interposed.h"
 #include "linear/code39.h"
 #include "support/capture.h"
@@ -86,6 +88,23 @@ TEST_F(CanvasFaults, NoMemoryForThePng) {
             "SaveSurfaceToMemory: フォーマット SDL_PIXELFORMAT_ABGR8888\n"
             "SaveSurfaceToMemory: ピッチ 400\n");
   EXPECT_FALSE(code.GetImageData().empty());
+}
+
+// The document breaks off in its middle; what the host reads is the one before.
+TEST_F(CanvasFaults, NoMemoryForTheSvgDocument) {
+  code.SetOutputFormat("svg");
+  ASSERT_TRUE(code.Draw("A", 0, 0, 100, 50));
+  const std::string document = code.GetSvgDocument();
+  const std::string text(3000, 'A');
+  const Captured captured = CaptureInternal([&] {
+    const Failing failing(Fault::LargeAllocation);
+    EXPECT_FALSE(code.Draw(text, 0, 0, 100, 50));
+  });
+  EXPECT_EQ(captured.err, "[Code39] std::bad_alloc\n");
+  EXPECT_EQ(captured.out, "");
+  EXPECT_EQ(code.GetSvgDocument(), document);
+  EXPECT_TRUE(code.Draw(text, 0, 0, 100, 50));
+  EXPECT_GT(code.GetSvgDocument().size(), 1'000'000U);
 }
 
 TEST_F(CanvasFaults, NoFontOfTheSizeAsked) {

@@ -6,7 +6,9 @@
 #include <dlfcn.h>
 #include <iconv.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <new>
@@ -46,15 +48,31 @@ Failing::~Failing() {
 }  // namespace barcode::test
 
 // NOLINTBEGIN: what stands for the allocator has to use one
-void* operator new[](std::size_t size) {
+void* operator new(std::size_t size, const std::nothrow_t& /*nothrow*/) noexcept {
   constexpr std::size_t kLarge = 1'000'000;
-  void* const memory = size >= kLarge && barcode::test::current == barcode::test::Fault::LargeAllocation
-                           ? nullptr
-                           : std::malloc(size);
+  return size >= kLarge && barcode::test::current == barcode::test::Fault::LargeAllocation
+             ? nullptr
+             : std::malloc(std::max<std::size_t>(size, 1));
+}
+
+void* operator new(std::size_t size) {
+  void* const memory = operator new(size, std::nothrow);
   if (memory == nullptr) {
     throw std::bad_alloc();
   }
   return memory;
+}
+
+void* operator new[](std::size_t size) {
+  return operator new(size);
+}
+
+void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+  std::free(memory);
 }
 
 void operator delete[](void* memory) noexcept {

@@ -16,7 +16,7 @@ enum class Fault {
   OpenFont,
   RenderText,
   OpenConverter,    // iconv_open
-  LargeAllocation,  // operator new[] of a megabyte or more
+  LargeAllocation,  // operator new of a megabyte or more
 };
 
 // Makes one of them fail while it lives, after `spared` calls that succeed.

@@ -98,6 +98,46 @@ TEST(LayoutModules, SkipsWhatIsNotPositive) {
   EXPECT_EQ(count(-2, SkipModules::kNone), 2U);
 }
 
+TEST(LayoutStretched, WholePixelsHaveRoundedEdges) {
+  const ModuleRule rule{.adjust = 1, .skip = SkipModules::kEmptyRect};
+  const MatrixDrawing drawing = LayoutStretched(ModuleMatrix(3, 2), 11, 7, true, PixelGrid::kWhole, rule);
+  EXPECT_EQ(drawing.width, 11U);
+  EXPECT_EQ(drawing.height, 7U);
+  ExpectSize(drawing.module, 11.0 / 3, 3.5);
+  EXPECT_THAT(drawing.grid.x, ElementsAre(0, 4, 7, 11));
+  EXPECT_THAT(drawing.grid.y, ElementsAre(0, 4, 7));
+  EXPECT_EQ(drawing.rule.adjust, 1);
+  EXPECT_EQ(drawing.rule.skip, SkipModules::kEmptyRect);
+}
+
+TEST(LayoutStretched, FractionsHaveExactEdges) {
+  const ModuleRule rule{.adjust = -0.5, .skip = SkipModules::kEmptyCell};
+  const MatrixDrawing drawing =
+      LayoutStretched(ModuleMatrix(4, 2), 11, 7, true, PixelGrid::kFractional, rule);
+  EXPECT_THAT(drawing.grid.x, ElementsAre(0, 2.75, 5.5, 8.25, 11));
+  EXPECT_THAT(drawing.grid.y, ElementsAre(0, 3.5, 7));
+  EXPECT_EQ(drawing.rule.adjust, -0.5);
+  EXPECT_EQ(drawing.rule.skip, SkipModules::kEmptyCell);
+}
+
+TEST(LayoutStretched, WithoutFitTheModulesLeaveTheRestOfTheBoxFree) {
+  for (const PixelGrid grid : {PixelGrid::kWhole, PixelGrid::kFractional}) {
+    const MatrixDrawing drawing = LayoutStretched(ModuleMatrix(3, 2), 11, 7, false, grid, {});
+    EXPECT_EQ(drawing.width, 11U);
+    EXPECT_EQ(drawing.height, 7U);
+    ExpectSize(drawing.module, 3, 3);
+    EXPECT_THAT(drawing.grid.x, ElementsAre(0, 3, 6, 9));
+    EXPECT_THAT(drawing.grid.y, ElementsAre(0, 3, 6));
+  }
+}
+
+TEST(LayoutStretched, ASymbolWithoutModulesKeepsItsPicture) {
+  const MatrixDrawing drawing = LayoutStretched({}, 11, 7, false, PixelGrid::kWhole, {});
+  EXPECT_EQ(drawing.width, 11U);
+  EXPECT_EQ(drawing.height, 7U);
+  EXPECT_THAT(Rects({}, drawing.grid, drawing.rule), ElementsAre());
+}
+
 using Pixels = std::set<std::pair<int, int>>;
 
 void Cover(Pixels& pixels, const ModuleRect& rect) {

@@ -69,7 +69,7 @@ TEST(StackedLayout, WidestRowCountsModules) {
 
 TEST(StackedLayout, RowsFollowEachOther) {
   const std::vector<StackedRow> rows = {{{0, 1, 2}, 1}, {{2, 1}, 1}};
-  const BarLayout layout = LayoutRows(rows, std::array{10.0F, 4.0F}, {.moduleWidth = 3}, 5, 7);
+  const Drawing layout = LayoutRows(rows, std::array{10.0F, 4.0F}, {.moduleWidth = 3}, {5, 7, 300, 100});
   EXPECT_THAT(layout.bars, ElementsAre(RectF{8, 7, 6, 10}, RectF{5, 17, 6, 4}));
   EXPECT_EQ(layout.drawnWidth, 9);
 }
@@ -77,7 +77,7 @@ TEST(StackedLayout, RowsFollowEachOther) {
 TEST(StackedLayout, AdjustmentsApplyToNominalWidthsWithOnePixelLeft) {
   const std::vector<StackedRow> rows = {{{0, 1, 1, 2}, 1}};
   const auto layout = [&](float moduleWidth, int black, int white) {
-    return LayoutRows(rows, std::array{1.0F}, {moduleWidth, black, white}, 0, 0);
+    return LayoutRows(rows, std::array{1.0F}, {moduleWidth, black, white}, {});
   };
   EXPECT_THAT(layout(2, 1, 3).bars, ElementsAre(RectF{5, 0, 3, 1}));
   EXPECT_EQ(layout(2, 1, 3).drawnWidth, 5 + 3 + 7);
@@ -89,14 +89,31 @@ TEST(StackedLayout, AdjustmentsApplyToNominalWidthsWithOnePixelLeft) {
 
 TEST(StackedLayout, EmptyElementsTakeNoRoom) {
   const std::vector<StackedRow> rows = {{{1, 9, 0, 3}, 1}, {{9, 0, 3, 1}, 1}};
-  const BarLayout layout = LayoutRows(rows, std::array{1.0F, 1.0F}, {1, 1, 1}, 0, 0);
+  const Drawing layout = LayoutRows(rows, std::array{1.0F, 1.0F}, {1, 1, 1}, {});
   EXPECT_EQ(layout.bars[0], (RectF{0, 0, 2, 1}));
   EXPECT_EQ(layout.drawnWidth, 16);
 }
 
 TEST(StackedLayout, RowsWithoutHeightHaveNoBars) {
   const std::vector<StackedRow> rows = {{kOneOne, std::nullopt}};
-  EXPECT_TRUE(LayoutRows(rows, std::array{-2.5F}, {}, 0, 0).bars.empty());
+  const Drawing layout = LayoutRows(rows, std::array{-2.5F}, {}, {});
+  EXPECT_TRUE(layout.bars.empty());
+  EXPECT_EQ(layout.drawnWidth, 2);
+}
+
+TEST(StackedLayout, OnlyAdjustedWidthsAreRaisedWhateverTheScaleSays) {
+  const std::vector<StackedRow> rows = {{{1, 1, 1}, 1}};
+  const ElementScale scale{0.5F, 1, 1, ElementMinimum::kNominalAndAdjusted};
+  const Drawing layout = LayoutRows(rows, std::array{1.0F}, scale, {});
+  EXPECT_THAT(layout.bars, ElementsAre(RectF{0, 0, 1.5F, 1}, RectF{3, 0, 1.5F, 1}));
+  EXPECT_EQ(layout.drawnWidth, 4.5F);
+}
+
+TEST(StackedLayout, RowsHaveNoTextOfTheirOwn) {
+  EXPECT_TRUE(LayoutRows(kStacked, std::array{1.0F, 1.0F, 1.0F}, {}, {}).texts.empty());
+  const Drawing none = LayoutRows({}, {}, {}, {});
+  EXPECT_TRUE(none.bars.empty());
+  EXPECT_EQ(none.drawnWidth, 0);
 }
 
 }  // namespace

@@ -5,6 +5,9 @@
 
 #include <array>
 #include <string>
+#include <vector>
+
+#include "layout/four_state_layout.h"
 
 namespace barcode {
 namespace {
@@ -136,6 +139,21 @@ TEST(YubinCustomerEncode, CheckCharacterOfEveryValue) {
 TEST(YubinCustomerEncode, LongTextsTakeNoLonger) {
   EXPECT_EQ(EncodeYubinCustomer(std::string(1 << 20, 'x')).bars, EncodeYubinCustomer("xxxxxxxxxx").bars);
   EXPECT_EQ(EncodeYubinCustomer(std::string(1 << 20, ' ')).bars, EncodeYubinCustomer(" ").bars);
+}
+
+// Start code 13, then the digit 0: 144. Nothing is rounded.
+TEST(YubinCustomerLayout, BarsAreLaidOutInThirds) {
+  const std::vector<RectF> bars = LayoutFourState(EncodeYubinCustomer("0").bars, {.height = 40}, 0).bars;
+  ASSERT_EQ(bars.size(), kYubinBars);
+  EXPECT_FLOAT_EQ(bars[0].width, 6.6666667F);
+  EXPECT_FLOAT_EQ(bars[0].height, 40);
+  EXPECT_FLOAT_EQ(bars[1].x, 13.333333F);
+  EXPECT_FLOAT_EQ(bars[1].y, 13.333333F);
+  EXPECT_FLOAT_EQ(bars[1].height, 26.666667F);
+  EXPECT_FLOAT_EQ(bars[3].x, 40);
+  EXPECT_FLOAT_EQ(bars[3].y, 13.333333F);
+  EXPECT_FLOAT_EQ(bars[3].height, 13.333333F);
+  EXPECT_EQ(FourStateImageWidth(40), 901);
 }
 
 }  // namespace
