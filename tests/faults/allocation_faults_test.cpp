@@ -27,8 +27,14 @@
 namespace barcode::test {
 namespace {
 
+// One allocation is that of the shaper's functions; in repetitions it is met under two numbers.
+constexpr long kLostTexts = 2;
 constexpr int kMaxFindings = 8;
 constexpr int kMaxCrashes = 4;
+
+bool Is2D(int type) {
+  return type >= BARCODE_QR;
+}
 
 // A draw that is tried.
 struct DrawCase {
@@ -257,6 +263,15 @@ constexpr std::array<Mode, 4> kModes = {
 // On which thread the armed call is made.
 enum class Where { kThisThread, kNewThread };
 
+void FindLoss(long blocks) {
+  ++SharedLegacy().findings;
+  if (SharedLegacy().findings <= kMaxFindings) {
+    Bequeath("  n = " + std::to_string(SharedLegacy().point) + ": " + std::to_string(blocks) +
+             " blocks more are held than before; of the call with the fault:\n" + DescribeSurvivingBlocks() +
+             DescribeFault());
+  }
+}
+
 // A call with a fault in it, and everything around it that is checked.
 class Trial {
  public:
@@ -286,6 +301,23 @@ class Trial {
     if (!condition) {
       Find(what);
     }
+  }
+
+  // A new handle draws what the reference has. Returns false when there is no text, and never will be: the
+  // shaper below the font library makes its functions when the first font is opened, and goes without them for
+  // good if there is no memory. Each new handle says so.
+  bool ExpectUsualDraw(const DrawCase& drawCase, const Reference& reference) {
+    SetStage("a draw without faults");
+    StreamsOf().Clear();
+    const Object object(drawCase);
+    const bool isTextLost = StreamsOf().Err() == "フォントの読み込みに失敗: Out of memory\n";
+    const bool isDrawn = object.Draw(drawCase) == 1;
+    const std::string_view result = object.Fetch(drawCase);
+    Expect(isDrawn && (isTextLost && !drawCase.IsSvg() ? Decoded(result) == reference.withoutFont
+                                                       : result == reference.result),
+           "a new handle draws otherwise afterwards");
+    SharedLegacy().number += isTextLost ? 1 : 0;
+    return !isTextLost;
   }
 
   // Calls `call` while allocations fail, on the trial's thread. True when one did fail.
@@ -390,7 +422,7 @@ class RefusedDrawTrial : public Trial {
     StreamsOf().Clear();
     SetStage("the refused draw");
     int drawn = -1;
-    const bool fired = Armed(fault, [&] { drawn = m_case.draw(object.Handle(), "\x01?"); });
+    const bool fired = Armed(fault, [&] { drawn = m_case.draw(object.Handle(), Is2D(m_case.type) ? "" : "\xFF"); });
     Expect(drawn == 0, "a bad text was drawn");
     Expect(HasReason(StreamsOf().Err()), "a bad text was refused without a line on standard error");
     SetStage("a draw without faults");
@@ -428,11 +460,8 @@ class CreateTrial : public Trial {
     } else {
       Expect(fired, "barcode_create fails without a fault");
     }
-    SetStage("a draw without faults");
-    const Object other(m_case);
-    Expect(other.Draw(m_case) == 1 && other.Fetch(m_case) == m_reference.result,
-           "a new handle draws otherwise afterwards");
-    if (object->Handle() != nullptr) {
+    const bool hasText = ExpectUsualDraw(m_case, m_reference);
+    if (object->Handle() != nullptr && hasText) {
       Expect(object->Draw(m_case) == 1 && object->Fetch(m_case) == m_reference.result,
              "the handle draws otherwise afterwards");
     }
@@ -535,6 +564,35 @@ class SvgTrial : public FetchTrial {
   }
 };
 
+// Creates again and again while the process is short of memory, without a call in between that could mend
+// something: what each attempt leaves behind must not add up.
+class RepeatedCreateTrial : public Trial {
+ public:
+  RepeatedCreateTrial(const DrawCase& drawCase, const Reference& reference)
+      : m_case(drawCase), m_reference(reference) {}
+
+  bool Run(const AllocationFault& fault) override {
+    constexpr int kAttempts = 6;
+    SetStage("barcode_create");
+    bool fired = false;
+    long smallestLoss = kForGood;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+      const long before = LiveBlocks();
+      fired = Armed(fault, [&] { barcode_destroy(barcode_create(m_case.type)); }) || fired;
+      smallestLoss = std::min(smallestLoss, LiveBlocks() - before);
+    }
+    if (smallestLoss > 0) {
+      FindLoss(smallestLoss);
+    }
+    ExpectUsualDraw(m_case, m_reference);
+    return fired;
+  }
+
+ private:
+  const DrawCase& m_case;
+  const Reference& m_reference;
+};
+
 using TextSetter = void (*)(BarcodeHandle, const char*);
 
 // A keyword that is longer than any that is known, and than what a string holds without memory.
@@ -601,15 +659,6 @@ Step RunStep(Trial& trial, const AllocationFault& fault) {
   SetStage("after all");
   step.blocks = LiveBlocks() - before - trial.KnownLosses();
   return step;
-}
-
-void FindLoss(long blocks) {
-  ++SharedLegacy().findings;
-  if (SharedLegacy().findings <= kMaxFindings) {
-    Bequeath("  n = " + std::to_string(SharedLegacy().point) + ": " + std::to_string(blocks) +
-             " blocks more are held than before; of the call with the fault:\n" + DescribeSurvivingBlocks() +
-             DescribeFault());
-  }
 }
 
 // What is found at all points of a call in one mode.
@@ -681,7 +730,7 @@ void TryWarm(Trial& trial, const Mode& mode, const std::string& title) {
   findings.SetPoints(legacy.point - 1);
 }
 
-// Each point in a process that has not called the library before.
+// Each point in a process that has not called the library before. What such a process loses it loses once.
 void TryCold(Trial& trial, const Mode& mode, const std::string& title) {
   Findings findings(title + ", " + mode.name);
   Legacy& legacy = SharedLegacy();
@@ -689,12 +738,7 @@ void TryCold(Trial& trial, const Mode& mode, const std::string& title) {
     return RunInChild([&] {
       static Streams streams;
       trial.In(streams);
-      const Step step = RunStep(trial, fault);
-      if (step.fired && step.blocks > legacy.number) {
-        FindLoss(step.blocks - legacy.number);
-      }
-      legacy.number = step.fired ? legacy.number : step.blocks;
-      legacy.isDone = !step.fired;
+      legacy.isDone = !RunStep(trial, fault).fired;
     });
   };
   EXPECT_EQ(runOne(kNoFault), "");
@@ -706,6 +750,10 @@ void TryCold(Trial& trial, const Mode& mode, const std::string& title) {
     goOn = end.empty() || findings.Crashed(end);
   }
   findings.SetPoints(legacy.point - 1);
+  if (legacy.number > 0) {
+    std::printf("    %-24s %6ld points after which there is no text\n", "", legacy.number);
+  }
+  EXPECT_LE(legacy.number, kLostTexts) << title << ", " << mode.name;
 }
 
 void TryOnBothThreads(Trial& trial, const std::string& title) {
@@ -731,10 +779,6 @@ int Draw2D(BarcodeHandle handle, const char* text) {
 
 int Draw2DRect(BarcodeHandle handle, const char* text) {
   return barcode_draw_2d_rect(handle, text, 100, 40);
-}
-
-bool Is2D(int type) {
-  return type >= BARCODE_QR;
 }
 
 const char* NameOf(int type) {
@@ -844,7 +888,7 @@ class AllocationFaults : public ::testing::TestWithParam<DrawCase> {};
 TEST_P(AllocationFaults, Draw) {
   const Reference reference = MakeReference(GetParam());
   ASSERT_FALSE(reference.result.empty());
-  ASSERT_NE(reference.result, reference.earlierResult);
+  ASSERT_TRUE(!GetParam().IsSvg() || reference.result != reference.earlierResult);
   DrawTrial trial(GetParam(), reference);
   TryOnBothThreads(trial, "draw");
 }
@@ -866,8 +910,10 @@ TEST_P(ColdAllocationFaults, Draw) {
 TEST_P(ColdAllocationFaults, Create) {
   const Reference reference = MakeReference(GetParam());
   CreateTrial trial(GetParam(), reference);
+  RepeatedCreateTrial repeated(GetParam(), reference);
   for (const Mode& mode : kModes) {
     TryCold(trial, mode, "first create");
+    TryCold(repeated, mode, "first creates");
   }
 }
 
@@ -893,15 +939,22 @@ TEST_P(AllocationFaultsOfType, Create) {
   TryOnBothThreads(trial, "create");
 }
 
-TEST_P(AllocationFaultsOfType, RefusedDraw) {
-  if (Is2D(GetParam()) || GetParam() == BARCODE_YUBIN_CUSTOMER || GetParam() == BARCODE_GS1_128) {
-    GTEST_SKIP() << "there is no bad text";
-  }
+INSTANTIATE_TEST_SUITE_P(Every, AllocationFaultsOfType, ::testing::Range(0, BARCODE_PDF417 + 1), &TypeName);
+
+class AllocationFaultsOfBadText : public AllocationFaultsOfType {};
+
+TEST_P(AllocationFaultsOfBadText, Draw) {
   RefusedDrawTrial trial(drawCase, reference);
   TryOnBothThreads(trial, "refused draw");
 }
 
-INSTANTIATE_TEST_SUITE_P(Every, AllocationFaultsOfType, ::testing::Range(0, BARCODE_PDF417 + 1),
+// GS1-128, the postal symbol and QR take any short text.
+INSTANTIATE_TEST_SUITE_P(Every, AllocationFaultsOfBadText,
+                         ::testing::Values(BARCODE_CODE39, BARCODE_CODE93, BARCODE_CODE128, BARCODE_NW7,
+                                           BARCODE_MATRIX_2OF5, BARCODE_NEC_2OF5, BARCODE_JAN8, BARCODE_JAN13,
+                                           BARCODE_UPC_A, BARCODE_UPC_E, BARCODE_ITF, BARCODE_GS1_DATABAR_14,
+                                           BARCODE_GS1_DATABAR_LIMITED, BARCODE_GS1_DATABAR_EXPANDED,
+                                           BARCODE_DATAMATRIX, BARCODE_PDF417),
                          &TypeName);
 
 class AllocationFaultsOfFetch : public ::testing::TestWithParam<int> {};

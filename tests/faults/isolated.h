@@ -11,7 +11,7 @@ namespace barcode::test {
 // What a child process leaves behind for its parent, whatever becomes of it.
 struct Legacy {
   long point = 0;  // the last one begun
-  long number = 0;          // of points, or of whatever the child counts
+  long number = 0;          // of whatever the children count
   int findings = 0;
   bool isDone = false;
   std::array<char, 64> stage{};  // what it was doing
