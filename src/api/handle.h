@@ -4,6 +4,7 @@
 #include <exception>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -24,16 +25,20 @@ struct BarcodeHandleRecord {
 namespace barcode {
 
 // The boundary to the host: nothing is thrown across it, and what was printed is flushed before it is left.
-// Returns the call's result, or `failed` when it threw.
+// Returns the call's result, or `failed` when it threw. tag: what stands before the reason on standard error;
+// without one, nothing is said.
 template <class Result, class Call>
-Result Guarded(Result failed, Call call) noexcept {
+Result Guarded(Result failed, Call call, std::string_view tag = {}) noexcept {
   const CallInProgress inProgress;
-  if (!PrepareSdlThreadData()) {
-    return failed;
-  }
   Result result = failed;
   try {
+    PrepareSdlThreadData();
     result = call();
+  } catch (const std::exception& error) {
+    if (!tag.empty()) {
+      ErrorLine(tag, error.what());
+    }
+    result = failed;
   } catch (...) {
     result = failed;
   }
@@ -84,11 +89,12 @@ void SetText(BarcodeHandle handle, const char* text, Call call) noexcept {
 // Draws of a text: 1 when drawn, 0 otherwise.
 template <class Symbology, class Call>
 int DrawText(BarcodeHandle handle, const char* text, Call call) noexcept {
-  if (text == nullptr) {
+  auto* const object = ObjectAs<Symbology>(handle);
+  if (object == nullptr || text == nullptr) {
     return 0;
   }
-  return With<Symbology>(handle, 0,
-                         [&](Symbology& object) { return call(object, std::string(text)) ? 1 : 0; });
+  return Guarded(
+      0, [&] { return call(*object, std::string(text)) ? 1 : 0; }, object->Tag());
 }
 
 }  // namespace barcode

@@ -42,13 +42,14 @@ std::string BarcodeBase::GetImageBase64() {
       throw std::runtime_error("GetImageBase64() is not available in SVG mode. Use GetSvg() instead.");
     }
     const std::vector<std::uint8_t> png = GetImageData();
-    m_canvas.Release();
+    std::string uri;
     if (png.empty()) {
-      return std::string(kFallbackUri);
+      uri = kFallbackUri;
+    } else {
+      uri.append("data:").append(MimeType()).append(";base64,");
+      AppendBase64(uri, png);
     }
-    std::string uri = "data:";
-    uri.append(MimeType()).append(";base64,");
-    AppendBase64(uri, png);
+    m_canvas.Release();
     return uri;
   } catch (const std::exception& error) {
     return std::string("Error: ") + error.what();

@@ -40,6 +40,9 @@ class BarcodeBase : public IBarcodeSymbology {
 
   const std::string& GetSvgDocument() const { return m_svgStream.Document(); }
 
+  // The prefix of error lines, "[Code39] ".
+  virtual std::string_view Tag() const = 0;
+
  protected:
   // Makes a new canvas of width x height, filled with the background. True without doing so when the format
   // is no raster format: an earlier canvas remains. False, with a line on standard error, when SDL fails;

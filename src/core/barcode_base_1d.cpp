@@ -126,7 +126,7 @@ void BarcodeBase1D::PaintRaster(const Drawing& drawing, TextPainter& texts) {
 bool BarcodeBase1D::DrawVector(const DrawKind& kind, const Box& box) {
   return Reported(kind.tag, [&] {
     const TextMeasure unknown = [](const std::string&, int) { return std::nullopt; };
-    const std::optional<SymbolDrawing> symbol = kind.layout({box, PixelGrid::kFractional, unknown});
+    std::optional<SymbolDrawing> symbol = kind.layout({box, PixelGrid::kFractional, unknown});
     if (!symbol) {
       return false;
     }
@@ -141,11 +141,12 @@ bool BarcodeBase1D::DrawVector(const DrawKind& kind, const Box& box) {
       WriteText(document, run, m_foreColor);
     }
     document.EndSvg();
+    if (!symbol->report.empty()) {
+      symbol->report += '\n';
+    }
     m_svgStream = std::move(document);
     m_barHeight = symbol->drawing.barHeight;
-    if (!symbol->report.empty()) {
-      PrintLine(symbol->report);
-    }
+    Print(symbol->report);
     return true;
   });
 }

@@ -39,6 +39,8 @@ class BarcodeBase1D : public BarcodeBase {
   bool Draw(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) final;
   bool DrawSvg(const std::string& text, int x, int y, std::uint32_t width, std::uint32_t height) final;
 
+  std::string_view Tag() const final { return m_tag; }
+
   void SetShowText(bool show) { m_showText = show; }
   void SetTextFontScale(float scale) { m_textFontScale = scale; }
   void SetTextGap(float gap) { m_textGap = gap; }

@@ -115,6 +115,7 @@ RendererPtr BarcodeBase2D::PrepareTarget(const Box& box) {
   report("  サーフェス (サイズ ", surface->w, 'x', surface->h, ") を使用します。");
   RendererPtr renderer(SDL_CreateSoftwareRenderer(surface));
   if (renderer == nullptr) {
+    ErrorLine("レンダラー作成に失敗: ", SdlError());
     report("エラー: サーフェス用ソフトウェアレンダラーの作成に失敗しました: ", SdlError());
   }
   return renderer;

@@ -35,6 +35,8 @@ class BarcodeBase2D : public BarcodeBase {
   virtual bool DrawMatrixSquare(const std::string& text, int x, int y, std::uint32_t size);
   virtual bool DrawSquare(const std::string& text, int x, int y, std::uint32_t size);
 
+  std::string_view Tag() const final { return m_style.tag; }
+
   // "utf-8", "shift-jis" or one of their spellings; any other keyword counts as UTF-8.
   void SetStringEncoding(std::string_view encoding) { m_stringEncoding = encoding; }
 

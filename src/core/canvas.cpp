@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <limits>
 #include <span>
+#include <stdexcept>
 
+#include "base/line.h"
 #include "core/diagnostics.h"
 #include "core/png_writer.h"
 #include "core/sdl_error.h"
@@ -105,9 +107,14 @@ bool Canvas::IsVisible() const {
 }
 
 void Canvas::Present() {
-  if (m_renderer != nullptr) {
-    SDL_RenderPresent(m_renderer.get());
+  if (m_renderer == nullptr) {
+    return;
   }
+  // SDL_RenderPresent does the same and tells nobody when it fails.
+  if (SDL_RenderFlush(m_renderer.get()) != 0) {
+    throw std::runtime_error(Line("SDL_RenderFlush error: ", SdlError()));
+  }
+  SDL_RenderPresent(m_renderer.get());
 }
 
 void Canvas::Release() {

@@ -1,6 +1,8 @@
 #include "core/font.h"
 
 #include <algorithm>
+#include <new>
+#include <utility>
 #include <vector>
 
 #include "core/diagnostics.h"
@@ -90,19 +92,56 @@ std::optional<TextExtent> MeasureText(const std::string& text, int size) {
     return std::nullopt;
   }
   const FontLibraryLock lock;
+  const FontMemoryWatch watch;
   const std::shared_ptr<TTF_Font> font = SizedRobotoFont(size);
   if (font == nullptr) {
+    if (watch.RanOut()) {
+      throw std::bad_alloc();
+    }
     return std::nullopt;
   }
-  const FontMemoryWatch watch;
   TextExtent extent;
   const bool isMeasured = TTF_SizeUTF8(font.get(), text.c_str(), &extent.width, &extent.height) == 0;
   if (watch.RanOut()) {
     ForgetSizedFonts();
-    return std::nullopt;
+    throw std::bad_alloc();
   }
   return isMeasured ? std::optional(extent) : std::nullopt;
 }
+
+namespace {
+
+// False, with SDL's words set, when it fails, or came up without the parts for which there was no memory.
+bool InitFontLibrary() {
+  const FontMemoryWatch watch;
+  if (TTF_Init() != 0) {
+    return false;
+  }
+  if (watch.RanOut()) {
+    TTF_Quit();
+    SDL_OutOfMemory();
+    return false;
+  }
+  return true;
+}
+
+// False, with SDL's words set, when all glyphs come out as one. The font library's shaper makes its functions
+// when it opens its first font; if there is no memory for them, it does without them as long as the process
+// lives.
+bool TellsGlyphsApart(TTF_Font& font) {
+  const FontMemoryWatch watch;
+  int narrow = 0;
+  int wide = 0;
+  const bool isMeasured =
+      TTF_SizeUTF8(&font, "i", &narrow, nullptr) == 0 && TTF_SizeUTF8(&font, "W", &wide, nullptr) == 0;
+  if (!isMeasured || watch.RanOut() || narrow == wide) {
+    SDL_OutOfMemory();
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
 
 bool InitTextRendering() {
   auto& library = FontLibrary::Instance();
@@ -110,15 +149,18 @@ bool InitTextRendering() {
   if (library.sharedFont != nullptr) {
     return true;
   }
-  if (TTF_Init() != 0) {
+  if (!InitFontLibrary()) {
     ErrorLine("SDL_ttfの初期化に失敗: ", SdlError());
     return false;
   }
-  library.sharedFont = OpenEmbeddedRobotoFont(kSharedFontSize);
-  if (library.sharedFont == nullptr) {
+  FontPtr font = OpenEmbeddedRobotoFont(kSharedFontSize);
+  if (font == nullptr || !TellsGlyphsApart(*font)) {
     ErrorLine("フォントの読み込みに失敗: ", SdlError());
+    font.reset();
+    TTF_Quit();
     return false;
   }
+  library.sharedFont = std::move(font);
   return true;
 }
 

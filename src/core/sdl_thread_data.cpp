@@ -3,6 +3,9 @@
 #include <SDL.h>
 #include <pthread.h>
 
+#include <cstddef>
+#include <new>
+
 namespace barcode {
 namespace {
 
@@ -21,16 +24,27 @@ class ThreadExit {
 
 thread_local bool isPrepared = false;
 
+// SDL, when it finds no memory for what it keeps of a thread, looks there for room to say so, and so on until
+// the stack is full. It gets to that only where there was memory for much more a moment ago.
+bool HasMemoryForSdl() {
+  constexpr std::size_t kMoreThanSdlTakes = 4096;
+  void* const memory = SDL_malloc(kMoreThanSdlTakes);
+  SDL_free(memory);
+  return memory != nullptr;
+}
+
 }  // namespace
 
-bool PrepareSdlThreadData() {
+void PrepareSdlThreadData() {
   if (isPrepared) {
-    return true;
+    return;
   }
   static ThreadExit threadExit;
+  if (!threadExit.Register() || !HasMemoryForSdl()) {
+    throw std::bad_alloc();
+  }
   SDL_ClearError();
-  isPrepared = threadExit.Register();
-  return isPrepared;
+  isPrepared = true;
 }
 
 }  // namespace barcode

@@ -1,6 +1,7 @@
 #include "core/text_painter.h"
 
 #include <algorithm>
+#include <new>
 
 #include "base/numeric.h"
 #include "core/diagnostics.h"
@@ -59,14 +60,21 @@ bool TextPainter::UseFont(Use use) {
 std::optional<TextExtent> TextPainter::MeasureOpen(const std::string& text) {
   TextExtent extent;
   bool isMeasured = false;
-  const bool hadMemory = UseFont([&] {
+  UseFont([&] {
     isMeasured = TTF_SizeUTF8(m_face->font.get(), text.c_str(), &extent.width, &extent.height) == 0;
   });
-  return hadMemory && isMeasured ? std::optional(extent) : std::nullopt;
+  return isMeasured ? std::optional(extent) : std::nullopt;
 }
 
 std::optional<TextExtent> TextPainter::Measure(const std::string& text, int size) {
-  return Open(size) ? MeasureOpen(text) : std::nullopt;
+  if (!Open(size)) {
+    return std::nullopt;
+  }
+  const std::optional<TextExtent> extent = MeasureOpen(text);
+  if (m_face->isSpoiled) {
+    throw std::bad_alloc();
+  }
+  return extent;
 }
 
 void TextPainter::Draw(const TextRun& run) {

@@ -48,7 +48,7 @@ TEST(MatrixFaults, NoRendererForTheDraw) {
                               "  BarcodeBase::Draw 呼び出し完了。\n"
                               "  サーフェス (サイズ 60x50) を使用します。\n"
                               "エラー: サーフェス用ソフトウェアレンダラーの作成に失敗しました: injected\n");
-  EXPECT_EQ(captured.err, "");
+  EXPECT_EQ(captured.err, "レンダラー作成に失敗: injected\n");
   EXPECT_TRUE(symbol.Draw("A", 0, 0, 60, 50));
 }
 
