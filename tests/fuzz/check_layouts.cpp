@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/numeric.h"
 #include "base/stacked_row.h"
 #include "fuzz/checks.h"
 #include "fuzz/require.h"
@@ -68,15 +69,15 @@ PixelGrid AnyGrid(ByteReader& reader) {
   return reader.Flag() ? PixelGrid::kWhole : PixelGrid::kFractional;
 }
 
-// A font whose digits are any width, or that cannot be measured.
+// A font whose texts grow with its size, from nothing to far wider than any box, or that cannot be measured.
 TextMeasure AnyFont(ByteReader& reader) {
-  const int width = reader.OneIn(4) ? reader.Any<int>() : static_cast<int>(reader.Byte());
-  const int height = static_cast<int>(reader.Byte());
+  const double aspect = static_cast<double>(reader.Byte()) / 32;
   if (reader.OneIn(4)) {
     return [](const std::string&, int) { return std::nullopt; };
   }
-  return [width, height](const std::string& /*text*/, int /*size*/) {
-    return std::optional(TextExtent{std::max(width, 0), height});
+  return [aspect](const std::string& text, int size) {
+    const double width = aspect * size * static_cast<double>(text.size());
+    return std::optional(TextExtent{std::max(TruncToInt(width), 0), size});
   };
 }
 
