@@ -48,9 +48,25 @@ std::string MixedText(ByteReader& reader) {
 
 // ---- QR ----
 
+// The codewords of a symbol. The order of the modules, which takes the time, is kept for each version.
+std::vector<std::uint8_t> QrCodewords(const QrSymbol& symbol) {
+  static std::array<std::vector<std::pair<int, int>>, kQrMaxVersion + 1> orders;
+  auto& order = orders[static_cast<std::size_t>(symbol.version)];
+  if (order.empty()) {
+    order = qr_reference::DataOrder(symbol.version);
+  }
+  std::vector<std::uint8_t> codewords(order.size() / 8);
+  for (std::size_t i = 0; i < codewords.size() * 8; ++i) {
+    const auto [x, y] = order[i];
+    const bool bit = symbol.matrix.At(x, y) != qr_reference::Inverts(symbol.mask, x, y);
+    codewords[i / 8] = static_cast<std::uint8_t>(codewords[i / 8] << 1 | (bit ? 1 : 0));
+  }
+  return codewords;
+}
+
 // The data codewords, after a check of the error correction, block by block: the longer blocks stand last.
 std::vector<std::uint8_t> QrData(const QrSymbol& symbol) {
-  const auto codewords = qr_reference::ReadCodewords(symbol.matrix, symbol.version, symbol.mask);
+  const std::vector<std::uint8_t> codewords = QrCodewords(symbol);
   const QrBlocks layout = QrBlocksOf(symbol.level, symbol.version);
   const auto blocks = static_cast<std::size_t>(layout.blocks);
   const auto total = static_cast<std::size_t>(QrDataCodewords(symbol.level, symbol.version));
@@ -183,15 +199,24 @@ void CheckDataMatrix(ByteReader& reader) {
   if (const std::size_t choice = reader.Below(64); choice < datamatrix::kSymbolSizes.size()) {
     place = choice;
   }
+  // One of the schemes for most texts, all for some.
+  const std::size_t chosen = reader.Byte();
+  const bool triesAll = chosen >= 224;
+  const bool drawsSymbol = chosen % 4 == 3;
   const std::string text = MixedText(reader);
   EncoderLines lines;
   const auto automatic = datamatrix::EncodeCodewords(text, {std::nullopt, place}, lines);
   if (!automatic.empty()) {
     Require(DecodeDataMatrix(automatic, place) == text, "Data Matrix reads back with schemes in turn");
+  }
+  if (!automatic.empty() && drawsSymbol) {
     RequireDataMatrixSymbol(text, {std::nullopt, place}, automatic.size());
   }
-  for (const Scheme scheme : datamatrix::kSchemes) {
-    const auto fixed = datamatrix::EncodeCodewords(text, {scheme, place}, lines);
+  for (std::size_t i = 0; i < datamatrix::kSchemes.size(); ++i) {
+    if (!triesAll && i != chosen % datamatrix::kSchemes.size()) {
+      continue;
+    }
+    const auto fixed = datamatrix::EncodeCodewords(text, {datamatrix::kSchemes[i], place}, lines);
     if (fixed.empty()) {
       continue;
     }

@@ -11,7 +11,6 @@ namespace {
 
 using Check = void (*)(ByteReader&);
 
-// Data Matrix and PDF417 have the most ways to encode a text.
 constexpr auto kChecks = std::to_array<Check>({CheckCode39,          CheckCode93,
                                                CheckCode128,         CheckNw7,
                                                CheckTwoOfFive,       CheckRetail,
@@ -19,8 +18,7 @@ constexpr auto kChecks = std::to_array<Check>({CheckCode39,          CheckCode93
                                                CheckDataBar14,       CheckDataBarLimited,
                                                CheckDataBarExpanded, CheckElementString,
                                                CheckPaymentForm,     CheckQr,
-                                               CheckDataMatrix,      CheckDataMatrix,
-                                               CheckPdf417,          CheckPdf417,
+                                               CheckDataMatrix,      CheckPdf417,
                                                CheckInputEncoding,   CheckNumbers,
                                                CheckBase64,          CheckLinearLayout,
                                                CheckGuardBarLayout,  CheckStackedLayout,
