@@ -38,7 +38,7 @@ constexpr auto kExtremeBoxes = std::to_array<std::pair<int, int>>({{0, 0},
                                                                    {kMax, 1},
                                                                    {1, kMax},
                                                                    {100'000, 1},
-                                                                   {1, 100'000},
+                                                                   {1, 3000},
                                                                    {100'000, 100'000},
                                                                    {65'536, 65'536},
                                                                    {23'171, 23'171}});
@@ -189,6 +189,14 @@ class Host {
   }
 
   std::pair<int, int> Box() {
+    const auto [width, height] = AnyBox();
+    // A square box keeps the height of a PDF417 symbol only: a large one may have a canvas of gigabytes.
+    constexpr int kLargeSquare = 1000;
+    const bool isHuge = Current().type == BARCODE_PDF417 && width == height && height > kLargeSquare;
+    return {isHuge ? kLargeSquare : width, isHuge ? kLargeSquare : height};
+  }
+
+  std::pair<int, int> AnyBox() {
     if (m_reader.OneIn(12)) {
       return m_reader.Of(kExtremeBoxes);
     }
