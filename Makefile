@@ -1,6 +1,6 @@
 # Thin calls of the presets in CMakePresets.json.
 .DEFAULT_GOAL := help
-.PHONY: help deps deps-test deps-lint build demo everything test asan tsan same lint bench install clean
+.PHONY: help deps deps-test deps-lint deps-fuzz build demo everything test asan tsan fuzz soak same lint bench install clean
 
 help:
 	@echo "make demo       install what is missing, build, draw the gallery into build/gallery/"
@@ -11,6 +11,8 @@ help:
 	@echo "make build      the library and mkbarcode"
 	@echo "make asan       the tests under address and undefined-behaviour sanitizers"
 	@echo "make tsan       the tests of threads under the thread sanitizer"
+	@echo "make fuzz       the fuzz targets under both, with Clang (SECONDS=60 each; make deps-fuzz installs it)"
+	@echo "make soak       many draws, while memory, descriptors and threads are watched (DRAWS=1000000)"
 	@echo "make same       compare the library byte for byte with that of a commit (BASE=commit, ARGS=...)"
 	@echo "make lint       clang-format and clang-tidy"
 	@echo "make bench      the benchmarks"
@@ -25,6 +27,9 @@ deps-test:
 
 deps-lint:
 	@scripts/install-deps.sh --lint
+
+deps-fuzz:
+	@scripts/install-deps.sh --fuzz
 
 # The library and the tool.
 build:
@@ -51,6 +56,20 @@ asan tsan:
 	cmake --preset $@
 	cmake --build --preset $@
 	ctest --preset $@
+
+SECONDS ?= 60
+fuzz:
+	@scripts/install-deps.sh --fuzz --check
+	cmake --preset fuzz
+	cmake --build --preset fuzz
+	scripts/fuzz.sh $(SECONDS)
+
+DRAWS ?= 1000000
+soak:
+	@scripts/install-deps.sh --test --check
+	cmake --preset release
+	cmake --build --preset release --target soak
+	build/release/tests/fuzz/soak --draws $(DRAWS)
 
 same:
 	@test -n "$(BASE)" || { echo "make same BASE=commit: which commit's library is to be compared with?" >&2; exit 2; }

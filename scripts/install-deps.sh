@@ -4,6 +4,7 @@
 #   scripts/install-deps.sh [--check]          library, tool and demo
 #   scripts/install-deps.sh --test [--check]   the same, tests and benchmarks
 #   scripts/install-deps.sh --lint [--check]   all of these and the linters
+#   scripts/install-deps.sh --fuzz [--check]   library and fuzzers
 # With --check it installs nothing: it says in one line what is missing, and fails if anything is.
 set -eu
 cd "$(dirname "$0")/.."
@@ -14,6 +15,7 @@ for argument; do
   case $argument in
     --test) purpose="test" ;;
     --lint) purpose=lint ;;
+    --fuzz) purpose=fuzz ;;
     --check) check=yes ;;
     *) echo "Unknown argument: $argument" >&2; exit 2 ;;
   esac
@@ -25,7 +27,11 @@ packages="
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev fonts-roboto-unhinted
   libcli11-dev
 "
-if [ "$purpose" != library ]; then
+tests=no
+if [ "$purpose" = "test" ] || [ "$purpose" = lint ]; then
+  tests=yes
+fi
+if [ "$tests" = yes ]; then
   programs="$programs python3:python3"
   packages="$packages
     libgtest-dev libgmock-dev libbenchmark-dev
@@ -36,6 +42,11 @@ if [ "$purpose" != library ]; then
 fi
 if [ "$purpose" = lint ]; then
   programs="$programs clang-format:clang-format clang-tidy:clang-tidy"
+fi
+
+if [ "$purpose" = fuzz ]; then
+  programs="$programs clang++:clang llvm-symbolizer:llvm"
+  packages="$packages libclang-rt-dev"
 fi
 
 missing=""
@@ -52,7 +63,7 @@ fi
 # The reader that package-lock.json names, byte for byte.
 installed=node_modules/.installed-lock.json
 reader=no
-if [ "$purpose" != library ] && ! cmp -s package-lock.json "$installed"; then
+if [ "$tests" = yes ] && ! cmp -s package-lock.json "$installed"; then
   reader=yes
 fi
 
