@@ -3,6 +3,7 @@
 #include <cstring>
 #include <string>
 
+#include "same/types.h"
 #include "support/barcode_object.h"
 #include "support/capture.h"
 #include "support/symbologies.h"
@@ -15,6 +16,11 @@ TEST(Handle, NumbersThatStandForNoSymbology) {
   for (const int type : {-1, first, first + 1, 1000, -2147483647 - 1, 2147483647}) {
     EXPECT_EQ(barcode_create(type), nullptr) << type;
   }
+}
+
+// A symbology that the recorder lacks would never be compared.
+TEST(Handle, TheRecorderKnowsEverySymbology) {
+  EXPECT_EQ(static_cast<std::size_t>(same::kTypes), EverySymbology().size());
 }
 
 TEST(Handle, EverySymbologyHasAValidTextThatBothOutputsDraw) {

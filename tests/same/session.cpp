@@ -291,8 +291,9 @@ void RunOrdinary(Host& host, int type, const std::string& text) {
 }
 
 int TypeNamed(const std::string& name) {
-  return static_cast<int>(std::find(std::begin(kTypeNames), std::end(kTypeNames), name) -
-                          std::begin(kTypeNames));
+  const auto named = std::find_if(kRecordedTypes.begin(), kRecordedTypes.end(),
+                                  [name](const RecordedType& type) { return type.name == name; });
+  return static_cast<int>(named - kRecordedTypes.begin());
 }
 
 int NumberIn(const std::string& digits) {
@@ -313,7 +314,10 @@ void RunOrdinary(Host& host, int type, int number) {
 }  // namespace
 
 std::vector<SessionName> AllSessions(const std::string& type, int sessions) {
-  std::vector<std::string> types(std::begin(kTypeNames), std::end(kTypeNames));
+  std::vector<std::string> types;
+  for (int type = 0; type < kTypes; ++type) {
+    types.emplace_back(TypeName(type));
+  }
   types.insert(types.end(), {kMixed, kNone});
   if (!type.empty() && std::find(types.begin(), types.end(), type) == types.end()) {
     throw std::runtime_error("no such type: " + type);

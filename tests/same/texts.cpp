@@ -340,7 +340,7 @@ std::string PaymentText(RandomText& random) {
 }
 
 std::vector<std::string> OrdinaryTexts(int type) {
-  static const std::vector<std::string> kTexts[kTypes] = {
+  static const std::vector<std::vector<std::string>> kTexts = {
       {"ABC-123", "CODE 39", "0123456789", "*A*", "$/+%."},
       {"ABC-123", "Code 93", "a\tb", "0123456789"},
       {"ABC-abc-1234", "0123456789", "12345", "A\tB", "Hello, World!"},
@@ -369,7 +369,7 @@ std::vector<std::string> OrdinaryTexts(int type) {
       {"HELLO", "https://www.example.com/", "01234567890123456789", "\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E",
        "\x93\xFA\x96\x7B",
        "The quick brown fox jumps over the lazy dog, again and again and again and again."}};
-  return kTexts[type];
+  return kTexts.at(static_cast<std::size_t>(type));  // a type without texts is an error
 }
 
 }  // namespace barcode::same

@@ -21,6 +21,10 @@ inline std::vector<int> EverySymbology() {
   }
 }
 
+constexpr bool IsTwoDimensional(int type) {
+  return type == BARCODE_QR || type == BARCODE_DATAMATRIX || type == BARCODE_PDF417;
+}
+
 // A text that the symbology accepts in every one of its forms; null when none is listed here, which the tests
 // of every symbology take for a failure: a new symbology gets its line.
 inline const char* ValidText(int type) {

@@ -61,7 +61,7 @@ void DrawEveryWay(BarcodeHandle code, int type, int variant, int height) {
   } else if (type == BARCODE_YUBIN_CUSTOMER) {
     isDrawn =
         barcode_draw_yubin(code, text, height) + barcode_draw_yubin_with_width(code, text, 1, height) == 2;
-  } else if (type >= BARCODE_QR) {
+  } else if (IsTwoDimensional(type)) {
     // Two characters that are converted where the encoding is Shift-JIS.
     isDrawn = barcode_draw_2d(code, "\xE6\x96\x87\xE5\xAD\x97", 2 * height) +
                   barcode_draw_2d_rect(code, text, width, 2 * height) ==
