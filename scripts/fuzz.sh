@@ -1,7 +1,7 @@
 #!/bin/sh
 # Runs the fuzz targets (tests/fuzz/fuzz_*.cpp, built by the preset fuzz) one after the other.
 #   scripts/fuzz.sh SECONDS [TARGET...]   beginning with the corpus in the tree; new inputs go to build/fuzz/corpus/
-#   scripts/fuzz.sh --merge [TARGET...]   the smallest corpus that covers as much becomes the one in the tree
+#   scripts/fuzz.sh --merge [TARGET...]   few inputs that reach the same code become the corpus in the tree
 # An input that fails is written to build/fuzz/found-*: give it to build/fuzz/tests/fuzz/fuzz_TARGET to see it fail with
 # a full report, and add it to tests/fuzz/corpus/TARGET when it is mended.
 set -eu
@@ -20,7 +20,7 @@ for target; do
   # Stacks of allocations are cut short: recording them whole takes most of the time.
   if [ "$seconds" = --merge ]; then
     smallest=$(mktemp -d)
-    ASAN_OPTIONS=malloc_context_size=2 "$program" -merge=1 -max_len=300 "$smallest" "$kept" "$found"
+    ASAN_OPTIONS=malloc_context_size=2 "$program" -merge=1 -use_counters=0 -max_len=300 "$smallest" "$kept" "$found"
     rm -rf "$kept"
     mv "$smallest" "$kept"
     chmod 755 "$kept"

@@ -44,8 +44,8 @@ int Adjustment(ByteReader& reader) {
 Box AnyBox(ByteReader& reader) {
   Box box;
   if (reader.OneIn(8)) {
-    box.x = static_cast<std::int8_t>(reader.Byte());
-    box.y = static_cast<std::int8_t>(reader.Byte());
+    box.x = static_cast<int>(reader.Byte()) - 128;
+    box.y = static_cast<int>(reader.Byte()) - 128;
   }
   box.width = Size(reader);
   box.height = Size(reader);

@@ -415,7 +415,7 @@ class Host {
   void Apply(const std::string& format) {
     barcode_set_output_format(Handle(), format.c_str());
     if (Handle() != nullptr) {
-      Current().format = format.c_str();
+      Current().format = format.substr(0, format.find('\0'));
     }
   }
 
