@@ -31,7 +31,8 @@ class Canvas {
   // Nothing needs to be painted then.
   bool IsVisible() const;
 
-  // Executes what is queued on the renderer. Throws std::runtime_error when SDL cannot, as all that present do.
+  // Executes what is queued on the renderer. Throws std::runtime_error when SDL cannot, as all that present
+  // do.
   void Present();
 
   void Release();

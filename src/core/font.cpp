@@ -125,14 +125,15 @@ bool InitFontLibrary() {
   return true;
 }
 
-// False, with SDL's words set, when all glyphs come out as one. The font library's shaper makes its functions when it
-// opens its first font; if there is no memory for them, it does without them as long as the process lives.
+// False, with SDL's words set, when all glyphs come out as one. The font library's shaper makes its functions
+// when it opens its first font; if there is no memory for them, it does without them as long as the process
+// lives.
 bool TellsGlyphsApart(TTF_Font& font) {
   const FontMemoryWatch watch;
   int narrow = 0;
   int wide = 0;
-  const bool isMeasured = TTF_SizeUTF8(&font, "i", &narrow, nullptr) == 0 &&
-                          TTF_SizeUTF8(&font, "W", &wide, nullptr) == 0;
+  const bool isMeasured =
+      TTF_SizeUTF8(&font, "i", &narrow, nullptr) == 0 && TTF_SizeUTF8(&font, "W", &wide, nullptr) == 0;
   if (!isMeasured || watch.RanOut() || narrow == wide) {
     SDL_OutOfMemory();
     return false;

@@ -39,8 +39,8 @@ class FontMemoryWatch {
 // held.
 void ForgetSizedFonts();
 
-// The size of a text at a font size, as it would be drawn; nothing when text cannot be drawn at that size. Throws
-// std::bad_alloc when memory is exhausted: a layout that follows from a guess would be another one.
+// The size of a text at a font size, as it would be drawn; nothing when text cannot be drawn at that size.
+// Throws std::bad_alloc when memory is exhausted: a layout that follows from a guess would be another one.
 std::optional<TextExtent> MeasureText(const std::string& text, int size);
 
 // Makes the text library and the shared font ready, once for the life of the process; a failure is reported

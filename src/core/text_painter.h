@@ -26,8 +26,8 @@ class TextPainter {
   // fontError: what stands before the reason when a font cannot be opened.
   TextPainter(SDL_Renderer& canvas, const Colour& colour, std::string_view fontError);
 
-  // Size of a text in pixels; nothing when text cannot be drawn at that size. Throws std::bad_alloc when memory
-  // is exhausted.
+  // Size of a text in pixels; nothing when text cannot be drawn at that size. Throws std::bad_alloc when
+  // memory is exhausted.
   std::optional<TextExtent> Measure(const std::string& text, int size);
 
   // Draws nothing when text cannot be drawn at all, or not at that size.

@@ -1,5 +1,5 @@
-// The n-th allocation fails: one alone, two or eight in a row, or all from there on, for n = 1, 2, ... until a
-// call comes to its end without asking for the n-th. Nothing may crash, a result is whole or refused, and
+// The n-th allocation fails: one alone, two or eight in a row, or all from there on, for n = 1, 2, ... until
+// a call comes to its end without asking for the n-th. Nothing may crash, a result is whole or refused, and
 // afterwards everything works as if nothing had happened.
 //
 //   host_fault_tests --gtest_filter='*Allocation*'       BARCODE_FAULT_TRACE=1 adds where allocations failed
@@ -201,10 +201,15 @@ void ForEachLine(std::string_view text, Visit visit) {
 }
 
 // The lines of which each tells that text is missing; and those of GS1 DataBar about nothing.
-const std::vector<std::string_view> kTextLines = {
-    "OpenEmbeddedRobotoFont: ",      "OpenEmbeddedRobotoFont error: ",      "TTF_OpenFont error: ",
-    "TTF_RenderUTF8_Blended error: ", "SDL_CreateTextureFromSurface error: ", "SDL_SetTextureBlendMode error: ",
-    "SDL_RenderCopy error: ",         "SDL_ttfの初期化に失敗: ",              "フォントの読み込みに失敗: "};
+const std::vector<std::string_view> kTextLines = {"OpenEmbeddedRobotoFont: ",
+                                                  "OpenEmbeddedRobotoFont error: ",
+                                                  "TTF_OpenFont error: ",
+                                                  "TTF_RenderUTF8_Blended error: ",
+                                                  "SDL_CreateTextureFromSurface error: ",
+                                                  "SDL_SetTextureBlendMode error: ",
+                                                  "SDL_RenderCopy error: ",
+                                                  "SDL_ttfの初期化に失敗: ",
+                                                  "フォントの読み込みに失敗: "};
 constexpr std::string_view kDebug = "DEBUG ";
 
 bool TellsThatTextIsMissing(std::string_view err) {
@@ -239,7 +244,8 @@ bool LacksOnlyText(const Image& picture, const Reference& reference, bool isPaym
     return true;
   }
   // The payment form sets its lines in what room their measures leave.
-  const auto safePixels = static_cast<std::size_t>(reference.safeRows) * static_cast<std::size_t>(whole.width);
+  const auto safePixels =
+      static_cast<std::size_t>(reference.safeRows) * static_cast<std::size_t>(whole.width);
   for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
     const bool isAccepted = picture.pixels[i] == whole.pixels[i] ||
                             picture.pixels[i] == reference.withoutGlyphs.pixels[i] ||
@@ -251,14 +257,14 @@ bool LacksOnlyText(const Image& picture, const Reference& reference, bool isPaym
   return true;
 }
 
-// Modes -------------------------------------------------------------------------------------------------------
+// Modes
+// -------------------------------------------------------------------------------------------------------
 
 struct Mode {
   const char* name;
   long count;
 };
-constexpr std::array<Mode, 4> kModes = {
-    {{"one", 1}, {"two", 2}, {"eight", 8}, {"for good", kForGood}}};
+constexpr std::array<Mode, 4> kModes = {{{"one", 1}, {"two", 2}, {"eight", 8}, {"for good", kForGood}}};
 
 // On which thread the armed call is made.
 enum class Where { kThisThread, kNewThread };
@@ -293,7 +299,8 @@ class Trial {
   void Find(const char* what, const std::string& detail = {}) {
     ++SharedLegacy().findings;
     if (SharedLegacy().findings <= kMaxFindings) {
-      Bequeath("  n = " + std::to_string(SharedLegacy().point) + ": " + what + '\n' + detail + DescribeFault());
+      Bequeath("  n = " + std::to_string(SharedLegacy().point) + ": " + what + '\n' + detail +
+               DescribeFault());
     }
   }
 
@@ -304,8 +311,8 @@ class Trial {
   }
 
   // A new handle draws what the reference has. Returns false when there is no text, and never will be: the
-  // shaper below the font library makes its functions when the first font is opened, and goes without them for
-  // good if there is no memory. Each new handle says so.
+  // shaper below the font library makes its functions when the first font is opened, and goes without them
+  // for good if there is no memory. Each new handle says so.
   bool ExpectUsualDraw(const DrawCase& drawCase, const Reference& reference) {
     SetStage("a draw without faults");
     StreamsOf().Clear();
@@ -404,7 +411,8 @@ class DrawTrial : public Trial {
     SetStage("a draw without faults");
     StreamsOf().Clear();
     const bool isDrawn = object.Draw(m_case) == 1;
-    Expect(isDrawn && object.Fetch(m_case) == m_reference.result && StreamsOf().Err() == m_reference.err, what);
+    Expect(isDrawn && object.Fetch(m_case) == m_reference.result && StreamsOf().Err() == m_reference.err,
+           what);
   }
 
   const DrawCase& m_case;
@@ -422,7 +430,8 @@ class RefusedDrawTrial : public Trial {
     StreamsOf().Clear();
     SetStage("the refused draw");
     int drawn = -1;
-    const bool fired = Armed(fault, [&] { drawn = m_case.draw(object.Handle(), Is2D(m_case.type) ? "" : "\xFF"); });
+    const bool fired =
+        Armed(fault, [&] { drawn = m_case.draw(object.Handle(), Is2D(m_case.type) ? "" : "\xFF"); });
     Expect(drawn == 0, "a bad text was drawn");
     Expect(HasReason(StreamsOf().Err()), "a bad text was refused without a line on standard error");
     SetStage("a draw without faults");
@@ -539,7 +548,8 @@ class Base64Trial : public FetchTrial {
     Expect(uri == m_reference.base64 || (fired && (isRefused || isFallback)), "the data URI is not whole");
     if (isRefused) {
       SetStage("a fetch without faults");
-      Expect(barcode_get_base64(object.Handle()) == m_reference.base64, "the next fetch gives something else");
+      Expect(barcode_get_base64(object.Handle()) == m_reference.base64,
+             "the next fetch gives something else");
     }
     CheckNextDraw(object);
     return fired;
@@ -636,14 +646,14 @@ class EncodeTrial : public Trial {
     Expect(barcode_encode_14(object.Handle(), "2001234567890") == 1, "the next encoding fails");
     SetStage("barcode_calculate_check_digit_14");
     std::string_view digit;
-    const bool firedAgain =
-        Armed(fault, [&] { digit = barcode_calculate_check_digit_14("2001234567890"); });
+    const bool firedAgain = Armed(fault, [&] { digit = barcode_calculate_check_digit_14("2001234567890"); });
     Expect(digit == "9" || (firedAgain && digit.empty()), "a wrong check digit");
     return fired || firedAgain;
   }
 };
 
-// Running ------------------------------------------------------------------------------------------------------
+// Running
+// ------------------------------------------------------------------------------------------------------
 
 // A step of a trial between two counts of the blocks that the process holds.
 struct Step {
@@ -765,7 +775,8 @@ void TryOnBothThreads(Trial& trial, const std::string& title) {
   }
 }
 
-// Cases --------------------------------------------------------------------------------------------------------
+// Cases
+// --------------------------------------------------------------------------------------------------------
 
 constexpr const char* kKana = "\xE3\x82\xA2\xE6\xBC\xA2";  // UTF-8: a katakana, a kanji
 
@@ -782,10 +793,10 @@ int Draw2DRect(BarcodeHandle handle, const char* text) {
 }
 
 const char* NameOf(int type) {
-  static constexpr auto kNames = std::to_array<const char*>(
-      {"Code39", "Code93", "Code128", "GS1_128", "NW7", "Matrix2of5", "NEC2of5", "Jan8", "Jan13", "UpcA",
-       "UpcE", "ITF", "GS1DataBar14", "GS1DataBarLimited", "GS1DataBarExpanded", "YubinCustomer", "QR",
-       "DataMatrix", "PDF417"});
+  static constexpr auto kNames =
+      std::to_array<const char*>({"Code39", "Code93", "Code128", "GS1_128", "NW7", "Matrix2of5", "NEC2of5",
+                                  "Jan8", "Jan13", "UpcA", "UpcE", "ITF", "GS1DataBar14", "GS1DataBarLimited",
+                                  "GS1DataBarExpanded", "YubinCustomer", "QR", "DataMatrix", "PDF417"});
   return kNames.at(static_cast<std::size_t>(type));
 }
 
@@ -982,7 +993,8 @@ TEST_P(AllocationFaultsOfFetch, Svg) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Some, AllocationFaultsOfFetch,
-                         ::testing::Values(BARCODE_CODE39, BARCODE_YUBIN_CUSTOMER, BARCODE_QR, BARCODE_PDF417),
+                         ::testing::Values(BARCODE_CODE39, BARCODE_YUBIN_CUSTOMER, BARCODE_QR,
+                                           BARCODE_PDF417),
                          &TypeName);
 
 TEST(AllocationFaultsOfSetters, EveryKeyword) {

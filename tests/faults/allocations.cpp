@@ -110,8 +110,8 @@ constinit thread_local bool isArmed = false;
 constinit thread_local long asked = 0;
 constinit thread_local AllocationFault fault;
 
-// A block that is taken and given back at once shows that there is memory: as many allocations as a caller may
-// have asked it for are granted then, not more.
+// A block that is taken and given back at once shows that there is memory: as many allocations as a caller
+// may have asked it for are granted then, not more.
 constexpr std::size_t kProof = 4096;
 constexpr int kGrants = 2;
 constinit thread_local void* newestBlock = nullptr;
@@ -182,8 +182,7 @@ std::string Describe(void* address) {
   if (info.dli_sname != nullptr) {
     text << info.dli_sname;
   }
-  text << ")+0x" << std::hex
-       << static_cast<const char*>(address) - static_cast<const char*>(info.dli_fbase);
+  text << ")+0x" << std::hex << static_cast<const char*>(address) - static_cast<const char*>(info.dli_fbase);
   return text.str();
 }
 

@@ -6,8 +6,9 @@
 
 namespace barcode::test {
 
-// This program replaces the C library's allocator: every malloc, calloc, realloc and aligned allocation of the
-// process passes here, those of the libraries underneath, of operator new and of the C library itself included.
+// This program replaces the C library's allocator: every malloc, calloc, realloc and aligned allocation of
+// the process passes here, those of the libraries underneath, of operator new and of the C library itself
+// included.
 
 // The allocations that fail, counted from 1 on the thread that asks: `count` of them from number `first` on.
 struct AllocationFault {

@@ -51,7 +51,8 @@ std::string ReadAll(int descriptor) {
   std::string text;
   std::array<char, 4096> buffer{};
   off_t offset = 0;
-  for (ssize_t read = 0; (read = pread(descriptor, buffer.data(), buffer.size(), offset)) > 0; offset += read) {
+  for (ssize_t read = 0; (read = pread(descriptor, buffer.data(), buffer.size(), offset)) > 0;
+       offset += read) {
     text.append(buffer.data(), static_cast<std::size_t>(read));
   }
   return text;

@@ -10,8 +10,8 @@ namespace barcode::test {
 
 // What a child process leaves behind for its parent, whatever becomes of it.
 struct Legacy {
-  long point = 0;  // the last one begun
-  long number = 0;          // of whatever the children count
+  long point = 0;   // the last one begun
+  long number = 0;  // of whatever the children count
   int findings = 0;
   bool isDone = false;
   std::array<char, 64> stage{};  // what it was doing
@@ -28,8 +28,8 @@ void SetStage(const char* stage);
 void Bequeath(std::string_view text);
 
 // Runs the job in a child process, whose end comes with the job's, without any clean-up. Returns "" when the
-// child came to that end, or how else it ended, with its call stack. The child gets `seconds` of time for each
-// call of StillAlive().
+// child came to that end, or how else it ended, with its call stack. The child gets `seconds` of time for
+// each call of StillAlive().
 std::string RunInChild(const std::function<void()>& job);
 void StillAlive();
 
@@ -46,8 +46,8 @@ class CrashStack {
   void* m_memory;
 };
 
-// The descriptors of standard output and standard error go to files in memory from its construction to the end
-// of the process. What they hold is read without any allocation that outlives the call.
+// The descriptors of standard output and standard error go to files in memory from its construction to the
+// end of the process. What they hold is read without any allocation that outlives the call.
 class Streams {
  public:
   Streams();
