@@ -274,6 +274,7 @@ TEST(BarcodeBase1D, RasterTextsStandByTheirAnchors) {
     (void)Draw(strip, true, {0, 0, 200, 40});
     return test::InkedColumns(Picture(strip), 0);
   };
+  ASSERT_TRUE(InitTextRendering());
   const int width = MeasureText("00000", 16).value().width;
   const std::vector<int> start = columnsOf(TextAt("00000", TextAnchor::kStart, 100));
   ASSERT_FALSE(start.empty());

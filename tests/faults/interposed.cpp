@@ -99,6 +99,15 @@ DECLSPEC SDL_Surface* SDL_CreateRGBSurfaceWithFormat(Uint32 flags, int width, in
                                                                                  format);
 }
 
+DECLSPEC SDL_Surface* SDL_CreateRGBSurfaceWithFormatFrom(void* pixels, int width, int height, int depth,
+                                                         int pitch, Uint32 format) {
+  if (Fails(Fault::CreateSurface)) {
+    return nullptr;
+  }
+  return Real(&SDL_CreateRGBSurfaceWithFormatFrom, "SDL_CreateRGBSurfaceWithFormatFrom")(
+      pixels, width, height, depth, pitch, format);
+}
+
 DECLSPEC SDL_Renderer* SDL_CreateSoftwareRenderer(SDL_Surface* surface) {
   if (Fails(Fault::CreateRenderer)) {
     return nullptr;
