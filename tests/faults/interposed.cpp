@@ -122,6 +122,56 @@ DECLSPEC SDL_Texture* SDL_CreateTextureFromSurface(SDL_Renderer* renderer, SDL_S
   return Real(&SDL_CreateTextureFromSurface, "SDL_CreateTextureFromSurface")(renderer, surface);
 }
 
+DECLSPEC int SDL_SetRenderDrawBlendMode(SDL_Renderer* renderer, SDL_BlendMode mode) {
+  if (Fails(Fault::SetDrawBlendMode)) {
+    return -1;
+  }
+  return Real(&SDL_SetRenderDrawBlendMode, "SDL_SetRenderDrawBlendMode")(renderer, mode);
+}
+
+DECLSPEC int SDL_SetRenderDrawColor(SDL_Renderer* renderer, Uint8 r, Uint8 g, Uint8 b, Uint8 a) {
+  if (Fails(Fault::SetDrawColour)) {
+    return -1;
+  }
+  return Real(&SDL_SetRenderDrawColor, "SDL_SetRenderDrawColor")(renderer, r, g, b, a);
+}
+
+DECLSPEC int SDL_RenderFillRectsF(SDL_Renderer* renderer, const SDL_FRect* rects, int count) {
+  if (Fails(Fault::FillRects)) {
+    return -1;
+  }
+  return Real(&SDL_RenderFillRectsF, "SDL_RenderFillRectsF")(renderer, rects, count);
+}
+
+DECLSPEC int SDL_RenderCopy(SDL_Renderer* renderer, SDL_Texture* texture, const SDL_Rect* source,
+                            const SDL_Rect* target) {
+  if (Fails(Fault::RenderCopy)) {
+    return -1;
+  }
+  return Real(&SDL_RenderCopy, "SDL_RenderCopy")(renderer, texture, source, target);
+}
+
+DECLSPEC int SDL_RenderFlush(SDL_Renderer* renderer) {
+  if (Fails(Fault::RenderFlush)) {
+    return -1;
+  }
+  return Real(&SDL_RenderFlush, "SDL_RenderFlush")(renderer);
+}
+
+DECLSPEC int SDL_GetRendererOutputSize(SDL_Renderer* renderer, int* width, int* height) {
+  if (Fails(Fault::OutputSize)) {
+    return -1;
+  }
+  return Real(&SDL_GetRendererOutputSize, "SDL_GetRendererOutputSize")(renderer, width, height);
+}
+
+DECLSPEC int SDL_SetTextureBlendMode(SDL_Texture* texture, SDL_BlendMode mode) {
+  if (Fails(Fault::SetTextureBlendMode)) {
+    return -1;
+  }
+  return Real(&SDL_SetTextureBlendMode, "SDL_SetTextureBlendMode")(texture, mode);
+}
+
 DECLSPEC SDL_RWops* SDL_RWFromMem(void* memory, int size) {
   if (Fails(Fault::RwFromMem)) {
     return nullptr;
