@@ -315,8 +315,8 @@ void RunOrdinary(Host& host, int type, int number) {
 
 std::vector<SessionName> AllSessions(const std::string& type, int sessions) {
   std::vector<std::string> types;
-  for (int type = 0; type < kTypes; ++type) {
-    types.emplace_back(TypeName(type));
+  for (int each = 0; each < kTypes; ++each) {
+    types.emplace_back(TypeName(each));
   }
   types.insert(types.end(), {kMixed, kNone});
   if (!type.empty() && std::find(types.begin(), types.end(), type) == types.end()) {
