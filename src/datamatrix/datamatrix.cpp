@@ -50,10 +50,12 @@ MatrixDrawing DataMatrix::Layout(const ModuleMatrix& matrix, std::uint32_t width
 }
 
 void DataMatrix::ReportSymbol(const ModuleMatrix& matrix, const MatrixDrawing& drawing) const {
-  PrintLine("  パターンサイズ: ", matrix.Columns(), "列 x ", matrix.Rows(), "行\n  モジュールサイズ: ",
-            Fixed2{drawing.module.width}, "\n  実際の描画サイズ: ", drawing.width, " x ", drawing.height);
-  PrintModules(Line("【Debug: DataMatrixのビットパターン出力 ", matrix.Columns(), "列x", matrix.Rows(), "行】"),
-               matrix);
+  PrintLine("  パターンサイズ: ", matrix.Columns(), "列 x ", matrix.Rows(),
+            "行\n  モジュールサイズ: ", Fixed2{drawing.module.width}, "\n  実際の描画サイズ: ", drawing.width,
+            " x ", drawing.height);
+  PrintModules(
+      Line("【Debug: DataMatrixのビットパターン出力 ", matrix.Columns(), "列x", matrix.Rows(), "行】"),
+      matrix);
 }
 
 }  // namespace barcode

@@ -14,8 +14,8 @@ namespace barcode {
 class PDF417 : public BarcodeBase2D {
  public:
   explicit PDF417(std::string_view format)
-      : BarcodeBase2D(format, {.tag = "[PDF417] ", .encodesFirst = true, .printsSteps = false, .doneLine = {}}) {
-  }
+      : BarcodeBase2D(format,
+                      {.tag = "[PDF417] ", .encodesFirst = true, .printsSteps = false, .doneLine = {}}) {}
 
   // Stored and reported. Level, columns and rows do not change the symbol. This is intended.
   void SetErrorLevel(std::int32_t level) { m_options.errorLevel = level; }

@@ -33,7 +33,7 @@ constexpr int kMaxFindings = 8;
 constexpr int kMaxCrashes = 4;
 
 bool Is2D(int type) {
-  return type >= BARCODE_QR;
+  return IsTwoDimensional(type);
 }
 
 // A draw that is tried.
