@@ -47,7 +47,7 @@
  *     QR in SVG: empty text                            nothing
  *   canvas not made (size negative or too large)       a line that begins with the words for "surface" or "renderer"
  *   unknown output format and no canvas to draw into   nothing
- *   memory exhausted                                   a line, where there is memory for one
+ *   memory exhausted                                   a line
  *   null handle or text, type not served               nothing
  *
  * The text under the bars is no cause: what cannot be set is left out with a line on standard error, and the draw

@@ -28,7 +28,7 @@ thread_local bool isPrepared = false;
 // the stack is full. It gets to that only where there was memory for much more a moment ago.
 bool HasMemoryForSdl() {
   constexpr std::size_t kMoreThanSdlTakes = 4096;
-  void* const memory = SDL_malloc(kMoreThanSdlTakes);
+  void* const memory = SDL_malloc(kMoreThanSdlTakes);  // NOLINT: what could be optimised away proves nothing
   SDL_free(memory);
   return memory != nullptr;
 }

@@ -167,7 +167,7 @@ Reference MakeReference(const DrawCase& drawCase) {
   const auto nextField = [&rest] {
     std::size_t size = 0;
     std::memcpy(&size, rest.data(), sizeof size);
-    const std::string field(rest.substr(sizeof size, size));
+    std::string field(rest.substr(sizeof size, size));
     rest.remove_prefix(sizeof size + size);
     return field;
   };

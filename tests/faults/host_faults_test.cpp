@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <thread>
@@ -93,8 +94,8 @@ TEST_P(PaintFaults, TextThatCannotBePaintedIsReportedAndLeftOut) {
     for (std::size_t i = 0; i < bars.pixels.size(); ++i) {
       ASSERT_TRUE(bars.pixels[i] == expected.pixels[i] || bars.pixels[i] == kWhitePixel) << i;
     }
-    EXPECT_TRUE(
-        std::equal(bars.pixels.begin(), bars.pixels.begin() + 20 * bars.width, expected.pixels.begin()));
+    const std::ptrdiff_t rows = std::ptrdiff_t{20} * bars.width;
+    EXPECT_TRUE(std::equal(bars.pixels.begin(), bars.pixels.begin() + rows, expected.pixels.begin()));
   }
 }
 
