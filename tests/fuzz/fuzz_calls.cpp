@@ -191,7 +191,7 @@ class Host {
   std::pair<int, int> Box() {
     const auto [width, height] = AnyBox();
     // A square box keeps the height of a PDF417 symbol only: a large one may have a canvas of gigabytes.
-    constexpr int kLargeSquare = 1000;
+    constexpr int kLargeSquare = kHighestBox;
     const bool isHuge = Current().type == BARCODE_PDF417 && width == height && height > kLargeSquare;
     return {isHuge ? kLargeSquare : width, isHuge ? kLargeSquare : height};
   }
