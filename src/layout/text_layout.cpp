@@ -32,7 +32,8 @@ TextRun LayoutTextLine(std::string text, int x, std::int64_t width, int size, co
     run.width = static_cast<double>(width);
   } else {
     run.anchor = TextAnchor::kMiddle;
-    run.x = static_cast<double>(x + width / 2);
+    const std::int64_t middle = x + width / 2;  // in whole pixels
+    run.x = static_cast<double>(middle);
   }
   return run;
 }

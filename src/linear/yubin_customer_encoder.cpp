@@ -21,7 +21,7 @@ constexpr std::array kStart = {kLong, kLowerSemiLong};
 constexpr std::array kStop = {kLowerSemiLong, kLong};
 
 // A code from its bars as they are published: 1 long, 2 upper semi-long, 3 lower semi-long, 4 timing.
-constexpr Code CodeOf(const char (&bars)[kBarsPerCode + 1]) {
+constexpr Code CodeOf(std::string_view bars) {
   return {static_cast<FourState>(bars[0] - '1'), static_cast<FourState>(bars[1] - '1'),
           static_cast<FourState>(bars[2] - '1')};
 }

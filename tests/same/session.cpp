@@ -315,6 +315,7 @@ void RunOrdinary(Host& host, int type, int number) {
 
 std::vector<SessionName> AllSessions(const std::string& type, int sessions) {
   std::vector<std::string> types;
+  types.reserve(kRecordedTypes.size() + 2);
   for (int each = 0; each < kTypes; ++each) {
     types.emplace_back(TypeName(each));
   }
