@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <string>
 
@@ -204,6 +205,33 @@ TEST_F(OutputFormat, AnEmptyBoxDrawsButHasNoImage) {
   EXPECT_TRUE(code.Png().empty());
   EXPECT_EQ(barcode_draw_1d(code, "A", 0, 0), 1);
   EXPECT_STREQ(barcode_get_base64(code), kFallbackUri);
+}
+
+TEST_F(OutputFormat, ABoxWithoutPixelsDrawsWhateverItsLength) {
+  for (const auto& size : {std::pair{0, 2147483647}, {2147483647, 0}}) {
+    EXPECT_EQ(barcode_draw_1d(code, "A", size.first, size.second), 1);
+    EXPECT_TRUE(code.Png().empty());
+  }
+}
+
+// Nobody can ever see these pixels: they are not touched.
+TEST_F(OutputFormat, ASideThatNoPngFileHasDrawsAndTakesNoMemory) {
+  for (const auto& size : {std::pair{1, 500'000'000}, {500'000'000, 1}}) {
+    EXPECT_EQ(barcode_draw_1d(code, "A", size.first, size.second), 1);
+    EXPECT_TRUE(code.Png().empty());
+  }
+  rusage usage{};
+  ASSERT_EQ(getrusage(RUSAGE_SELF, &usage), 0);
+  constexpr long kKilobytes = 1'000'000;  // the pixels are two gigabytes
+  EXPECT_LT(usage.ru_maxrss, kKilobytes);
+}
+
+TEST_F(OutputFormat, ALineOfTextMuchLargerThanItsCanvasIsRendered) {
+  barcode_set_text_even_spacing(code, 0);
+  barcode_set_text_font_scale(code, 6);
+  const std::string text(40, 'A');
+  const auto captured = Capture([&] { EXPECT_EQ(barcode_draw_1d(code, text.c_str(), 700, 1000), 1); });
+  EXPECT_EQ(captured.err, "");
 }
 
 }  // namespace
