@@ -14,6 +14,7 @@ BELOW = {
     "layout": {"base", "text"},
     **{family: {"base", "text", "layout", "core"} for family in FAMILIES},
     "core": {"base", "text", "layout"},
+    "label": {"base", "text", "layout"} | FAMILIES,
     "api": {"base", "text", "layout", "core"} | FAMILIES,
 }
 # GS1-128 is built from Code 128's values.
