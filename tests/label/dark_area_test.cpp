@@ -75,7 +75,9 @@ ModuleMatrix RandomMatrix(std::mt19937& random, int columns, int rows) {
 // follows.
 Dots Expected(const ModuleMatrix& matrix, int cell, int adjust) {
   Dots dots;
-  const auto isDark = [&](int x, int y) { return x < matrix.Columns() && y < matrix.Rows() && matrix.At(x, y); };
+  const auto isDark = [&](int x, int y) {
+    return x < matrix.Columns() && y < matrix.Rows() && matrix.At(x, y);
+  };
   for (int x = 0; x < matrix.Columns(); ++x) {
     for (int y = 0; y < matrix.Rows(); ++y) {
       if (!matrix.At(x, y)) {
