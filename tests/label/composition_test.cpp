@@ -301,7 +301,7 @@ TEST(Composition, BoxTooSmallNamesTheSizeThatWouldDoAndItDoes) {
 TEST(Composition, LowBoxSetsTheTextSmaller) {
   Request request;
   request.width = 300;
-  request.height = 13;
+  request.height = 15;
   const Composition label = Compose(LinearType(), request, LinearOf("AB"));
   EXPECT_TRUE(Has(label, ErrorCode::kTextShrunk));
   EXPECT_EQ(label.drawing.texts.at(0).size, 6);
