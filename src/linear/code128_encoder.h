@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/keywords.h"
 #include "base/run_vector.h"
 #include "linear/code128_tables.h"
 
@@ -16,6 +17,9 @@ inline constexpr std::array kCode128Sets = {Code128Set::kA, Code128Set::kB, Code
 
 // How the code sets of a symbol are chosen: one fixed set, or those that take the fewest values.
 enum class Code128Mode : std::uint8_t { kA, kB, kC, kAuto };
+
+inline constexpr Keywords<Code128Mode, 4> kCode128ModeKeywords = {
+    {{"A", Code128Mode::kA}, {"B", Code128Mode::kB}, {"C", Code128Mode::kC}, {"AUTO", Code128Mode::kAuto}}};
 
 // What the values of a text are.
 enum class Code128Rule : std::uint8_t {
