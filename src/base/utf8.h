@@ -52,4 +52,16 @@ constexpr void VisitUtf8(std::string_view text, Visit visit) {
   }
 }
 
+// Whether all of it is well-formed.
+constexpr bool IsUtf8(std::string_view text) {
+  while (!text.empty()) {
+    const Utf8Character character = FirstUtf8Character(text);
+    if (!character.valid) {
+      return false;
+    }
+    text.remove_prefix(character.length);
+  }
+  return true;
+}
+
 }  // namespace barcode
