@@ -41,7 +41,8 @@ std::vector<Bar> BarsOf(const RunVector& pattern) {
   return bars;
 }
 
-void AddBars(std::vector<DotRect>& dark, const std::vector<Bar>& bars, int module, int adjust, const RowPlace& place) {
+void AddBars(std::vector<DotRect>& dark, const std::vector<Bar>& bars, int module, int adjust,
+             const RowPlace& place) {
   dark.reserve(dark.size() + bars.size());
   for (std::size_t i = 0; i < bars.size(); ++i) {
     const int start = place.x + static_cast<int>(bars[i].start * module);
@@ -53,8 +54,8 @@ void AddBars(std::vector<DotRect>& dark, const std::vector<Bar>& bars, int modul
   }
 }
 
-void AddMatrix(std::vector<DotRect>& dark, const ModuleMatrix& matrix, int x, int y, int cellWidth, int cellHeight,
-               int adjust) {
+void AddMatrix(std::vector<DotRect>& dark, const ModuleMatrix& matrix, int x, int y, int cellWidth,
+               int cellHeight, int adjust) {
   const int wider = std::clamp(adjust, 1 - cellWidth, cellWidth - 1);
   const int higher = std::clamp(adjust, 1 - cellHeight, cellHeight - 1);
   for (int row = 0; row < matrix.Rows(); ++row) {

@@ -7,9 +7,9 @@
 #include "base/run_vector.h"
 #include "label/drawing.h"
 
-// Bars and modules as rectangles in whole dots. `adjust`: dots that every bar, or every dark module, gains on the
-// far side, taken from the light that follows it, or loses there. The pitch stays; no dark and no light becomes
-// narrower than one dot.
+// Bars and modules as rectangles in whole dots. `adjust`: dots that every bar, or every dark module, gains on
+// the far side, taken from the light that follows it, or loses there. The pitch stays; no dark and no light
+// becomes narrower than one dot.
 namespace barcode::label {
 
 // One bar of a row, in modules.
@@ -32,10 +32,11 @@ struct RowPlace {
   int lightEnd = 0;
 };
 
-void AddBars(std::vector<DotRect>& dark, const std::vector<Bar>& bars, int module, int adjust, const RowPlace& place);
+void AddBars(std::vector<DotRect>& dark, const std::vector<Bar>& bars, int module, int adjust,
+             const RowPlace& place);
 
 // The dark modules of a matrix of cells of width x height dots from (x, y), runs in one piece.
-void AddMatrix(std::vector<DotRect>& dark, const ModuleMatrix& matrix, int x, int y, int cellWidth, int cellHeight,
-               int adjust);
+void AddMatrix(std::vector<DotRect>& dark, const ModuleMatrix& matrix, int x, int y, int cellWidth,
+               int cellHeight, int adjust);
 
 }  // namespace barcode::label

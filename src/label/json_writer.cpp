@@ -48,12 +48,12 @@ void AppendJsonString(std::string& out, std::string_view text) {
       break;
     }
     const Utf8Character character = FirstUtf8Character(text);
-    if (character.length > 1) {
-      out += text.substr(0, character.length);
-    } else if (character.valid) {
-      AppendEscaped(out, text.front());
-    } else {
+    if (!character.valid) {
       out += kReplacement;
+    } else if (character.length > 1) {
+      out += text.substr(0, character.length);
+    } else {
+      AppendEscaped(out, text.front());
     }
     text.remove_prefix(character.length);
   }

@@ -10,6 +10,11 @@ namespace {
 
 constexpr char32_t kFirstBeyondAscii = 0x80;
 
+// Positions are quarters of a dot: finer ones cannot be seen, and take more bytes to write.
+double Quartered(double position) {
+  return std::round(position * 4.0) / 4.0;
+}
+
 struct Extent {
   double top = 0;
   double bottom = 0;
@@ -18,15 +23,25 @@ struct Extent {
 // How far an outline reaches above and below the base line.
 Extent ExtentOf(const Outline& outline) {
   Extent extent;
+  const auto include = [&extent](const UnitPoint& point) {
+    extent.top = std::max<double>(extent.top, point.y);
+    extent.bottom = std::max<double>(extent.bottom, -point.y);
+  };
   for (const OutlinePiece& piece : outline) {
-    extent.top = std::max<double>(extent.top, piece.y);
-    extent.bottom = std::max<double>(extent.bottom, -piece.y);
+    include(piece.to);
     if (piece.kind == OutlinePiece::Kind::kCurve) {
-      extent.top = std::max<double>(extent.top, piece.controlY);
-      extent.bottom = std::max<double>(extent.bottom, -piece.controlY);
+      include(piece.control);
     }
   }
   return extent;
+}
+
+// The largest whole size, up to `wanted`, at which so many units are at most `width` dots wide.
+int LargestSizeOf(double units, double width, int wanted) {
+  if (units * wanted <= width * kUnitsPerEm) {
+    return wanted;
+  }
+  return static_cast<int>(std::max(0.0, std::floor(width * kUnitsPerEm / units)));
 }
 
 }  // namespace
@@ -37,7 +52,7 @@ TextLine::TextLine(const Font& font, std::string_view text)
   m_advances.reserve(text.size());
   VisitUtf8(text, [&](char32_t character) {
     const std::optional<int> glyph = font.FindGlyph(character);
-    if (!glyph && m_missing.find(character) == std::u32string::npos) {
+    if (!glyph && m_missing.size() < kMissingToldOf && m_missing.find(character) == std::u32string::npos) {
       m_missing += character;
     }
     m_glyphs.push_back(glyph.value_or(kPlaceholderGlyph));
@@ -61,10 +76,11 @@ int TextLine::Descent(int size) const {
 }
 
 int TextLine::LargestSize(double width, int wanted) const {
-  if (Width(wanted) <= width) {
-    return wanted;
-  }
-  return static_cast<int>(std::max(0.0, std::floor(width * kUnitsPerEm / m_width)));
+  return LargestSizeOf(m_width, width, wanted);
+}
+
+int TextLine::LargestCellSize(double width, int wanted) const {
+  return LargestSizeOf(m_widest, width, wanted);
 }
 
 PlacedText TextLine::SetAt(double x, double baseLine, int size) const {
@@ -73,7 +89,7 @@ PlacedText TextLine::SetAt(double x, double baseLine, int size) const {
   placed.glyphs.reserve(m_glyphs.size());
   double pen = x;
   for (std::size_t i = 0; i < m_glyphs.size(); ++i) {
-    placed.glyphs.push_back({m_glyphs[i], pen, baseLine});
+    placed.glyphs.push_back({m_glyphs[i], Quartered(pen), baseLine});
     pen += m_advances[i] * size / kUnitsPerEm;
   }
   return placed;
@@ -85,7 +101,7 @@ PlacedText TextLine::SetAround(const std::vector<double>& centres, double baseLi
   placed.glyphs.reserve(m_glyphs.size());
   for (std::size_t i = 0; i < m_glyphs.size(); ++i) {
     const double half = m_advances[i] * size / kUnitsPerEm / 2.0;
-    placed.glyphs.push_back({m_glyphs[i], centres[i] - half, baseLine});
+    placed.glyphs.push_back({m_glyphs[i], Quartered(centres[i] - half), baseLine});
   }
   return placed;
 }

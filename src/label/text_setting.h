@@ -15,8 +15,11 @@ namespace barcode::label {
 // The smallest size that a text is set in; one that does not fit then is left out.
 inline constexpr int kSmallestTextSize = 6;
 
-// One line in the order of its characters, left to right, without kerning and ligatures. Sizes and positions are
-// in dots; sizes are whole.
+// How many characters without a glyph are told of, at most.
+inline constexpr std::size_t kMissingToldOf = 8;
+
+// One line in the order of its characters, left to right, without kerning and ligatures. Sizes and positions
+// are in dots; sizes are whole.
 class TextLine {
  public:
   // text: UTF-8. Characters that the font lacks become placeholders.
@@ -24,7 +27,7 @@ class TextLine {
 
   bool Empty() const { return m_glyphs.empty(); }
   std::size_t Length() const { return m_glyphs.size(); }
-  // The characters without a glyph, each once, in their order.
+  // The first characters without a glyph, each once, in their order.
   const std::u32string& Missing() const { return m_missing; }
 
   double Width(double size) const { return m_width * size / kUnitsPerEm; }
@@ -34,6 +37,8 @@ class TextLine {
   int Descent(int size) const;
   // The largest whole size at which the line is at most so wide; no more than `wanted`.
   int LargestSize(double width, int wanted) const;
+  // The same for each character by itself in a cell.
+  int LargestCellSize(double width, int wanted) const;
 
   // The line in one piece with its left end at x, or one character around each centre.
   PlacedText SetAt(double x, double baseLine, int size) const;
