@@ -30,7 +30,7 @@ TEST(JsonWriter, WhatIsNoUtf8BecomesAReplacement) {
   EXPECT_EQ(Written("a\xFF"
                     "b\xE6\xBC"),
             "\"a\xEF\xBF\xBD"
-            "b\xEF\xBF\xBD\xEF\xBF\xBD\"");
+            "b\xEF\xBF\xBD\"");
   std::mt19937 engine(1);
   for (int i = 0; i < 20'000; ++i) {
     std::string bytes(engine() % 12, '\0');
