@@ -65,11 +65,46 @@ constexpr Utf8Sequence ReadUtf8Sequence(std::string_view bytes) {
   return sequence;
 }
 
+// The character at the front of a text: its code point, U+FFFD where the bytes are none, and how many bytes
+// it takes.
+struct Utf8Character {
+  char32_t codePoint = kReplacementCharacter;
+  std::size_t length = 1;
+  bool valid = false;
+};
+
+// text: not empty.
+constexpr Utf8Character FirstUtf8Character(std::string_view text) {
+  const Utf8Sequence sequence = ReadUtf8Sequence(text);
+  const bool valid = sequence.IsScalarValue();
+  return {valid ? static_cast<char32_t>(sequence.value) : kReplacementCharacter, sequence.length, valid};
+}
+
 // Takes the first character off a text that is not empty; U+FFFD where the bytes are none.
 constexpr char32_t TakeCharacter(std::string_view& text) {
-  const Utf8Sequence sequence = ReadUtf8Sequence(text);
-  text.remove_prefix(sequence.length);
-  return sequence.IsScalarValue() ? static_cast<char32_t>(sequence.value) : kReplacementCharacter;
+  const Utf8Character character = FirstUtf8Character(text);
+  text.remove_prefix(character.length);
+  return character.codePoint;
+}
+
+// Calls visit(codePoint) for each character of a text.
+template <class Visit>
+constexpr void VisitUtf8(std::string_view text, Visit visit) {
+  while (!text.empty()) {
+    visit(TakeCharacter(text));
+  }
+}
+
+// Whether all of it is well-formed.
+constexpr bool IsUtf8(std::string_view text) {
+  while (!text.empty()) {
+    const Utf8Character character = FirstUtf8Character(text);
+    if (!character.valid) {
+      return false;
+    }
+    text.remove_prefix(character.length);
+  }
+  return true;
 }
 
 inline void AppendUtf8(std::string& out, std::uint32_t value) {
