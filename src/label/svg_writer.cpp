@@ -1,13 +1,18 @@
+#include <algorithm>
 #include <array>
-#include <charconv>
+#include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <numeric>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/line.h"
 #include "base/number_format.h"
 #include "label/bar_shape.h"
+#include "label/glyph_path.h"
+#include "label/path_data.h"
 #include "label/text_outline.h"
 #include "label/title.h"
 #include "label/writers.h"
@@ -16,52 +21,40 @@ namespace barcode::label {
 namespace {
 
 constexpr double kMillimetresPerInch = 25.4;
-// Significant digits: of sizes in millimetres, of places and of factors.
+// Significant digits of sizes in millimetres.
 constexpr int kSizeDigits = 8;
-constexpr int kPlaceDigits = 7;
+// Decimals of places in dots and of dots per unit.
+constexpr int kPlaceDecimals = 2;
+constexpr int kScaleDecimals = 6;
+constexpr int kAlphaDecimals = 4;
+
+constexpr std::string_view kFill = "fill";
+constexpr std::string_view kStroke = "stroke";
 
 // Bytes of a document beside its bars, and of a bar or a piece of outline in its path.
 constexpr std::size_t kFrameSize = 512;
 constexpr std::size_t kPieceSize = 12;
 
-// The data of a <path>, in whole numbers and without a character too many.
-class PathData {
- public:
-  explicit PathData(std::string& out) : m_out(out) {}
-
-  void Command(char command) {
-    m_out += command;
-    m_apart = true;
+// A number with at most so many decimals, rounded, without zeros at its ends.
+void AppendDecimal(std::string& out, double value, int decimals) {
+  std::int64_t scale = 1;
+  for (int i = 0; i < decimals; ++i) {
+    scale *= 10;
   }
-
-  void Number(int value) {
-    std::array<char, 16> buffer;
-    char* const begin = buffer.data();
-    char* end = begin;
-    if (!m_apart && value >= 0) {
-      *end++ = ' ';
-    }
-    if (value >= 0 && value <= 9) {
-      *end++ = static_cast<char>('0' + value);
-    } else {
-      end = std::to_chars(end, begin + buffer.size(), value).ptr;
-    }
-    m_out.append(begin, end);
-    m_apart = false;
+  const std::int64_t scaled = std::llround(std::fabs(value) * static_cast<double>(scale));
+  if (value < 0 && scaled != 0) {
+    out += '-';
   }
-
-  // Half of a number.
-  void Half(int value) {
-    Number(value / 2);
-    if (value % 2 != 0) {
-      m_out += ".5";
+  if (scaled >= scale || scaled == 0) {
+    AppendInt(out, scaled / scale);
+  }
+  if (std::int64_t rest = scaled % scale; rest != 0) {
+    out += '.';
+    for (; rest != 0; rest = rest * 10 % scale) {
+      out += static_cast<char>('0' + rest * 10 / scale);
     }
   }
-
- private:
-  std::string& m_out;
-  bool m_apart = true;  // no digit stands before
-};
+}
 
 std::string ShortHex(const Colour& colour) {
   constexpr std::string_view kDigits = "0123456789abcdef";
@@ -80,13 +73,16 @@ std::string ShortHex(const Colour& colour) {
   return text;
 }
 
-// `property`: "fill" or "stroke".
-std::string Paint(std::string_view property, const Colour& colour) {
-  std::string attributes = Line(' ', property, "=\"", ShortHex(colour), '"');
-  if (colour.a != 255) {
-    AppendPieces(attributes, ' ', property, "-opacity=\"", General{colour.a / 255.0, 4}, '"');
+// `property`: "fill", which is black by itself, or "stroke".
+void AppendPaint(std::string& out, std::string_view property, const Colour& colour) {
+  if (property != kFill || ShortHex(colour) != "#000") {
+    AppendPieces(out, ' ', property, "=\"", ShortHex(colour), '"');
   }
-  return attributes;
+  if (colour.a != 255) {
+    AppendPieces(out, ' ', property, "-opacity=\"");
+    AppendDecimal(out, colour.a / 255.0, kAlphaDecimals);
+    out += '"';
+  }
 }
 
 void AppendEscaped(std::string& out, char32_t character) {
@@ -157,72 +153,110 @@ DotRect OnGrid(const DotRect& rect, const Grid& grid) {
 }
 
 // Bars of one height are lines of that width, one run behind the other.
-void AppendLinesAcross(std::string& out, const std::vector<DotRect>& rects, const Grid& grid) {
-  PathData path(out);
-  int x = 0;
-  int y = 0;
-  bool first = true;
+void AppendLinesAcross(PathData& path, const std::vector<DotRect>& rects, const Grid& grid) {
+  UnitPoint pen;
   for (const DotRect& dots : rects) {
     const DotRect rect = OnGrid(dots, grid);
-    if (first) {
-      path.Command('M');
-      path.Number(rect.x);
-      path.Half(2 * rect.y + rect.height);
-      first = false;
+    if (&dots == &rects.front()) {
+      path.Command('M').Number(rect.x).Half(2 * rect.y + rect.height);
     } else {
-      path.Command('m');
-      path.Number(rect.x - x);
-      path.Number(rect.y - y);
+      path.Command('m').Number(rect.x - pen.x).Number(rect.y - pen.y);
     }
-    path.Command('h');
-    path.Number(rect.width);
-    x = rect.x + rect.width;
-    y = rect.y;
+    path.Command('h').Number(rect.width);
+    pen = {rect.x + rect.width, rect.y};
   }
 }
 
-void AppendLinesDown(std::string& out, const std::vector<DotRect>& rects, const Grid& grid) {
-  PathData path(out);
-  int x = 0;
-  int y = 0;
-  bool first = true;
+void AppendLinesDown(PathData& path, const std::vector<DotRect>& rects, const Grid& grid) {
+  UnitPoint pen;
   for (const DotRect& dots : rects) {
     const DotRect rect = OnGrid(dots, grid);
-    if (first) {
-      path.Command('M');
-      path.Half(2 * rect.x + rect.width);
-      path.Number(rect.y);
-      first = false;
+    if (&dots == &rects.front()) {
+      path.Command('M').Half(2 * rect.x + rect.width).Number(rect.y);
     } else {
-      path.Command('m');
-      path.Number(rect.x - x);
-      path.Number(rect.y - y);
+      path.Command('m').Number(rect.x - pen.x).Number(rect.y - pen.y);
     }
-    path.Command('v');
-    path.Number(rect.height);
-    x = rect.x;
-    y = rect.y + rect.height;
+    path.Command('v').Number(rect.height);
+    pen = {rect.x, rect.y + rect.height};
   }
 }
 
-void AppendAreas(std::string& out, const std::vector<DotRect>& rects, const Grid& grid) {
-  PathData path(out);
-  int x = 0;
-  int y = 0;
+// One side of a rectangle.
+using Side = int (*)(const DotRect&);
+int Top(const DotRect& rect) {
+  return rect.y;
+}
+int Bottom(const DotRect& rect) {
+  return rect.y + rect.height;
+}
+int Left(const DotRect& rect) {
+  return rect.x;
+}
+int Right(const DotRect& rect) {
+  return rect.x + rect.width;
+}
+
+// Rectangles that stand on one line: a comb is drawn along it, with a tooth for each.
+struct Comb {
+  Side line;
+  Side tip;
+  char toTip;
+  Side begin;
+  Side end;
+  char along;
+};
+constexpr std::array<Comb, 4> kCombs = {{{Top, Bottom, 'V', Left, Right, 'h'},
+                                         {Bottom, Top, 'V', Left, Right, 'h'},
+                                         {Left, Right, 'H', Top, Bottom, 'v'},
+                                         {Right, Left, 'H', Top, Bottom, 'v'}}};
+
+const Comb* FindComb(const std::vector<DotRect>& rects) {
+  for (const Comb& comb : kCombs) {
+    const int line = comb.line(rects.front());
+    if (std::all_of(rects.begin(), rects.end(), [&](const DotRect& rect) { return comb.line(rect) == line; })) {
+      return &comb;
+    }
+  }
+  return nullptr;
+}
+
+void AppendComb(PathData& path, const std::vector<DotRect>& rects, const Grid& grid, const Comb& comb) {
+  const DotRect first = OnGrid(rects.front(), grid);
+  const bool across = comb.along == 'h';
+  path.Command('M').Number(across ? comb.begin(first) : comb.line(first));
+  path.Number(across ? comb.line(first) : comb.begin(first));
+  int pen = comb.begin(first);
   for (const DotRect& dots : rects) {
     const DotRect rect = OnGrid(dots, grid);
-    path.Command('m');
-    path.Number(rect.x - x);
-    path.Number(rect.y - y);
-    path.Command('h');
-    path.Number(rect.width);
-    path.Command('v');
-    path.Number(rect.height);
-    path.Command('h');
-    path.Number(-rect.width);
-    path.Command('z');
-    x = rect.x;
-    y = rect.y;
+    if (&dots != &rects.front()) {
+      path.Command(comb.toTip).Number(comb.line(rect)).Command(comb.along).Number(comb.begin(rect) - pen);
+    }
+    path.Command(comb.toTip).Number(comb.tip(rect)).Command(comb.along).Number(comb.end(rect) - comb.begin(rect));
+    pen = comb.end(rect);
+  }
+  path.Command(comb.toTip).Number(comb.line(first));
+}
+
+void AppendAreas(PathData& path, const std::vector<DotRect>& rects, const Grid& grid) {
+  UnitPoint pen;
+  for (const DotRect& dots : rects) {
+    const DotRect rect = OnGrid(dots, grid);
+    path.Command('m').Number(rect.x - pen.x).Number(rect.y - pen.y).Command('h').Number(rect.width);
+    path.Command('v').Number(rect.height).Command('h').Number(-rect.width).Command('z');
+    pen = {rect.x, rect.y};
+  }
+}
+
+void AppendBarData(std::string& out, const Bars& bars, const Grid& grid) {
+  PathData path(out);
+  if (bars.shape == BarShape::kOneHeight) {
+    AppendLinesAcross(path, bars.rects, grid);
+  } else if (bars.shape == BarShape::kOneWidth) {
+    AppendLinesDown(path, bars.rects, grid);
+  } else if (const Comb* const comb = FindComb(bars.rects); comb != nullptr) {
+    AppendComb(path, bars.rects, grid, *comb);
+  } else {
+    AppendAreas(path, bars.rects, grid);
   }
 }
 
@@ -245,7 +279,8 @@ void AppendBars(std::string& out, const Drawing& drawing) {
   const Grid grid = GridOf(bars.rects);
   const bool lines = bars.shape != BarShape::kMixed;
   out.reserve(out.size() + kFrameSize + bars.rects.size() * kPieceSize);
-  AppendPieces(out, "<path shape-rendering=\"crispEdges\"", Paint(lines ? "stroke" : "fill", drawing.foreground));
+  out += "<path shape-rendering=\"crispEdges\"";
+  AppendPaint(out, lines ? kStroke : kFill, drawing.foreground);
   if (lines) {
     const DotRect rect = OnGrid(bars.rects.front(), grid);
     const int thickness = bars.shape == BarShape::kOneHeight ? rect.height : rect.width;
@@ -255,63 +290,45 @@ void AppendBars(std::string& out, const Drawing& drawing) {
   }
   AppendGrid(out, grid);
   out += " d=\"";
-  if (bars.shape == BarShape::kOneHeight) {
-    AppendLinesAcross(out, bars.rects, grid);
-  } else if (bars.shape == BarShape::kOneWidth) {
-    AppendLinesDown(out, bars.rects, grid);
-  } else {
-    AppendAreas(out, bars.rects, grid);
-  }
+  AppendBarData(out, bars, grid);
   out += "\"/>";
 }
 
-// Contours from one point to the next.
-void AppendOutline(std::string& out, const Outline& outline) {
-  out.reserve(out.size() + outline.size() * kPieceSize);
-  PathData path(out);
-  UnitPoint last;
-  UnitPoint start;
-  for (const OutlinePiece& piece : outline) {
-    const UnitPoint step{piece.to.x - last.x, piece.to.y - last.y};
-    switch (piece.kind) {
-      case OutlinePiece::Kind::kMove:
-        path.Command('m');
-        path.Number(step.x);
-        path.Number(step.y);
-        start = piece.to;
-        break;
-      case OutlinePiece::Kind::kLine:
-        if (step.x == 0 || step.y == 0) {
-          path.Command(step.y == 0 ? 'h' : 'v');
-          path.Number(step.x + step.y);
-        } else {
-          path.Command('l');
-          path.Number(step.x);
-          path.Number(step.y);
-        }
-        break;
-      case OutlinePiece::Kind::kCurve:
-        path.Command('q');
-        path.Number(piece.control.x - last.x);
-        path.Number(piece.control.y - last.y);
-        path.Number(step.x);
-        path.Number(step.y);
-        break;
-    }
-    last = piece.to;
+// Letters of the turn that a text makes.
+std::string_view Rotate(Rotation rotation) {
+  switch (rotation) {
+    case Rotation::kQuarter:
+      return "rotate(90)";
+    case Rotation::kHalf:
+      return "rotate(180)";
+    case Rotation::kThreeQuarters:
+      return "rotate(270)";
+    default:
+      return "";
   }
 }
 
 void AppendText(std::string& out, const PlacedText& text, const Colour& colour) {
-  const Outline outline = OutlineOf(text);
-  if (outline.empty()) {
+  const std::size_t begin = out.size();
+  out += "<path";
+  AppendPaint(out, kFill, colour);
+  const PlacedGlyph& first = text.glyphs.front();
+  out += " transform=\"translate(";
+  AppendDecimal(out, first.x, kPlaceDecimals);
+  out += ' ';
+  AppendDecimal(out, first.y, kPlaceDecimals);
+  AppendPieces(out, ')', Rotate(text.rotation), "scale(");
+  AppendDecimal(out, text.size / kUnitsPerEm, kScaleDecimals);
+  out += ")\" d=\"";
+  const std::size_t empty = out.size();
+  GlyphPen pen(out);
+  for (const PlacedGlyph& glyph : text.glyphs) {
+    pen.Draw(glyph.glyph, OffsetInUnits(text, glyph));
+  }
+  if (out.size() == empty) {
+    out.resize(begin);  // nothing but spaces
     return;
   }
-  const PlacedGlyph& first = text.glyphs.front();
-  AppendPieces(out, "<path", Paint("fill", colour), " transform=\"translate(", General{first.x, kPlaceDigits},
-               ' ', General{first.y, kPlaceDigits}, ")scale(", General{text.size / kUnitsPerEm, kPlaceDigits},
-               ")\" d=\"");
-  AppendOutline(out, outline);
   out += "\"/>";
 }
 
@@ -325,12 +342,15 @@ std::string WriteSvg(const Drawing& drawing) {
   AppendPieces(out, " viewBox=\"0 0 ", drawing.width, ' ', drawing.height, "\" role=\"img\">");
   AppendTitle(out, drawing.title);
   if (drawing.background.a != 0) {
-    AppendPieces(out, "<path", Paint("fill", drawing.background), " d=\"M0 0h", drawing.width, 'v',
-                 drawing.height, "H0z\"/>");
+    out += "<path";
+    AppendPaint(out, kFill, drawing.background);
+    AppendPieces(out, " d=\"M0 0h", drawing.width, 'v', drawing.height, "H0\"/>");
   }
   AppendBars(out, drawing);
   for (const PlacedText& text : drawing.texts) {
-    AppendText(out, text, drawing.foreground);
+    if (!text.glyphs.empty()) {
+      AppendText(out, text, drawing.foreground);
+    }
   }
   out += "</svg>\n";
   return out;
