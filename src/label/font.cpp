@@ -28,7 +28,7 @@ namespace {
 constexpr std::size_t kArenaSize = 128 * sizeof(stbtt_vertex);
 
 // Curves may be off by so much, in ems.
-constexpr double kTolerance = 3.0 / 256;
+constexpr double kTolerance = 3.5 / 256;
 
 // The placeholder in units, as wide and high as a capital letter.
 constexpr int kBoxAdvance = 64;

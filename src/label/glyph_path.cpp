@@ -48,6 +48,8 @@ class OutlineFormatter {
     m_at = to;
   }
 
+  void Flush() { m_path.Flush(); }
+
   // The pen is there without a move.
   void Begin(const UnitPoint& at) {
     m_at = at;
@@ -97,6 +99,7 @@ GlyphPath PathOf(const Outline& outline, std::string& data) {
   for (std::size_t i = 1; i < outline.size(); ++i) {
     formatter.Add(outline[i], i + 1 == outline.size() || outline[i + 1].kind == Kind::kMove);
   }
+  formatter.Flush();
   return {begin, formatter.At(), data};
 }
 
@@ -160,10 +163,9 @@ void GlyphPen::Draw(int glyph, const UnitPoint& origin) {
   if (path->data.empty()) {
     return;
   }
-  PathData(m_out)
-      .Command('m')
-      .Number(origin.x + path->begin.x - m_at.x)
-      .Number(origin.y + path->begin.y - m_at.y);
+  PathData move(m_out);
+  move.Command('m').Number(origin.x + path->begin.x - m_at.x).Number(origin.y + path->begin.y - m_at.y);
+  move.Flush();
   m_out += path->data;
   m_at = {origin.x + path->end.x, origin.y + path->end.y};
 }

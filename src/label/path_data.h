@@ -2,34 +2,34 @@
 
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <string>
 
 namespace barcode::label {
 
-// The data of an SVG path, in whole numbers and without a character too many.
+// Writes the data of an SVG path in whole numbers, without a character too many. What was written
+// is in the text after Flush.
 class PathData {
  public:
   explicit PathData(std::string& out) : m_out(out) {}
 
   PathData& Command(char command) {
-    m_out += command;
+    Put(command);
     m_apart = true;
     return *this;
   }
 
   PathData& Number(int value) {
-    std::array<char, 16> buffer;
-    char* const begin = buffer.data();
-    char* end = begin;
+    MakeRoom();
     if (!m_apart && value >= 0) {
-      *end++ = ' ';
+      m_buffer[m_size++] = ' ';
     }
     if (value >= 0 && value <= 9) {
-      *end++ = static_cast<char>('0' + value);
+      m_buffer[m_size++] = static_cast<char>('0' + value);
     } else {
-      end = std::to_chars(end, begin + buffer.size(), value).ptr;
+      char* const begin = m_buffer.data() + m_size;
+      m_size += static_cast<std::size_t>(std::to_chars(begin, m_buffer.data() + kSize, value).ptr - begin);
     }
-    m_out.append(begin, end);
     m_apart = false;
     return *this;
   }
@@ -38,13 +38,34 @@ class PathData {
   PathData& Half(int value) {
     Number(value / 2);
     if (value % 2 != 0) {
-      m_out += ".5";
+      Put('.');
+      Put('5');
     }
     return *this;
   }
 
+  void Flush() {
+    m_out.append(m_buffer.data(), m_size);
+    m_size = 0;
+  }
+
  private:
+  static constexpr std::size_t kSize = 512;
+  static constexpr std::size_t kLongestNumber = 16;
+
+  void MakeRoom() {
+    if (m_size + kLongestNumber > kSize) {
+      Flush();
+    }
+  }
+  void Put(char character) {
+    MakeRoom();
+    m_buffer[m_size++] = character;
+  }
+
   std::string& m_out;
+  std::array<char, kSize> m_buffer;
+  std::size_t m_size = 0;
   bool m_apart = true;  // no digit stands before
 };
 

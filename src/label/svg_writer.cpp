@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <numeric>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/line.h"
 #include "base/number_format.h"
@@ -31,9 +33,10 @@ constexpr int kAlphaDecimals = 4;
 constexpr std::string_view kFill = "fill";
 constexpr std::string_view kStroke = "stroke";
 
-// Bytes of a document beside its bars, and of a bar or a piece of outline in its path.
+// Bytes of a document beside its bars and text, of a bar and of a glyph.
 constexpr std::size_t kFrameSize = 512;
-constexpr std::size_t kPieceSize = 12;
+constexpr std::size_t kBarSize = 10;
+constexpr std::size_t kGlyphSize = 120;
 
 // A number with at most so many decimals, rounded, without zeros at its ends.
 void AppendDecimal(std::string& out, double value, int decimals) {
@@ -125,59 +128,88 @@ void AppendSize(std::string& out, std::string_view attribute, int dots, std::opt
   out += '"';
 }
 
+// A length that the bars are counted in. Divides by multiplying: there are many of them.
+class Step {
+ public:
+  explicit Step(int dots) : m_dots(dots), m_inverse(1.0 / dots) {}
+
+  int Dots() const { return m_dots; }
+  // To the nearest.
+  int Count(int length) const {
+    const double count = length * m_inverse;
+    return static_cast<int>(count + (count < 0 ? -0.5 : 0.5));
+  }
+  bool Divides(int length) const { return Count(length) * m_dots == length; }
+
+ private:
+  int m_dots;
+  double m_inverse;
+};
+
 // The bars are written in modules: from the corner of the first one, in steps that divide every place and size.
 struct Grid {
   int x = 0;
   int y = 0;
-  int step = 1;
+  Step step{1};
 };
 
 Grid GridOf(const std::vector<DotRect>& rects) {
-  Grid grid{.x = rects.front().x, .y = rects.front().y, .step = 0};
-  for (const DotRect& rect : rects) {
-    for (const int length : {rect.x - grid.x, rect.y - grid.y, rect.width, rect.height}) {
-      if (grid.step == 0 || length % grid.step != 0) {
-        grid.step = std::gcd(grid.step, length);
-      }
+  const DotRect& first = rects.front();
+  Step step(std::gcd(first.width, first.height));
+  const auto divide = [&step](int length) {
+    if (!step.Divides(length)) {
+      step = Step(std::gcd(step.Dots(), length));
     }
-    if (grid.step == 1) {
+  };
+  const DotRect* last = &first;
+  for (const DotRect& rect : rects) {
+    divide(rect.x - first.x);
+    divide(rect.width);
+    if (rect.y != last->y || rect.height != last->height) {
+      divide(rect.y - first.y);
+      divide(rect.height);
+      last = &rect;
+    }
+    if (step.Dots() == 1) {
       return {};
     }
   }
-  return grid;
+  return {first.x, first.y, step};
 }
 
 DotRect OnGrid(const DotRect& rect, const Grid& grid) {
-  return {(rect.x - grid.x) / grid.step, (rect.y - grid.y) / grid.step, rect.width / grid.step,
-          rect.height / grid.step};
+  return {grid.step.Count(rect.x - grid.x), grid.step.Count(rect.y - grid.y), grid.step.Count(rect.width),
+          grid.step.Count(rect.height)};
 }
 
 // Bars of one height are lines of that width, one run behind the other.
 void AppendLinesAcross(PathData& path, const std::vector<DotRect>& rects, const Grid& grid) {
-  UnitPoint pen;
-  for (const DotRect& dots : rects) {
-    const DotRect rect = OnGrid(dots, grid);
-    if (&dots == &rects.front()) {
-      path.Command('M').Number(rect.x).Half(2 * rect.y + rect.height);
-    } else {
-      path.Command('m').Number(rect.x - pen.x).Number(rect.y - pen.y);
-    }
-    path.Command('h').Number(rect.width);
-    pen = {rect.x + rect.width, rect.y};
+  const DotRect first = OnGrid(rects.front(), grid);
+  path.Command('M').Number(first.x).Half(2 * first.y + first.height).Command('h').Number(first.width);
+  int end = first.x + first.width;
+  int y = rects.front().y;
+  for (const DotRect& rect : std::span(rects).subspan(1)) {
+    const int x = grid.step.Count(rect.x - grid.x);
+    const int width = grid.step.Count(rect.width);
+    path.Command('m').Number(x - end).Number(rect.y == y ? 0 : grid.step.Count(rect.y - y));
+    path.Command('h').Number(width);
+    end = x + width;
+    y = rect.y;
   }
 }
 
 void AppendLinesDown(PathData& path, const std::vector<DotRect>& rects, const Grid& grid) {
-  UnitPoint pen;
-  for (const DotRect& dots : rects) {
-    const DotRect rect = OnGrid(dots, grid);
-    if (&dots == &rects.front()) {
-      path.Command('M').Half(2 * rect.x + rect.width).Number(rect.y);
-    } else {
-      path.Command('m').Number(rect.x - pen.x).Number(rect.y - pen.y);
-    }
-    path.Command('v').Number(rect.height);
-    pen = {rect.x, rect.y + rect.height};
+  const DotRect first = OnGrid(rects.front(), grid);
+  path.Command('M').Half(2 * first.x + first.width).Number(first.y).Command('v').Number(first.height);
+  int end = first.y + first.height;
+  int x = rects.front().x;
+  for (const DotRect& rect : std::span(rects).subspan(1)) {
+    const int y = grid.step.Count(rect.y - grid.y);
+    const int height = grid.step.Count(rect.height);
+    path.Command('m').Number(rect.x == x ? 0 : grid.step.Count(rect.x - x)).Number(y - end);
+    path.Command('v').Number(height);
+    end = y + height;
+    x = rect.x;
   }
 }
 
@@ -258,17 +290,18 @@ void AppendBarData(std::string& out, const Bars& bars, const Grid& grid) {
   } else {
     AppendAreas(path, bars.rects, grid);
   }
+  path.Flush();
 }
 
 void AppendGrid(std::string& out, const Grid& grid) {
-  if (grid.step == 1) {
+  if (grid.step.Dots() == 1) {
     return;
   }
   out += " transform=\"";
   if (grid.x != 0 || grid.y != 0) {
     AppendPieces(out, "translate(", grid.x, ' ', grid.y, ')');
   }
-  AppendPieces(out, "scale(", grid.step, ")\"");
+  AppendPieces(out, "scale(", grid.step.Dots(), ")\"");
 }
 
 void AppendBars(std::string& out, const Drawing& drawing) {
@@ -278,7 +311,6 @@ void AppendBars(std::string& out, const Drawing& drawing) {
   const Bars bars = MergedBars(drawing.dark);
   const Grid grid = GridOf(bars.rects);
   const bool lines = bars.shape != BarShape::kMixed;
-  out.reserve(out.size() + kFrameSize + bars.rects.size() * kPieceSize);
   out += "<path shape-rendering=\"crispEdges\"";
   AppendPaint(out, lines ? kStroke : kFill, drawing.foreground);
   if (lines) {
@@ -332,11 +364,19 @@ void AppendText(std::string& out, const PlacedText& text, const Colour& colour) 
   out += "\"/>";
 }
 
+std::size_t LikelySize(const Drawing& drawing) {
+  std::size_t size = kFrameSize + drawing.title.size() + drawing.dark.size() * kBarSize;
+  for (const PlacedText& text : drawing.texts) {
+    size += text.glyphs.size() * kGlyphSize;
+  }
+  return size;
+}
+
 }  // namespace
 
 std::string WriteSvg(const Drawing& drawing) {
   std::string out = "<svg xmlns=\"http://www.w3.org/2000/svg\"";
-  out.reserve(kFrameSize + drawing.title.size());
+  out.reserve(LikelySize(drawing));
   AppendSize(out, "width", drawing.width, drawing.dpi);
   AppendSize(out, "height", drawing.height, drawing.dpi);
   AppendPieces(out, " viewBox=\"0 0 ", drawing.width, ' ', drawing.height, "\" role=\"img\">");
