@@ -219,24 +219,35 @@ void AppendLinesDown(std::string& out, const std::vector<DotRect>& rects, const 
   }
 }
 
+// Bars of several heights: contours, without a close where the fill closes them. Bars that stand on one line
+// are one contour, which runs back to that line and along it to the next.
 void AppendAreas(std::string& out, const std::vector<DotRect>& rects, const Grid& grid) {
   PathData path(out);
-  int x = 0;
-  int y = 0;
-  for (const DotRect& dots : rects) {
-    const DotRect rect = OnGrid(dots, grid);
-    path.Command('m');
-    path.Number(rect.x - x);
-    path.Number(rect.y - y);
-    path.Command('h');
-    path.Number(rect.width);
-    path.Command('v');
-    path.Number(rect.height);
-    path.Command('h');
-    path.Number(-rect.width);
-    path.Command('z');
-    x = rect.x;
-    y = rect.y;
+  const bool upright = rects.size() < 2 || rects[0].y == rects[1].y;
+  const char along = upright ? 'h' : 'v';
+  const char across = upright ? 'v' : 'h';
+  UnitPoint pen;
+  for (std::size_t i = 0; i < rects.size(); ++i) {
+    const DotRect rect = OnGrid(rects[i], grid);
+    const int gap = upright ? rect.x - pen.x : rect.y - pen.y;
+    const bool aligned = upright ? rect.y == pen.y : rect.x == pen.x;
+    if (i > 0 && aligned) {
+      path.Command(along);
+      path.Number(gap);
+    } else {
+      path.Command('m');
+      path.Number(rect.x - pen.x);
+      path.Number(rect.y - pen.y);
+    }
+    const int length = upright ? rect.height : rect.width;
+    const int thickness = upright ? rect.width : rect.height;
+    path.Command(across);
+    path.Number(length);
+    path.Command(along);
+    path.Number(thickness);
+    path.Command(across);
+    path.Number(-length);
+    pen = upright ? UnitPoint{rect.x + thickness, rect.y} : UnitPoint{rect.x, rect.y + thickness};
   }
 }
 
@@ -304,9 +315,11 @@ void AppendOutline(PathData& path, std::span<const OutlinePiece> pieces, Pen& pe
         }
         break;
       case OutlinePiece::Kind::kCurve:
-        path.Command('q');
-        path.Number(piece.control.x - pen.x);
-        path.Number(piece.control.y - pen.y);
+        path.Command(piece.smooth ? 't' : 'q');
+        if (!piece.smooth) {
+          path.Number(piece.control.x - pen.x);
+          path.Number(piece.control.y - pen.y);
+        }
         path.Number(step.x);
         path.Number(step.y);
         break;
