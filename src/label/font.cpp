@@ -63,24 +63,32 @@ double InUnits(int length) {
   return static_cast<double>(length) * kUnitsPerEm / TheFace().unitsPerEm;
 }
 
-// To the nearest unit, halves upwards.
-int Quantised(int coordinate, int unitsPerEm) {
-  const int scaled = 2 * coordinate * kUnitsPerEm + unitsPerEm;
-  const int divisor = 2 * unitsPerEm;
-  return scaled >= 0 ? scaled / divisor : -((divisor - 1 - scaled) / divisor);
-}
+// Coordinates of the font to the nearest unit, halves upwards.
+class Quantiser {
+ public:
+  explicit Quantiser(int unitsPerEm) : m_factor(static_cast<double>(kUnitsPerEm) / unitsPerEm) {}
 
-OutlinePiece PieceOf(const stbtt_vertex& vertex, int unitsPerEm) {
-  const UnitPoint to{Quantised(vertex.x, unitsPerEm), Quantised(vertex.y, unitsPerEm)};
+  UnitPoint At(int x, int y) const { return {Nearest(x), Nearest(y)}; }
+
+ private:
+  int Nearest(int coordinate) const {
+    const double value = coordinate * m_factor + 0.5;
+    const int whole = static_cast<int>(value);
+    return whole - (value < whole ? 1 : 0);
+  }
+
+  double m_factor;
+};
+
+OutlinePiece PieceOf(const stbtt_vertex& vertex, const Quantiser& quantiser) {
+  const UnitPoint to = quantiser.At(vertex.x, vertex.y);
   if (vertex.type == STBTT_vmove) {
     return {.kind = OutlinePiece::Kind::kMove, .to = to, .control = {}};
   }
   if (vertex.type == STBTT_vline) {
     return {.kind = OutlinePiece::Kind::kLine, .to = to, .control = {}};
   }
-  return {.kind = OutlinePiece::Kind::kCurve,
-          .to = to,
-          .control = {Quantised(vertex.cx, unitsPerEm), Quantised(vertex.cy, unitsPerEm)}};
+  return {.kind = OutlinePiece::Kind::kCurve, .to = to, .control = quantiser.At(vertex.cx, vertex.cy)};
 }
 
 void AppendContour(const std::array<UnitPoint, 4>& corners, Outline& outline) {
@@ -158,8 +166,9 @@ void Font::AppendOutline(int glyph, Outline& outline) const {
   info.userdata = &arena;
   stbtt_vertex* vertices = nullptr;
   const int count = stbtt_GetGlyphShape(&info, glyph, &vertices);
+  const Quantiser quantiser(face.unitsPerEm);
   for (const stbtt_vertex& vertex : std::span(vertices, static_cast<std::size_t>(count))) {
-    outline.push_back(PieceOf(vertex, face.unitsPerEm));
+    outline.push_back(PieceOf(vertex, quantiser));
   }
 }
 

@@ -1,13 +1,19 @@
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstddef>
 #include <numeric>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "base/line.h"
 #include "base/number_format.h"
 #include "label/bar_shape.h"
+#include "label/font.h"
 #include "label/text_outline.h"
 #include "label/title.h"
 #include "label/writers.h"
@@ -20,9 +26,10 @@ constexpr double kMillimetresPerInch = 25.4;
 constexpr int kSizeDigits = 8;
 constexpr int kPlaceDigits = 7;
 
-// Bytes of a document beside its bars, and of a bar or a piece of outline in its path.
+// Bytes of a document beside its bars, of a bar in its path, and of a glyph.
 constexpr std::size_t kFrameSize = 512;
 constexpr std::size_t kPieceSize = 12;
+constexpr std::size_t kGlyphSize = 256;
 
 // The data of a <path>, in whole numbers and without a character too many.
 class PathData {
@@ -48,6 +55,12 @@ class PathData {
     }
     m_out.append(begin, end);
     m_apart = false;
+  }
+
+  // Path data that begins with a command and ends with a number.
+  void Text(std::string_view data) {
+    m_out += data;
+    m_apart = m_apart && data.empty();
   }
 
   // Half of a number.
@@ -129,7 +142,8 @@ void AppendSize(std::string& out, std::string_view attribute, int dots, std::opt
   out += '"';
 }
 
-// The bars are written in modules: from the corner of the first one, in steps that divide every place and size.
+// The bars are written in modules: from the corner of the first one, in steps that divide every place and
+// size.
 struct Grid {
   int x = 0;
   int y = 0;
@@ -245,7 +259,8 @@ void AppendBars(std::string& out, const Drawing& drawing) {
   const Grid grid = GridOf(bars.rects);
   const bool lines = bars.shape != BarShape::kMixed;
   out.reserve(out.size() + kFrameSize + bars.rects.size() * kPieceSize);
-  AppendPieces(out, "<path shape-rendering=\"crispEdges\"", Paint(lines ? "stroke" : "fill", drawing.foreground));
+  AppendPieces(out, "<path shape-rendering=\"crispEdges\"",
+               Paint(lines ? "stroke" : "fill", drawing.foreground));
   if (lines) {
     const DotRect rect = OnGrid(bars.rects.front(), grid);
     const int thickness = bars.shape == BarShape::kOneHeight ? rect.height : rect.width;
@@ -265,20 +280,18 @@ void AppendBars(std::string& out, const Drawing& drawing) {
   out += "\"/>";
 }
 
-// Contours from one point to the next.
-void AppendOutline(std::string& out, const Outline& outline) {
-  out.reserve(out.size() + outline.size() * kPieceSize);
-  PathData path(out);
-  UnitPoint last;
-  UnitPoint start;
-  for (const OutlinePiece& piece : outline) {
-    const UnitPoint step{piece.to.x - last.x, piece.to.y - last.y};
+// Where a contour was left, for the moves from one point to the next.
+using Pen = UnitPoint;
+
+// Writes pieces of an outline from the pen on.
+void AppendOutline(PathData& path, std::span<const OutlinePiece> pieces, Pen& pen) {
+  for (const OutlinePiece& piece : pieces) {
+    const UnitPoint step{piece.to.x - pen.x, piece.to.y - pen.y};
     switch (piece.kind) {
       case OutlinePiece::Kind::kMove:
         path.Command('m');
         path.Number(step.x);
         path.Number(step.y);
-        start = piece.to;
         break;
       case OutlinePiece::Kind::kLine:
         if (step.x == 0 || step.y == 0) {
@@ -292,26 +305,86 @@ void AppendOutline(std::string& out, const Outline& outline) {
         break;
       case OutlinePiece::Kind::kCurve:
         path.Command('q');
-        path.Number(piece.control.x - last.x);
-        path.Number(piece.control.y - last.y);
+        path.Number(piece.control.x - pen.x);
+        path.Number(piece.control.y - pen.y);
         path.Number(step.x);
         path.Number(step.y);
         break;
     }
-    last = piece.to;
+    pen = piece.to;
   }
 }
 
-void AppendText(std::string& out, const PlacedText& text, const Colour& colour) {
-  const Outline outline = OutlineOf(text);
-  if (outline.empty()) {
+// A glyph of an upright text whose origin is (0, 0): where its first contour begins, the path from there on,
+// and where that ends.
+struct GlyphPath {
+  UnitPoint start;
+  std::string rest;
+  UnitPoint end;
+};
+
+// The paths of printable ASCII, of which most texts consist, by glyph. They are the same at every size.
+using GlyphPaths = std::vector<std::optional<GlyphPath>>;
+
+GlyphPaths MakeGlyphPaths() {
+  GlyphPaths paths;
+  const Font font;
+  for (char32_t character = '!'; character <= '~'; ++character) {
+    const std::optional<int> glyph = font.FindGlyph(character);
+    if (!glyph) {
+      continue;
+    }
+    PlacedText text;
+    text.size = kUnitsPerEm;
+    text.glyphs.push_back({.glyph = *glyph});
+    const Outline outline = OutlineOf(text);
+    GlyphPath entry{.start = outline.front().to, .rest = {}, .end = outline.front().to};
+    PathData path(entry.rest);
+    AppendOutline(path, std::span(outline).subspan(1), entry.end);
+    const auto index = static_cast<std::size_t>(*glyph);
+    paths.resize(std::max(paths.size(), index + 1));
+    paths[index] = std::move(entry);
+  }
+  return paths;
+}
+
+// Null for any other glyph.
+const GlyphPath* FindGlyphPath(int glyph) {
+  static const GlyphPaths paths = MakeGlyphPaths();
+  const auto index = static_cast<std::size_t>(glyph);
+  return glyph >= 0 && index < paths.size() && paths[index] ? &*paths[index] : nullptr;
+}
+
+void AppendGlyph(PathData& path, const PlacedText& text, const PlacedGlyph& glyph, Pen& pen) {
+  const GlyphPath* const known = text.rotation == Rotation::kNone ? FindGlyphPath(glyph.glyph) : nullptr;
+  if (known == nullptr) {
+    Outline outline;
+    AppendGlyphOutline(text, glyph, outline);
+    AppendOutline(path, outline, pen);
     return;
   }
+  const UnitPoint origin = GlyphOrigin(text, glyph);
+  path.Command('m');
+  path.Number(origin.x + known->start.x - pen.x);
+  path.Number(origin.y + known->start.y - pen.y);
+  path.Text(known->rest);
+  pen = {origin.x + known->end.x, origin.y + known->end.y};
+}
+
+void AppendText(std::string& out, const PlacedText& text, const Colour& colour) {
+  if (text.glyphs.empty()) {
+    return;
+  }
+  out.reserve(out.size() + kFrameSize + text.glyphs.size() * kGlyphSize);
   const PlacedGlyph& first = text.glyphs.front();
   AppendPieces(out, "<path", Paint("fill", colour), " transform=\"translate(", General{first.x, kPlaceDigits},
                ' ', General{first.y, kPlaceDigits}, ")scale(", General{text.size / kUnitsPerEm, kPlaceDigits},
                ")\" d=\"");
-  AppendOutline(out, outline);
+  PathData path(out);
+  Pen pen;
+  for (const PlacedGlyph& glyph : text.glyphs) {
+    AppendGlyph(path, text, glyph, pen);
+  }
   out += "\"/>";
 }
 

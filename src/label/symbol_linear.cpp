@@ -26,7 +26,7 @@ Symbol LinearSymbolOf(RunVector pattern, std::string text, std::string line) {
   return symbol;
 }
 
-Symbol DigitSymbolOf(RunVector pattern, const SymbolText& text) {
+Symbol PlainSymbolOf(RunVector pattern, const SymbolText& text) {
   return LinearSymbolOf(std::move(pattern), std::string(text.Bytes()), std::string(text.Bytes()));
 }
 
@@ -150,7 +150,7 @@ Symbol MakeCode93(const SymbolText& text) {
 Symbol MakeCode128(const SymbolText& text, const Request& request) {
   const Code128Mode mode = KeywordOr(kCode128ModeKeywords, request.codeMode, Code128Mode::kAuto);
   RequireCode128Characters(text, mode);
-  return DigitSymbolOf(EncodeCode128(text.Bytes(), mode, Code128Rule::kStandard), text);
+  return PlainSymbolOf(EncodeCode128(text.Bytes(), mode, Code128Rule::kStandard), text);
 }
 
 Symbol MakeNw7(const SymbolText& text, const Request& request) {
@@ -161,12 +161,12 @@ Symbol MakeNw7(const SymbolText& text, const Request& request) {
 
 Symbol MakeMatrix2of5(const SymbolText& text) {
   text.RequireDigits("Matrix 2 of 5");
-  return DigitSymbolOf(EncodeMatrix2of5(text.Bytes(), TwoOfFiveRule::kBarsAndSpaces), text);
+  return PlainSymbolOf(EncodeMatrix2of5(text.Bytes(), TwoOfFiveRule::kBarsAndSpaces), text);
 }
 
 Symbol MakeNec2of5(const SymbolText& text) {
   text.RequireDigits("NEC 2 of 5");
-  return DigitSymbolOf(EncodeNec2of5(text.Bytes(), TwoOfFiveRule::kBarsAndSpaces), text);
+  return PlainSymbolOf(EncodeNec2of5(text.Bytes(), TwoOfFiveRule::kBarsAndSpaces), text);
 }
 
 Symbol MakeItf(const SymbolText& text) {

@@ -38,14 +38,9 @@ std::size_t CountCharacters(std::string_view text) {
 }  // namespace
 
 std::string ShownText(std::string_view bytes) {
-  constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
   std::string shown;
   shown.reserve(bytes.size());
-  while (!bytes.empty()) {
-    const Utf8Character character = FirstUtf8Character(bytes);
-    shown += character.valid ? bytes.substr(0, character.length) : kReplacement;
-    bytes.remove_prefix(character.length);
-  }
+  VisitUtf8(bytes, [&shown](char32_t character) { AppendUtf8(shown, character); });
   return shown;
 }
 

@@ -9,7 +9,7 @@
 
 namespace barcode::label {
 
-// A text in UTF-8, in which U+FFFD stands for each byte that is none.
+// A text in UTF-8, in which U+FFFD stands for bytes that are none.
 std::string ShownText(std::string_view bytes);
 
 // What a refused character is told.

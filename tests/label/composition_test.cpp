@@ -388,6 +388,20 @@ TEST(Composition, StackedRowsShareTheHeightAndSeparatorsKeepTheirs) {
   EXPECT_EQ(label.rows, 1);
 }
 
+TEST(Composition, TextOfAStackedSymbolIsNoLargerThanItsWidth) {
+  Symbol symbol = StackedOf({{RunVector(50, 1), 5}, {RunVector(50, 1), 1}, {RunVector(50, 1), 7}}, 13);
+  symbol.lines = {"(01)20012345678909"};
+  TypeInfo type = LinearType();
+  type.quietZone = {1, 1, 0, 0};
+  const Composition label = Compose(type, {}, symbol);
+  EXPECT_TRUE(label.warnings.empty());
+  EXPECT_EQ(label.drawing.width, 104);
+  ExpectInside(label.drawing);
+  Request request;
+  request.textScale = 2.0;
+  EXPECT_TRUE(Has(Compose(type, request, symbol), ErrorCode::kTextShrunk));
+}
+
 TEST(Composition, MatrixSymbolsHaveTheirOwnHeight) {
   const Composition qr = Compose(MatrixType(), {}, MatrixOf(21, 21, 1));
   EXPECT_EQ(qr.drawing.width, 29 * 4);

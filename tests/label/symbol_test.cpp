@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/gs1_check_digit.h"
+#include "base/line.h"
 #include "gs1/databar_14_encoder.h"
 #include "label/symbol_picture.h"
 #include "linear/ean_upc_encoder.h"
@@ -117,7 +118,8 @@ TEST(EncodeSymbol, RefusesEmptyTexts) {
 }
 
 TEST(EncodeSymbol, RefusesHugeTextsAtOnce) {
-  const std::string text(100'000'000, '1');
+  std::string text;
+  text.resize(100'000'000, '1');
   const auto begin = std::chrono::steady_clock::now();
   for (const Type type : kTypes) {
     Request request = TextRequest("");
@@ -768,11 +770,8 @@ TEST(SymbolReadBack, Gs1_128) {
     const std::string lot = random.Of("ABCabc0123456789-/", 1, 20);
     const std::string serial = random.Of("XYZxyz0123456789", 1, 20);
     ExpectZxing({Type::kGs1_128,
-                 TextRequest("(10)" + lot + "(21)" + serial),
-                 {"Code128", "10" + lot +
-                                 "\x1D"
-                                 "21" +
-                                 serial}});
+                 TextRequest(Line("(10)", lot, "(21)", serial)),
+                 {"Code128", Line("10", lot, '\x1D', "21", serial)}});
   }
   const std::string data = "91" + std::string(41, '7');
   ExpectZxing({Type::kGs1_128, PaymentRequest(data), {"Code128", data + Gs1CheckDigit(data)}});
@@ -808,11 +807,11 @@ TEST(SymbolReadBack, DataBarInAllForms) {
     add(Type::kDataBar14, With(TextRequest(gtin), &Request::form, Form::kStackedOmnidirectional), data);
     add(Type::kDataBarLimited, TextRequest(gtin), data);
     const std::string lot = random.Of("ABC0123456789", 1, 10);
-    const std::string elements = "(01)" + data.substr(2) + "(10)" + lot;
-    add(Type::kDataBarExpanded, TextRequest(elements), data + "10" + lot);
+    const std::string elements = Line("(01)", data.substr(2), "(10)", lot);
+    add(Type::kDataBarExpanded, TextRequest(elements), Line(data, "10", lot));
     Request stacked = With(TextRequest(elements), &Request::form, Form::kStacked);
     stacked.pairsPerRow = 1 + i % 5;
-    add(Type::kDataBarExpanded, stacked, data + "10" + lot);
+    add(Type::kDataBarExpanded, stacked, Line(data, "10", lot));
   }
   const auto readings = test::ReadWithWasm(images);
   ASSERT_EQ(readings.size(), expected.size());
