@@ -1,6 +1,6 @@
 # Installs the built project and builds hosts against the result, each step a test of its own.
 #   cmake -DSTEP=... -DBUILD=... -DWORK=... -DVERSION=... [-DLAYOUT...] -P run.cmake
-# LABEL: the label library is built, in version LABEL_VERSION.
+# LABEL: hosts of the label library are built too, which has version LABEL_VERSION.
 # WORK/prefix is an installed tree; WORK/moved one that was installed into a staging folder for another prefix, then moved.
 cmake_minimum_required(VERSION 3.25)
 set(here ${CMAKE_CURRENT_LIST_DIR})
