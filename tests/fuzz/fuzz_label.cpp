@@ -1,6 +1,7 @@
-// Requests to the label library. An input that begins with a control character says which fields a request has
-// and what they hold, by the list of types that the library gives; any other input is a request as it is.
-// Whatever it is, there is a label, its report is JSON, and a picture is there, whole, exactly when it says so.
+// Requests to the label library. An input that begins with a control character says which fields a request
+// has and what they hold, by the list of types that the library gives; any other input is a request as it is.
+// Whatever it is, there is a label, its report is JSON, and a picture is there, whole, exactly when it says
+// so.
 #include <array>
 #include <cstdint>
 #include <nlohmann/json.hpp>
@@ -22,19 +23,28 @@ const json& Types() {
   return types;
 }
 
-constexpr std::array<std::string_view, 8> kAlphabets = {
-    "0123456789",
-    "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%",
-    "ABCDabcd0123456789-$:/.+",
-    "abcdefghijklmnopqrstuvwxyz\"<>&\\\n\x01\x7F",
-    "()0123456789\x1D",
-    "01",
-    "A",
-    "\xE3\x81\x82\xC3\xA9\xF0\x9F\x98\x80"};
-constexpr std::array<std::string_view, 14> kPieces = {"(01)04912345678904", "(10)",    "(17)261231", "(3103)000123",
-                                                      "(21)",               "{FNC1}",  "{AI}",       "(91)",
-                                                      "490123456789",       "1234567", "01234567890", "2001234567890",
-                                                      "(8020)1(415)",       "\xE6\xBC\xA2"};
+constexpr std::array<std::string_view, 8> kAlphabets = {"0123456789",
+                                                        "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%",
+                                                        "ABCDabcd0123456789-$:/.+",
+                                                        "abcdefghijklmnopqrstuvwxyz\"<>&\\\n\x01\x7F",
+                                                        "()0123456789\x1D",
+                                                        "01",
+                                                        "A",
+                                                        "\xE3\x81\x82\xC3\xA9\xF0\x9F\x98\x80"};
+constexpr std::array<std::string_view, 14> kPieces = {"(01)04912345678904",
+                                                      "(10)",
+                                                      "(17)261231",
+                                                      "(3103)000123",
+                                                      "(21)",
+                                                      "{FNC1}",
+                                                      "{AI}",
+                                                      "(91)",
+                                                      "490123456789",
+                                                      "1234567",
+                                                      "01234567890",
+                                                      "2001234567890",
+                                                      "(8020)1(415)",
+                                                      "\xE6\xBC\xA2"};
 
 class RequestMaker {
  public:
@@ -45,7 +55,8 @@ class RequestMaker {
     json request = {{"type", type["name"]}};
     const std::string text = Text();
     if (m_reader.OneIn(4)) {
-      request["text_base64"] = Base64Encode({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+      request["text_base64"] =
+          Base64Encode({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
     } else {
       request["text"] = text;
     }
@@ -72,8 +83,7 @@ class RequestMaker {
         return text;
       }
       case 2:
-        return std::string(std::size_t{m_reader.Byte()} * m_reader.Below(16),
-                           m_reader.Of(kAlphabets)[0]);
+        return std::string(std::size_t{m_reader.Byte()} * m_reader.Below(16), m_reader.Of(kAlphabets)[0]);
       default:
         return InAlphabet(m_reader.Bytes(48), m_reader.Of(kAlphabets));
     }
@@ -133,7 +143,8 @@ int BigEndian(std::string_view bytes) {
 
 void RequireWhole(const std::string& mediaType, std::string_view data, const json& report) {
   if (mediaType == "image/png") {
-    Require(data.starts_with("\x89PNG\r\n\x1a\n") && data.ends_with("IEND\xAE\x42\x60\x82"), "a PNG file is whole");
+    Require(data.starts_with("\x89PNG\r\n\x1a\n") && data.ends_with("IEND\xAE\x42\x60\x82"),
+            "a PNG file is whole");
     Require(BigEndian(data.substr(16)) == report["width"] && BigEndian(data.substr(20)) == report["height"],
             "a PNG file has the size that is reported");
   } else if (mediaType == "image/svg+xml") {
