@@ -25,8 +25,8 @@ class Gs1SyntaxError : public std::runtime_error {
 
 // The elements of a text, verified: identifiers, lengths, characters, check digits, dates. The text is
 // written with parentheses, "(01)04912345678904(10)LOT42", or without, "010491234567890410LOT42", where
-// "{FNC1}" or the byte 0x1D ends a field of variable length that another follows, "{AI}" says nothing, and
-// one "{FNC1}" may stand in front and one at the end. Throws Gs1SyntaxError.
+// "{FNC1}" or the byte 0x1D ends a field of variable length that another follows, as does "{AI}", which says
+// that an identifier begins there; "{FNC1}" may stand in front and at the end too. Throws Gs1SyntaxError.
 std::vector<Gs1Element> ParseGs1Elements(std::string_view text);
 
 // For people: "(01)04912345678904(10)LOT42".
