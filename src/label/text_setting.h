@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "label/drawing.h"
+#include "label/font.h"
+
+// Lines of human-readable text as glyphs of the embedded font.
+namespace barcode::label {
+
+// The smallest size that a text is set in; one that does not fit then is left out.
+inline constexpr int kSmallestTextSize = 6;
+
+// How many characters without a glyph are told of, at most.
+inline constexpr std::size_t kMissingToldOf = 8;
+
+// One line in the order of its characters, left to right, without kerning and ligatures. Sizes and positions
+// are in dots; sizes are whole.
+class TextLine {
+ public:
+  // text: UTF-8. Characters that the font lacks become placeholders.
+  TextLine(const Font& font, std::string_view text);
+
+  bool Empty() const { return m_glyphs.empty(); }
+  std::size_t Length() const { return m_glyphs.size(); }
+  // The first characters without a glyph, each once, in their order.
+  const std::u32string& Missing() const { return m_missing; }
+
+  double Width(double size) const { return m_width * size / kUnitsPerEm; }
+  double WidestAdvance(double size) const { return m_widest * size / kUnitsPerEm; }
+  // Whole dots above and below the base line that hold every character.
+  int Ascent(int size) const;
+  int Descent(int size) const;
+  // The largest whole size at which the line is at most so wide; no more than `wanted`.
+  int LargestSize(double width, int wanted) const;
+  // The same for each character by itself in a cell.
+  int LargestCellSize(double width, int wanted) const;
+
+  // The line in one piece with its left end at x, or one character around each centre.
+  PlacedText SetAt(double x, double baseLine, int size) const;
+  PlacedText SetAround(const std::vector<double>& centres, double baseLine, int size) const;
+
+ private:
+  std::vector<int> m_glyphs;
+  std::vector<double> m_advances;  // units
+  std::u32string m_missing;
+  double m_width = 0;
+  double m_widest = 0;
+  double m_ascent = 0;
+  double m_descent = 0;
+};
+
+}  // namespace barcode::label
