@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "label_proof/content.h"
+#include "support/gs1_texts.h"
 
 namespace barcode::test {
 namespace {
@@ -114,6 +115,11 @@ enum class Way : std::uint8_t { kParentheses, kMarkers, kByte };
 }  // namespace
 
 Gs1Content RandomGs1(RandomText& random, int mostCharacters) {
+  if (random.Number(0, 2) == 0) {
+    // Of every identifier that there is.
+    const Gs1Text text = RandomGs1Text(random, static_cast<std::size_t>(mostCharacters));
+    return {text.text, text.decoded, text.text};
+  }
   const std::vector<Element> elements = RandomElements(random, mostCharacters);
   const Way way =
       random.Number(0, 1) == 0 ? Way::kParentheses : (random.Number(0, 1) == 0 ? Way::kMarkers : Way::kByte);
