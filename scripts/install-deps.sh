@@ -35,7 +35,7 @@ if [ "$tests" = yes ]; then
   programs="$programs python3:python3"
   packages="$packages
     libgtest-dev libgmock-dev libbenchmark-dev
-    libpng-dev libzxing-dev libzbar-dev locales"
+    libpng-dev libzxing-dev libzbar-dev librsvg2-dev poppler-utils nlohmann-json3-dev locales"
   if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
     packages="$packages nodejs npm ca-certificates"
   fi

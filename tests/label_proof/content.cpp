@@ -108,7 +108,7 @@ Content Code93(RandomText& random) {
   Content content;
   for (int i = 0; i < length; ++i) {
     const auto letter = static_cast<char>(random.Number('A', 'Z'));
-    switch (shifts ? random.Number(0, 5) : 5) {
+    switch (shifts ? random.Number(0, 7) : 7) {
       case 0:
         content.text += {'!', letter};
         content.data += static_cast<char>(letter - 'A' + 'a');
@@ -117,6 +117,20 @@ Content Code93(RandomText& random) {
         content.text += {'<', letter};
         content.data += static_cast<char>(letter - 'A' + 1);
         break;
+      case 2: {
+        constexpr std::string_view kFromA = "!\"#$%&'()*+,-./";
+        const int place = random.Number(0, static_cast<int>(kFromA.size()) - 1);
+        content.text += {'?', static_cast<char>('A' + place)};
+        content.data += kFromA[static_cast<std::size_t>(place)];
+        break;
+      }
+      case 3: {
+        constexpr std::string_view kFromA = "\x1B\x1C\x1D\x1E\x1F;<=>?[\\]^_{|}~\x7F";
+        const int place = random.Number(0, static_cast<int>(kFromA.size()) - 1);
+        content.text += {'>', static_cast<char>('A' + place)};
+        content.data += kFromA[static_cast<std::size_t>(place)];
+        break;
+      }
       default: {
         const std::string character = random.Of(lower ? kLower : kCharacters, 1, 1);
         content.text += character;
@@ -262,13 +276,22 @@ Content Itf(RandomText& random) {
   return content;
 }
 
-Content Gtin14(RandomText& random, const std::string& firstDigits) {
-  const std::string digits = random.Of(firstDigits, 1, 1) + random.Digits(12, 12);
-  Content content;
+// A GTIN, with leading zeros left out, with its check digit or as an element string. fewest: digits that the
+// symbology takes.
+Content Gtin14(RandomText& random, const std::string& firstDigits, int fewest) {
+  std::string digits = random.Of(firstDigits, 1, 1) + random.Digits(12, 12);
+  const int zeros = Chance(random, 15) ? random.Number(0, 13 - fewest) : 0;
+  digits.replace(0, static_cast<std::size_t>(zeros), static_cast<std::size_t>(zeros), '0');
   const std::string gtin = digits + Gs1CheckDigit(digits);
-  content.text = Chance(random, 50) ? digits : gtin;
+  Content content;
   content.data = "01" + gtin;
   content.elements = "(01)" + gtin;
+  content.shown = content.elements;
+  if (Chance(random, 50)) {
+    content.text = digits.substr(static_cast<std::size_t>(zeros));
+  } else {
+    content.text = Chance(random, 30) ? content.elements : gtin;
+  }
   content.roughColumns = 100;
   return content;
 }
@@ -276,7 +299,7 @@ Content Gtin14(RandomText& random, const std::string& firstDigits) {
 Content DataBar14(RandomText& random) {
   constexpr std::array<std::string_view, 3> kForms = {"omnidirectional", "stacked",
                                                       "stacked-omnidirectional"};
-  Content content = Gtin14(random, "0123456789");
+  Content content = Gtin14(random, "0123456789", 1);
   if (Chance(random, 75)) {
     content.options["form"] = OneOf(random, kForms);
   }
@@ -559,7 +582,7 @@ Content RandomContent(Symbology symbology, RandomText& random) {
     case Symbology::kDataBar14:
       return DataBar14(random);
     case Symbology::kDataBarLimited:
-      return Gtin14(random, "01");
+      return Gtin14(random, "01", 8);
     case Symbology::kDataBarExpanded:
       return DataBarExpanded(random);
     case Symbology::kYubinCustomer:

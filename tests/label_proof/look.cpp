@@ -87,7 +87,12 @@ void AddHeight(const SymbologyInfo& info, const Content& content, const Look& lo
     return;
   }
   const int module = std::max(look.module, 2);
-  fields["height"] = random.Number(std::max(10, 6 * module), std::max(60, 20 * module));
+  const int height = random.Number(std::max(10, 6 * module), std::max(60, 20 * module));
+  if (fields.contains("dpi") && Chance(random, 30)) {
+    fields["height_mm"] = height * 25.4 / fields["dpi"].get<int>();
+    return;
+  }
+  fields["height"] = height;
 }
 
 // Modules of a picture that readers are still fast with.
