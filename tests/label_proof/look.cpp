@@ -88,7 +88,7 @@ void AddHeight(const SymbologyInfo& info, const Content& content, const Look& lo
   }
   const int module = std::max(look.module, 2);
   const int height = random.Number(std::max(10, 6 * module), std::max(60, 20 * module));
-  if (fields.contains("dpi") && Chance(random, 30)) {
+  if (fields.contains("dpi") && fields["dpi"].get<int>() <= 1200 && Chance(random, 30)) {
     fields["height_mm"] = height * 25.4 / fields["dpi"].get<int>();
     return;
   }
@@ -99,6 +99,11 @@ void AddHeight(const SymbologyInfo& info, const Content& content, const Look& lo
 int LargestModule(const Content& content) {
   constexpr int kDots = 1100;
   return std::clamp(kDots / content.roughColumns, 1, 6);
+}
+
+// A page has at least 1/24 inch a side.
+int HighestDpi(const Look& look) {
+  return look.fields.value("format", "png") == "pdf" ? 240 : 4800;
 }
 
 void AddModule(const Content& content, Look& look, RandomText& random) {
@@ -112,7 +117,7 @@ void AddModule(const Content& content, Look& look, RandomText& random) {
   }
   if (Chance(random, 8)) {
     // Some module in millimetres that is this many dots of the resolution.
-    const int dpi = random.Number(150, 1200);
+    const int dpi = random.Number(150, std::min(1200, HighestDpi(look)));
     look.fields["module_mm"] = (look.module + random.Number(-30, 30) / 100.0) * 25.4 / dpi;
     look.fields["dpi"] = dpi;
     return;
@@ -120,7 +125,8 @@ void AddModule(const Content& content, Look& look, RandomText& random) {
   look.fields["module"] = look.module;
   if (Chance(random, 20)) {
     constexpr std::array<int, 7> kUsual = {50, 96, 203, 300, 600, 1200, 4800};
-    look.fields["dpi"] = kUsual[static_cast<std::size_t>(random.Number(0, kUsual.size() - 1))];
+    const int dpi = kUsual[static_cast<std::size_t>(random.Number(0, kUsual.size() - 1))];
+    look.fields["dpi"] = std::min(dpi, HighestDpi(look));
   }
 }
 

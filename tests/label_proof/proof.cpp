@@ -37,6 +37,11 @@ std::string FailureOf(const ProofLabel& label, const std::string& what) {
          label.request.dump(-1, ' ', true, Json::error_handler_t::replace);
 }
 
+// Whether a picture can be a page of a PDF, which has at least 1/24 inch a side.
+bool FitsPage(const ProofLabel& label) {
+  return 24 * std::min(label.picture.width, label.picture.height) >= NumberIn(label.request, "dpi");
+}
+
 std::optional<Reading> OwnReading(Symbology symbology, const GreyImage& image) {
   const auto decode = symbology == Symbology::kMatrix2of5 ? DecodeMatrix2of5
                       : symbology == Symbology::kNec2of5  ? DecodeNec2of5
@@ -145,7 +150,7 @@ class Batch {
         continue;
       }
       for (const PictureFormat format : {PictureFormat::kPng, PictureFormat::kSvg, PictureFormat::kPdf}) {
-        if (format != label->format) {
+        if (format != label->format && (format != PictureFormat::kPdf || FitsPage(*label))) {
           others.push_back(WithFormat(*label, format));
           compared.push_back(label);
         }
@@ -217,10 +222,11 @@ class Batch {
                                            : Outcome::kReadEnlarged);
       return;
     }
-    const auto limit = LimitOf(reader, m_info.symbology, label.content);
-    if (limit && limit->misreads) {
-      CountLimit(reader, *limit);
-      return;
+    for (const ReaderLimit& limit : LimitsOf(reader, m_info.symbology, label.content, label.request)) {
+      if (limit.misreads) {
+        CountLimit(reader, limit);
+        return;
+      }
     }
     Count(reader, Outcome::kWrong);
     Fail(label, "WRONG, " + std::string(NameOf(reader)) + " at " + std::to_string(scale) + "x reads " +
@@ -228,13 +234,35 @@ class Batch {
   }
 
   void Miss(ReaderId reader, const ProofLabel& label) {
-    const auto limit = LimitOf(reader, m_info.symbology, label.content);
-    if (limit) {
-      CountLimit(reader, *limit);
-      return;
+    for (const ReaderLimit& limit : LimitsOf(reader, m_info.symbology, label.content, label.request)) {
+      if (limit.remedy == nullptr || ReadsRemedied(reader, label, limit)) {
+        CountLimit(reader, limit);
+        return;
+      }
     }
     Count(reader, Outcome::kMissing);
     Fail(label, "missing, " + std::string(NameOf(reader)) + " sees nothing");
+  }
+
+  // Whether the reader sees what it ought to see when what it cannot do is not asked of it.
+  bool ReadsRemedied(ReaderId reader, const ProofLabel& label, const ReaderLimit& limit) const {
+    Json request = limit.remedy(label.request);
+    request["format"] = "png";
+    const ProofLabel remedied = WithRequest(label, request);
+    Content content = label.content;
+    content.options = request;
+    const auto rule = RuleOf(reader, m_info.symbology, content);
+    if (!remedied.fault.empty() || !rule) {
+      return false;
+    }
+    for (int scale = 1; scale <= kLargestScale; ++scale) {
+      const Readings readings =
+          ReadAll(reader, m_info.symbology, *rule, {Enlarged(remedied.picture, scale)});
+      if (readings.front()) {
+        return readings.front()->data == ExpectedData(reader, m_info.symbology, content);
+      }
+    }
+    return false;
   }
 
   void Count(ReaderId reader, Outcome outcome) {

@@ -1,6 +1,8 @@
 #include "label_proof/reading_rules.h"
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
 namespace barcode::test {
 namespace {
@@ -138,47 +140,117 @@ std::optional<ReaderRule> OwnRule(Symbology symbology) {
   }
 }
 
+bool IsShort(const Content& content, std::size_t fewest) {
+  return content.data.size() < fewest;
+}
+
+bool HasSeparator(const Content& content) {
+  return content.data.find('\x1D') != std::string::npos;
+}
+
+// The identifiers, of all that there are, that libzxing 1.4 does not know, or not to be more than two digits:
+// tried one by one.
+bool HasNewIdentifier(const Content& content) {
+  constexpr auto kNew = std::to_array<std::string_view>(
+      {"03",   "4309", "4330", "4331", "4332", "4333", "7011", "7041", "716",  "717",  "7241", "7242",
+       "7250", "7251", "7252", "7253", "7254", "7255", "7256", "7257", "7258", "7259", "8014", "8030"});
+  return std::ranges::any_of(kNew, [&](std::string_view ai) {
+    return content.elements.find("(" + std::string(ai) + ")") != std::string::npos;
+  });
+}
+
+bool IsGtinAlone(const Content& content) {
+  constexpr std::size_t kLength = 18;
+  return content.elements.starts_with("(01)") && content.elements.size() == kLength;
+}
+
+bool IsTurned(const Json& request) {
+  const auto rotate = request.find("rotate");
+  return rotate != request.end() && rotate->is_number() && rotate->get<int>() != 0;
+}
+
+bool HasInkAdjusted(const Json& request) {
+  const auto adjust = request.find("bar_adjust");
+  return adjust != request.end() && adjust->is_number() && adjust->get<int>() != 0;
+}
+
+Json Without(Json request, const char* field) {
+  request.erase(field);
+  return request;
+}
+
 struct Limit {
   ReaderId reader;
   Symbology symbology;
-  bool (*applies)(const Content& content);
+  bool (*applies)(const Content& content, const Json& request);
   ReaderLimit limit;
 };
 
+constexpr ReaderLimit kInk = {"wants bars nearer to their width", false,
+                              [](Json request) { return Without(std::move(request), "bar_adjust"); }};
+constexpr ReaderLimit kTwoCharacters = {"wants two characters between start and stop"};
+
 constexpr auto kLimits = std::to_array<Limit>({
-    {ReaderId::kZbar,
-     Symbology::kCode39,
-     [](const Content& content) { return content.data.size() < 2; },
+    {ReaderId::kZbar, Symbology::kCode39,
+     [](const Content& content, const Json&) { return IsShort(content, 2); },
      {"wants more than one character"}},
-    {ReaderId::kZxing,
-     Symbology::kNw7,
-     [](const Content& content) { return content.data.size() < 4; },
-     {"wants two characters between start and stop"}},
-    {ReaderId::kZbar,
-     Symbology::kNw7,
-     [](const Content& content) { return content.data.size() < 4; },
-     {"wants two characters between start and stop"}},
-    {ReaderId::kWasm,
-     Symbology::kNw7,
-     [](const Content& content) { return content.data.size() < 4; },
-     {"wants two characters between start and stop"}},
-    {ReaderId::kZxing,
-     Symbology::kItf,
-     [](const Content& content) { return content.data.size() < 6; },
+    {ReaderId::kZxing, Symbology::kNw7,
+     [](const Content& content, const Json&) { return IsShort(content, 4); }, kTwoCharacters},
+    {ReaderId::kZbar, Symbology::kNw7, [](const Content& content, const Json&) { return IsShort(content, 4); },
+     kTwoCharacters},
+    {ReaderId::kWasm, Symbology::kNw7, [](const Content& content, const Json&) { return IsShort(content, 4); },
+     kTwoCharacters},
+    {ReaderId::kZxing, Symbology::kItf, [](const Content& content, const Json&) { return IsShort(content, 6); },
      {"wants six digits"}},
-    {ReaderId::kZbar,
-     Symbology::kItf,
-     [](const Content& content) { return content.data.size() < 6; },
+    {ReaderId::kZbar, Symbology::kItf, [](const Content& content, const Json&) { return IsShort(content, 6); },
      {"wants six digits"}},
-    {ReaderId::kWasm,
-     Symbology::kItf,
-     [](const Content& content) { return content.data.size() < 4; },
+    {ReaderId::kWasm, Symbology::kItf, [](const Content& content, const Json&) { return IsShort(content, 4); },
      {"wants four digits"}},
-    // It does not know that FNC1 returns to numeric mode: the character behind it comes out wrong.
-    {ReaderId::kZbar,
-     Symbology::kDataBarExpanded,
-     [](const Content& content) { return content.data.find('\x1D') != std::string::npos; },
+    // Wide and narrow elements are told apart by one threshold for bars and spaces.
+    {ReaderId::kZxing, Symbology::kCode39,
+     [](const Content&, const Json& request) { return HasInkAdjusted(request); }, kInk},
+    {ReaderId::kWasm, Symbology::kCode39,
+     [](const Content&, const Json& request) { return HasInkAdjusted(request); }, kInk},
+    {ReaderId::kZxing, Symbology::kNw7,
+     [](const Content&, const Json& request) { return HasInkAdjusted(request); }, kInk},
+    {ReaderId::kWasm, Symbology::kNw7,
+     [](const Content&, const Json& request) { return HasInkAdjusted(request); }, kInk},
+    // ZXing reads both number systems.
+    {ReaderId::kZbar, Symbology::kUpcE,
+     [](const Content& content, const Json&) { return content.data.front() == '1'; },
+     {"knows number system 0 only"}},
+    {ReaderId::kZxing, Symbology::kDataBarExpanded,
+     [](const Content& content, const Json&) { return IsGtinAlone(content); },
+     {"wants an element behind the GTIN"}},
+    {ReaderId::kZxing, Symbology::kDataBarExpanded,
+     [](const Content& content, const Json&) { return HasNewIdentifier(content); },
+     {"does not know the application identifier"}},
+    // The character behind it comes out wrong.
+    {ReaderId::kZbar, Symbology::kDataBarExpanded,
+     [](const Content& content, const Json&) { return HasSeparator(content); },
      {"takes FNC1 for no return to numeric mode", true}},
+    {ReaderId::kZbar, Symbology::kDataBarExpanded,
+     [](const Content& content, const Json&) { return IsStacked(content); },
+     {"reads some of the stacked symbols only", false,
+      [](Json request) {
+        request["form"] = "row";
+        return Without(Without(Without(std::move(request), "pairs_per_row"), "width"), "height");
+      }}},
+    // It begins in the middle of the picture, which is at the symbol's edge then.
+    {ReaderId::kZxing, Symbology::kDataMatrix,
+     [](const Content&, const Json& request) { return request.contains("caption"); },
+     {"looks for a small symbol at the middle of the picture", false,
+      [](Json request) { return Without(std::move(request), "caption"); }}},
+    {ReaderId::kZxing, Symbology::kPdf417,
+     [](const Content&, const Json& request) { return IsTurned(request); },
+     {"misses some symbols that are turned", false,
+      [](Json request) {
+        const int turn = request["rotate"].get<int>();
+        if (turn % 180 != 0 && request.contains("width")) {
+          std::swap(request["width"], request["height"]);
+        }
+        return Without(std::move(request), "rotate");
+      }}},
 });
 
 }  // namespace
@@ -209,19 +281,25 @@ std::string ExpectedData(ReaderId reader, Symbology symbology, const Content& co
   if (reader == ReaderId::kZxing && symbology == Symbology::kDataBarExpanded) {
     return content.elements;
   }
+  // As the GTIN-13 that they stand for.
+  if (reader == ReaderId::kWasm && symbology == Symbology::kUpcA) {
+    return "0" + content.data;
+  }
   if (reader == ReaderId::kWasm && symbology == Symbology::kUpcE) {
     return "0" + UpcAOfUpcE(content.data);
   }
   return content.data;
 }
 
-std::optional<ReaderLimit> LimitOf(ReaderId reader, Symbology symbology, const Content& content) {
+std::vector<ReaderLimit> LimitsOf(ReaderId reader, Symbology symbology, const Content& content,
+                                  const Json& request) {
+  std::vector<ReaderLimit> limits;
   for (const Limit& limit : kLimits) {
-    if (limit.reader == reader && limit.symbology == symbology && limit.applies(content)) {
-      return limit.limit;
+    if (limit.reader == reader && limit.symbology == symbology && limit.applies(content, request)) {
+      limits.push_back(limit.limit);
     }
   }
-  return std::nullopt;
+  return limits;
 }
 
 }  // namespace barcode::test

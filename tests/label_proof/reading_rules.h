@@ -28,14 +28,18 @@ std::optional<ReaderRule> RuleOf(ReaderId reader, Symbology symbology, const Con
 // What the reader writes for a symbol with this content.
 std::string ExpectedData(ReaderId reader, Symbology symbology, const Content& content);
 
-// What a reader that knows the symbology makes of some symbols though they are right.
+// What a reader that knows the symbology cannot do with some symbols though they are right.
 struct ReaderLimit {
   std::string_view reason;
   bool misreads = false;  // it may report something else; otherwise it reports nothing
+  // Where given, the same label with this change has to be read: the proof that the content is right and that
+  // it is this that the reader cannot do.
+  Json (*remedy)(Json request) = nullptr;
 };
 
-// Nothing when the reader has to read the content. Each limit has been found by experiment with symbols of
-// other origin or in the reader's documentation.
-std::optional<ReaderLimit> LimitOf(ReaderId reader, Symbology symbology, const Content& content);
+// The limits that apply to a request with such a content. Each has been found by experiment with symbols of
+// other origin too, or in the reader's documentation.
+std::vector<ReaderLimit> LimitsOf(ReaderId reader, Symbology symbology, const Content& content,
+                                  const Json& request);
 
 }  // namespace barcode::test

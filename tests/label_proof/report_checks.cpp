@@ -226,10 +226,8 @@ int RowsBelow(const ProofLabel& label, const DarkPixels& pixels, int top) {
   const int module = ModuleOf(label);
   const int rows = NumberIn(label.made.report.value("modules", Json::object()), "rows");
   switch (EverySymbologyInfo()[static_cast<std::size_t>(label.symbology)].family) {
-    case Family::kMatrix: {
-      const int rowHeight = label.symbology == Symbology::kPdf417 ? label.request.value("y_height", 3) : 1;
-      return rows * rowHeight * module;
-    }
+    case Family::kMatrix:
+      return rows * module;
     case Family::kFourState:
       return 6 * module;
     default:
