@@ -26,7 +26,8 @@ const bool kRegistered = [] {
   Register("Jan13", {CompleteJan13, EncodeJan13}, BARCODE_JAN13, "490123456789");
   Register("Jan8", {CompleteJan8, EncodeJan8}, BARCODE_JAN8, "4901234");
   Register("UpcA", {CompleteUpcA, EncodeUpcA}, BARCODE_UPC_A, "03600029145");
-  Register("UpcE", {CompleteUpcE, EncodeUpcE}, BARCODE_UPC_E, "654321");
+  Register("UpcE", {CompleteUpcE, [](std::string_view code) { return EncodeUpcE(code); }}, BARCODE_UPC_E,
+           "654321");
   RegisterBarePng("Jan13 300x100", {.type = BARCODE_JAN13, .text = "490123456789", .setUp = {}});
   return true;
 }();

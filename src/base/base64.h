@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace barcode {
 
@@ -11,5 +13,9 @@ std::string Base64Encode(std::span<const std::uint8_t> bytes);
 
 // Appends the encoding to a text that already holds something, a data URI's head for example.
 void AppendBase64(std::string& out, std::span<const std::uint8_t> bytes);
+
+// The bytes of an encoding; nothing for a text that Base64Encode never makes: other characters, line breaks,
+// missing padding, bits behind the last byte.
+std::optional<std::string> Base64Decode(std::string_view text);
 
 }  // namespace barcode

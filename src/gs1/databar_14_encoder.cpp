@@ -87,9 +87,9 @@ Parts14 MakeParts(std::uint64_t number) {
   return parts;
 }
 
-// The first element is a bar. The standard begins with a space: what is drawn is its symbol with the colours
-// exchanged. This is intended; the stacked forms have the standard's colours.
-RunVector OneRowWidths(const Parts14& parts) {
+// The first element is the standard's first space. Taken as a bar, as this library's own symbols do, it
+// gives the standard's symbol with the colours exchanged. This is intended.
+RunVector OneRowWidths(const Parts14& parts, DataBar14Start start) {
   const auto& [one, two, three, four] = parts.characters;
   const DataBarFinder& left = kDataBar14Finders[parts.leftFinder];
   const DataBarFinder& right = kDataBar14Finders[parts.rightFinder];
@@ -101,6 +101,9 @@ RunVector OneRowWidths(const Parts14& parts) {
   next = std::copy(four.begin(), four.end(), next);
   next = std::copy(right.rbegin(), right.rend(), next);
   std::copy(three.rbegin(), three.rend(), next);
+  if (start == DataBar14Start::kSpace) {
+    widths.insert(widths.begin(), 0);
+  }
   return widths;
 }
 
@@ -147,9 +150,9 @@ DataBarModuleRow LowerSeparator(const DataBarModuleRow& bottom, std::size_t righ
   return separator;
 }
 
-std::vector<StackedRow> MakeRows(const Parts14& parts, DataBar14Type type) {
+std::vector<StackedRow> MakeRows(const Parts14& parts, DataBar14Type type, DataBar14Start start) {
   if (type == DataBar14Type::kOmnidirectional) {
-    return {{OneRowWidths(parts), std::nullopt}};
+    return {{OneRowWidths(parts, start), std::nullopt}};
   }
   const DataBarModuleRow top = TopRow(parts);
   const DataBarModuleRow bottom = BottomRow(parts);
@@ -173,10 +176,15 @@ std::vector<StackedRow> MakeRows(const Parts14& parts, DataBar14Type type) {
 
 }  // namespace
 
-DataBar14Symbol EncodeDataBar14(std::string_view text, DataBar14Type type, EncoderLines& lines) {
+DataBar14Symbol EncodeDataBar14(std::string_view text, DataBar14Type type, DataBar14Start start) {
   DataBar14Symbol symbol{.type = type, .digits = PadInput(text), .rows = {}};
-  symbol.rows = MakeRows(MakeParts(NumberOf(symbol.digits)), type);
+  symbol.rows = MakeRows(MakeParts(NumberOf(symbol.digits)), type, start);
   symbol.digits += Gs1CheckDigit(symbol.digits);
+  return symbol;
+}
+
+DataBar14Symbol EncodeDataBar14(std::string_view text, DataBar14Type type, EncoderLines& lines) {
+  DataBar14Symbol symbol = EncodeDataBar14(text, type);
   DescribeDataBar14(symbol, lines);
   return symbol;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -161,6 +162,27 @@ class Encoder {
   Code128Values m_values;
 };
 
+// The text without its markers, as Code 128 plans it. Data that would be taken for FNC1 is refused.
+std::string MarkedText(std::string_view text) {
+  if (text.find(kCode128Fnc1Mark) != std::string_view::npos) {
+    throw std::runtime_error("No code set holds a byte above 0x7F");
+  }
+  std::string marked;
+  marked.reserve(text.size());
+  for (std::size_t pos = 0; pos < text.size();) {
+    const std::size_t marker = MarkerLength(text, pos);
+    if (marker == 0) {
+      marked += text[pos++];
+      continue;
+    }
+    if (marker == kFnc1Marker.size()) {
+      marked += kCode128Fnc1Mark;
+    }
+    pos += marker;
+  }
+  return marked;
+}
+
 // Length of the application identifier that a field begins with.
 std::size_t AiLength(std::string_view field) {
   const auto* entry = std::find_if(kGs1_128AiLengths.begin(), kGs1_128AiLengths.end(),
@@ -179,12 +201,12 @@ std::size_t FindMarker(std::string_view text, std::size_t pos) {
 
 }  // namespace
 
-RunVector EncodeGs1_128(std::string_view text) {
-  return ValuesToPattern(Gs1_128Values(text));
+RunVector EncodeGs1_128(std::string_view text, Gs1_128Rule rule) {
+  return ValuesToPattern(Gs1_128Values(text, rule));
 }
 
-Code128Values Gs1_128Values(std::string_view text) {
-  return Encoder(text).Run();
+Code128Values Gs1_128Values(std::string_view text, Gs1_128Rule rule) {
+  return rule == Gs1_128Rule::kFewestValues ? EncodeValuesWithFnc1(MarkedText(text)) : Encoder(text).Run();
 }
 
 std::string Gs1_128DisplayText(std::string_view text) {

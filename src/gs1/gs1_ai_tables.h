@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "base/ascii.h"
+
 // Lengths of application identifiers (AIs): two tables that differ on purpose.
 namespace barcode {
 
@@ -68,6 +70,15 @@ constexpr Gs1AiRules MakeGs1AiRules() {
 }
 
 inline constexpr Gs1AiRules kGs1AiRules = MakeGs1AiRules();
+
+// The rule by the first two characters of a text; that of no AI when they are no digits.
+constexpr Gs1AiRule Gs1AiRuleAt(std::string_view text) {
+  if (text.size() < 2 || !IsDigit(text[0]) || !IsDigit(text[1])) {
+    return {};
+  }
+  const int prefix = (text[0] - '0') * 10 + (text[1] - '0');
+  return kGs1AiRules[static_cast<std::size_t>(prefix)];
+}
 
 static_assert([] {
   for (const auto& [aiLength, totalLength] : kGs1AiRules) {

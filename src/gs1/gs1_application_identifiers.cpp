@@ -182,14 +182,7 @@ constexpr auto kRows = std::to_array<Gs1ApplicationIdentifier>({
     Range("91", "99", {UpToX(90)}),
 });
 
-// ---- Lengths by the first two digits ----
-
-constexpr Gs1AiRule RuleAt(std::string_view text) {
-  if (text.size() < 2 || !AllDigits(text.substr(0, 2))) {
-    return {};
-  }
-  return kGs1AiRules[static_cast<std::size_t>((text[0] - '0') * 10 + (text[1] - '0'))];
-}
+// ---- What holds for every row ----
 
 constexpr bool Ascending(const Gs1ApplicationIdentifier& a, const Gs1ApplicationIdentifier& b) {
   return a.last < b.first;
@@ -197,8 +190,8 @@ constexpr bool Ascending(const Gs1ApplicationIdentifier& a, const Gs1Application
 
 // The stems of a row have one length and share the first two digits' rule.
 constexpr bool HasRule(const Gs1ApplicationIdentifier& row) {
-  const Gs1AiRule rule = RuleAt(row.first);
-  const Gs1AiRule lastRule = RuleAt(row.last);
+  const Gs1AiRule rule = Gs1AiRuleAt(row.first);
+  const Gs1AiRule lastRule = Gs1AiRuleAt(row.last);
   const bool sameRule = rule.aiLength == lastRule.aiLength && rule.totalLength == lastRule.totalLength;
   const bool predefined =
       row.MinLength() == row.MaxLength() && row.AiLength() + row.MaxLength() == rule.totalLength;
@@ -248,21 +241,24 @@ std::span<const Gs1ApplicationIdentifier> Gs1ApplicationIdentifiers() {
 }
 
 const Gs1ApplicationIdentifier* FindGs1ApplicationIdentifier(std::string_view digits) {
+  if (digits.empty() || !AllDigits(digits)) {
+    return nullptr;
+  }
   const auto found = std::find_if(kRows.begin(), kRows.end(), [digits](const Gs1ApplicationIdentifier& row) {
     const std::string_view stem = digits.substr(0, row.first.size());
     const bool inRange = digits.size() == row.AiLength() && stem >= row.first && stem <= row.last;
     const bool decimal = row.lastDecimal != Gs1ApplicationIdentifier::kNoDecimal;
-    return inRange && (!decimal || (IsDigit(digits.back()) && digits.back() <= row.lastDecimal));
+    return inRange && (!decimal || digits.back() <= row.lastDecimal);
   });
-  return found == kRows.end() || !AllDigits(digits) ? nullptr : &*found;
+  return found == kRows.end() ? nullptr : &*found;
 }
 
 std::size_t Gs1AiLengthAt(std::string_view text) {
-  return RuleAt(text).aiLength;
+  return Gs1AiRuleAt(text).aiLength;
 }
 
 std::size_t Gs1PredefinedDataLength(std::string_view ai) {
-  const Gs1AiRule rule = RuleAt(ai);
+  const Gs1AiRule rule = Gs1AiRuleAt(ai);
   return rule.totalLength == 0 ? 0 : std::size_t{rule.totalLength} - rule.aiLength;
 }
 

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <map>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -169,11 +171,11 @@ constexpr std::array<std::string_view, 2> kGtins = {"01", "02"};
 constexpr std::array<std::string_view, 7> kVariablePartners = {"242", "30", "31", "32", "35", "36", "8001"};
 constexpr char kVariableIndicator = '9';
 
-constexpr std::string_view kDecimalGroups[] = {"31", "32", "33", "34", "35", "36", "39"};
+constexpr std::array<std::string_view, 7> kDecimalGroups = {"31", "32", "33", "34", "35", "36", "39"};
 
 // The AI without the digit that places a decimal point.
 std::string_view WithoutDecimals(std::string_view ai) {
-  const bool decimals = std::any_of(std::begin(kDecimalGroups), std::end(kDecimalGroups),
+  const bool decimals = std::any_of(kDecimalGroups.begin(), kDecimalGroups.end(),
                                     [ai](std::string_view group) { return ai.starts_with(group); });
   return decimals ? ai.substr(0, ai.size() - 1) : ai;
 }

@@ -11,11 +11,7 @@ namespace {
 
 // The rule of the AI that a field begins with; a rule of length 0 when it begins with none.
 Gs1AiRule RuleOf(std::string_view field) {
-  if (field.size() < 2 || !AllDigits(field.substr(0, 2))) {
-    return {};
-  }
-  const int prefix = (field[0] - '0') * 10 + (field[1] - '0');
-  const Gs1AiRule rule = kGs1AiRules[static_cast<std::size_t>(prefix)];
+  const Gs1AiRule rule = Gs1AiRuleAt(field);
   return field.size() >= rule.aiLength && AllDigits(field.substr(0, rule.aiLength)) ? rule : Gs1AiRule{};
 }
 

@@ -143,6 +143,7 @@ class Composer {
       : m_type(type), m_request(request), m_symbol(symbol), m_maxPixels(maxPixels) {
     m_needs =
         std::visit([&](const auto& modules) { return NeedsOf(type, request, modules); }, symbol.modules);
+    m_stacked = std::holds_alternative<StackedSymbol>(symbol.modules);
     const int side = request.quietZone.value_or(0);
     m_quiet = request.quietZone ? QuietZone{side, side, side, side} : type.quietZone;
     MakeLines();
@@ -202,8 +203,11 @@ class Composer {
     }
     int unscaled = TextSize(static_cast<unsigned>(height), 1.0F);
     if (m_digits) {
-      const auto cell = static_cast<double>(kDigitModules * module);
-      unscaled = std::min(unscaled, m_lines.front().LargestCellSize(cell, unscaled));
+      unscaled = m_lines.front().LargestCellSize(static_cast<double>(kDigitModules * module), unscaled);
+    } else if (m_stacked && !m_captioned && !m_lines.empty()) {
+      // A stacked symbol is narrow and high for the text that it carries.
+      const double width = static_cast<double>(ModulesAcross() * module) - 2 * kTextMargin;
+      unscaled = m_lines.front().LargestSize(width, unscaled);
     }
     return std::max(kMinTextSize, TruncToInt(static_cast<float>(unscaled) * scale));
   }
@@ -674,6 +678,7 @@ class Composer {
   Font m_font;
   Needs m_needs;
   QuietZone m_quiet;
+  bool m_stacked = false;
   bool m_captioned = false;
   bool m_digits = false;  // of EAN and UPC, which stand in groups
   std::vector<TextLine> m_lines;

@@ -10,17 +10,24 @@ namespace barcode::label {
 // than a twentieth of a dot at the sizes of labels.
 inline constexpr int kUnitsPerEm = 256;
 
-// One piece of an outline, in units, y upwards: a move, a line or a quadratic curve (to x, y by way of the
-// control point).
+struct UnitPoint {
+  int x = 0;
+  int y = 0;
+
+  bool operator==(const UnitPoint&) const = default;
+};
+
+// One piece of an outline, in units: a move, a line or a quadratic curve to a point, by way of the control
+// point.
 struct OutlinePiece {
   enum class Kind : std::uint8_t { kMove, kLine, kCurve };
   Kind kind = Kind::kMove;
-  std::int16_t x = 0;
-  std::int16_t y = 0;
-  std::int16_t controlX = 0;
-  std::int16_t controlY = 0;
+  UnitPoint to;
+  UnitPoint control;
+
+  bool operator==(const OutlinePiece&) const = default;
 };
-// Closed contours, filled by the non-zero rule.
+// Contours, filled by the non-zero rule. Each begins with a move and ends where it began.
 using Outline = std::vector<OutlinePiece>;
 
 // The placeholder for characters that the font lacks: a hollow box.
@@ -30,10 +37,7 @@ inline constexpr int kPlaceholderGlyph = -1;
 // any thread.
 class Font {
  public:
-  Font();
-  ~Font();
-
-  // The glyph of a character; nothing when the font lacks it.
+  // The glyph of a character; nothing when the font lacks it. Control characters have none.
   std::optional<int> FindGlyph(char32_t character) const;
   // In units of kUnitsPerEm (not rounded).
   double Advance(int glyph) const;
@@ -42,7 +46,10 @@ class Font {
   double Descent() const;
   // Height of a capital letter and of the digits.
   double CapHeight() const;
+  // From the glyph's origin, y upwards. Nothing for a space. Throws std::bad_alloc.
   Outline GlyphOutline(int glyph) const;
+  // The same behind what `outline` holds already.
+  void AppendOutline(int glyph, Outline& outline) const;
 };
 
 }  // namespace barcode::label

@@ -23,12 +23,14 @@ struct Extent {
 // How far an outline reaches above and below the base line.
 Extent ExtentOf(const Outline& outline) {
   Extent extent;
+  const auto include = [&extent](const UnitPoint& point) {
+    extent.top = std::max<double>(extent.top, point.y);
+    extent.bottom = std::max<double>(extent.bottom, -point.y);
+  };
   for (const OutlinePiece& piece : outline) {
-    extent.top = std::max<double>(extent.top, piece.y);
-    extent.bottom = std::max<double>(extent.bottom, -piece.y);
+    include(piece.to);
     if (piece.kind == OutlinePiece::Kind::kCurve) {
-      extent.top = std::max<double>(extent.top, piece.controlY);
-      extent.bottom = std::max<double>(extent.bottom, -piece.controlY);
+      include(piece.control);
     }
   }
   return extent;

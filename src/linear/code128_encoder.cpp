@@ -14,7 +14,11 @@ using Costs = std::array<Cost, kCode128Sets.size()>;
 
 constexpr Cost kCostLimit = 999'999'999;  // no encoding of this cost or more is taken
 constexpr Cost kNotHeld = Cost{1} << 60;  // what a set that does not hold a byte costs: never the cheapest
-constexpr unsigned char kLastHeldByte = 126;  // bytes above are in no set
+
+// Bytes above it are in no set.
+constexpr unsigned char LastHeldByte(Code128Rule rule) {
+  return rule == Code128Rule::kStandard ? 127 : 126;
+}
 
 constexpr std::size_t Index(Code128Set set) {
   return static_cast<std::size_t>(set);
@@ -24,16 +28,17 @@ constexpr std::size_t Index(Code128Set set) {
 constexpr auto kPenalties = [] {
   std::array<Costs, 256> penalties{};
   for (std::size_t byte = 0; byte < penalties.size(); ++byte) {
-    penalties[byte] = {byte <= 95 ? 0 : kNotHeld, byte >= 32 && byte <= 126 ? 0 : kNotHeld,
+    penalties[byte] = {byte <= 95 ? 0 : kNotHeld, byte >= 32 && byte <= 127 ? 0 : kNotHeld,
                        byte >= '0' && byte <= '9' ? 0 : kNotHeld};
   }
+  penalties[static_cast<unsigned char>(kCode128Fnc1Mark)] = {0, 0, kNotHeld};  // half of no pair
   return penalties;
 }();
 
 // For every position of a text and every set that is current there: the set in which a shortest encoding of
 // the rest holds the byte at that position, and the length of that encoding. Each byte must be held by some
-// set. The work at a position is free of branches that depend on the text: a processor could not predict
-// them.
+// set, or be the mark of FNC1, which all of them hold. The work at a position is free of branches that depend
+// on the text: a processor could not predict them.
 class SetPlan {
  public:
   explicit SetPlan(std::string_view text) : m_choices(text.size()) {
@@ -42,8 +47,9 @@ class SetPlan {
     Cost afterNextInSetC = 0;
     for (std::size_t pos = text.size(); pos-- > 0;) {
       const Costs& penalties = kPenalties[static_cast<unsigned char>(text[pos])];
-      const Costs inSet = {next[0] + 1 + penalties[0], next[1] + 1 + penalties[1],
-                           afterNextInSetC + 1 + (penalties[2] | nextInPair)};
+      const Cost restInSetC =
+          text[pos] == kCode128Fnc1Mark ? next[2] : afterNextInSetC + (penalties[2] | nextInPair);
+      const Costs inSet = {next[0] + 1 + penalties[0], next[1] + 1 + penalties[1], restInSetC + 1};
       afterNextInSetC = next[2];
       nextInPair = penalties[2];
       next = Choose(pos, inSet);
@@ -100,24 +106,40 @@ constexpr auto kElements = [] {
   return elements;
 }();
 
-// CharValue of what a set is known to hold, as one sum for all sets for the same reason.
-int HeldValue(Code128Set set, std::string_view text, std::size_t pos) {
-  struct Terms {
-    int first, second, constant;
-  };
-  static constexpr std::array<Terms, kCode128Sets.size()> kTerms = {
-      {{1, 0, 0}, {1, 0, -32}, {10, 1, -11 * '0'}}};
-  const Terms& terms = kTerms[Index(set)];
-  const int first = static_cast<unsigned char>(text[pos]);
-  const int second = static_cast<unsigned char>(text[pos + BytesPerValue(set) - 1]);
-  return terms.first * first + terms.second * second + terms.constant;
+// The value of a byte in set A by the standard, where `byte` is one of its 96.
+constexpr int StandardSetAValue(int byte) {
+  return byte < 32 ? byte + 64 : byte - 32;
 }
 
-Code128Values EncodeAutomatic(std::string_view text) {
-  const auto isHeld = [](char c) { return static_cast<unsigned char>(c) <= kLastHeldByte; };
-  if (!std::all_of(text.begin(), text.end(), isHeld)) {
-    throw std::runtime_error("No valid start");
+// By rule and set, what the first byte of a value adds to it; in set C the second one adds its digit.
+constexpr auto kFirstTerms = [] {
+  std::array<std::array<std::array<std::int16_t, 256>, kCode128Sets.size()>, 2> terms{};
+  for (std::size_t rule = 0; rule < terms.size(); ++rule) {
+    for (int byte = 0; byte < 256; ++byte) {
+      const bool rotated = rule == static_cast<std::size_t>(Code128Rule::kStandard);
+      const auto index = static_cast<std::size_t>(byte);
+      terms[rule][0][index] = static_cast<std::int16_t>(rotated ? StandardSetAValue(byte) : byte);
+      terms[rule][1][index] = static_cast<std::int16_t>(byte - 32);
+      terms[rule][2][index] = static_cast<std::int16_t>(10 * (byte - '0'));
+    }
   }
+  return terms;
+}();
+
+// CharValue of what a set is known to hold, as one sum for all sets for the same reason.
+int HeldValue(Code128Set set, std::string_view text, std::size_t pos, Code128Rule rule) {
+  const int first =
+      kFirstTerms[static_cast<std::size_t>(rule)][Index(set)][static_cast<unsigned char>(text[pos])];
+  const int second = static_cast<unsigned char>(text[pos + BytesPerValue(set) - 1]) - '0';
+  return first + (set == Code128Set::kC ? second : 0);
+}
+
+constexpr bool IsHeld(char character, Code128Rule rule) {
+  return static_cast<unsigned char>(character) <= LastHeldByte(rule);
+}
+
+// Start value and data. The sets hold every byte but the marks of FNC1.
+Code128Values EncodeAutomatic(std::string_view text, Code128Rule rule) {
   const SetPlan plan(text);
   Code128Set set = Code128Set::kA;
   for (const Code128Set start : kCode128Sets) {
@@ -135,13 +157,19 @@ Code128Values EncodeAutomatic(std::string_view text) {
   values.resize(std::size_t{cost} + 1);
   values[0] = StartValue(set);
   std::size_t count = 1;
-  for (std::size_t pos = 0; pos < text.size(); pos += BytesPerValue(set)) {
+  for (std::size_t pos = 0; pos < text.size();) {
+    if (text[pos] == kCode128Fnc1Mark) {
+      values[count++] = kCode128Fnc1;  // the plan never switches for it
+      ++pos;
+      continue;
+    }
     // A switch value is overwritten by the data when the set stays.
     const Code128Set choice = plan.Choice(pos, set);
     values[count] = SwitchValue(choice);
     count += choice == set ? 0 : 1;
-    values[count++] = HeldValue(choice, text, pos);
+    values[count++] = HeldValue(choice, text, pos, rule);
     set = choice;
+    pos += BytesPerValue(set);
   }
   return values;
 }
@@ -158,12 +186,12 @@ Code128Values EncodeAutomatic(std::string_view text) {
   throw std::runtime_error("Not 2-digit at pos=" + std::to_string(pos));
 }
 
-Code128Values EncodeFixed(std::string_view text, Code128Set set) {
+Code128Values EncodeFixed(std::string_view text, Code128Set set, Code128Rule rule) {
   Code128Values values;
   values.reserve(text.size() / BytesPerValue(set) + 3);
   values.push_back(StartValue(set));
   for (std::size_t pos = 0; pos < text.size(); pos += BytesPerValue(set)) {
-    const int value = CharValue(set, text, pos);
+    const int value = CharValue(set, text, pos, rule);
     if (value < 0) {
       ThrowNotInSet(set, pos);
     }
@@ -174,13 +202,16 @@ Code128Values EncodeFixed(std::string_view text, Code128Set set) {
 
 }  // namespace
 
-int CharValue(Code128Set set, std::string_view text, std::size_t pos) {
+int CharValue(Code128Set set, std::string_view text, std::size_t pos, Code128Rule rule) {
   const int byte = static_cast<unsigned char>(text[pos]);
   switch (set) {
     case Code128Set::kA:
-      return byte <= 95 ? byte : -1;
+      if (byte > 95) {
+        return -1;
+      }
+      return rule == Code128Rule::kStandard ? StandardSetAValue(byte) : byte;
     case Code128Set::kB:
-      return byte >= 32 && byte <= 126 ? byte - 32 : -1;
+      return byte >= 32 && byte <= LastHeldByte(rule) ? byte - 32 : -1;
     case Code128Set::kC:
       break;
   }
@@ -190,12 +221,31 @@ int CharValue(Code128Set set, std::string_view text, std::size_t pos) {
   return 10 * (text[pos] - '0') + (text[pos + 1] - '0');
 }
 
-Code128Values EncodeValues(std::string_view text, Code128Mode mode) {
+Code128Values EncodeValues(std::string_view text, Code128Mode mode, Code128Rule rule) {
   if (text.empty()) {
     throw std::runtime_error("Empty string");
   }
-  Code128Values values =
-      mode == Code128Mode::kAuto ? EncodeAutomatic(text) : EncodeFixed(text, static_cast<Code128Set>(mode));
+  const auto isHeld = [rule](char character) { return IsHeld(character, rule); };
+  if (mode == Code128Mode::kAuto && !std::all_of(text.begin(), text.end(), isHeld)) {
+    throw std::runtime_error("No valid start");
+  }
+  Code128Values values = mode == Code128Mode::kAuto ? EncodeAutomatic(text, rule)
+                                                    : EncodeFixed(text, static_cast<Code128Set>(mode), rule);
+  AppendCheckAndStop(values);
+  return values;
+}
+
+Code128Values EncodeValuesWithFnc1(std::string_view text) {
+  if (text.empty()) {
+    throw std::runtime_error("Empty string");
+  }
+  const auto isHeld = [](char character) {
+    return character == kCode128Fnc1Mark || IsHeld(character, Code128Rule::kStandard);
+  };
+  if (!std::all_of(text.begin(), text.end(), isHeld)) {
+    throw std::runtime_error("No valid start");
+  }
+  Code128Values values = EncodeAutomatic(text, Code128Rule::kStandard);
   AppendCheckAndStop(values);
   return values;
 }
@@ -239,8 +289,8 @@ RunVector ValuesToPattern(const Code128Values& values) {
   return pattern;
 }
 
-RunVector EncodeCode128(std::string_view text, Code128Mode mode) {
-  return ValuesToPattern(EncodeValues(text, mode));
+RunVector EncodeCode128(std::string_view text, Code128Mode mode, Code128Rule rule) {
+  return ValuesToPattern(EncodeValues(text, mode, rule));
 }
 
 }  // namespace barcode

@@ -98,6 +98,22 @@ const DigitPatterns& LeftOdd(std::size_t /*position*/) {
 
 constexpr std::size_t kUpcAMessageDigits = 11;
 
+// The odd ones of six UPC-E digits, the leftmost in bit 5.
+unsigned UpcEOddDigits(std::string_view code, UpcEParityRule rule) {
+  constexpr unsigned kLastThree = 0b000111;
+  constexpr unsigned kAll = 0b111111;
+  const char checkDigit = code[7];
+  const unsigned odd = kSixDigitParity[static_cast<std::size_t>(checkDigit - '0')];
+  if (rule == UpcEParityRule::kCheckDigitAlone) {
+    return odd;
+  }
+  if (code[0] != '0' && code[0] != '1') {
+    throw std::runtime_error("EncodeUPCE: number system must be 0 or 1.");
+  }
+  const unsigned ofSystem0 = checkDigit == '0' ? kLastThree : odd;
+  return code[0] == '0' ? ofSystem0 : ofSystem0 ^ kAll;
+}
+
 }  // namespace
 
 void AppendModules(ModuleSequence& modules, unsigned pattern, int count) {
@@ -195,7 +211,7 @@ RunVector UpcERuns(const ModuleSequence& modules) {
   return RunsOfModules(modules);
 }
 
-RunVector EncodeUpcE(std::string_view code) {
+RunVector EncodeUpcE(std::string_view code, UpcEParityRule rule) {
   if (code.size() != 8) {
     throw std::runtime_error("EncodeUPCE: code must be 8 digits.");
   }
@@ -206,10 +222,11 @@ RunVector EncodeUpcE(std::string_view code) {
   if (!AllDigits(data)) {
     throw std::runtime_error("EncodeUPCE: non digit in data part.");
   }
+  const unsigned odd = UpcEOddDigits(code, rule);
   ModuleSequence modules;
   AppendSideGuard(modules);
   for (std::size_t i = 0; i < data.size(); ++i) {
-    AppendDigit(modules, ParityBit(code[7] - '0', i) ? kLeftOddPatterns : kLeftEvenPatterns, data[i]);
+    AppendDigit(modules, (odd & (32U >> i)) != 0 ? kLeftOddPatterns : kLeftEvenPatterns, data[i]);
   }
   AppendModules(modules, 0b010101, 6);
   return UpcERuns(modules);

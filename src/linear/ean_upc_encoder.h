@@ -73,9 +73,17 @@ RunVector UpcERuns(const ModuleSequence& modules);
 // std::runtime_error.
 std::string CompleteUpcE(std::string_view text);
 
-// The symbol of a code of eight digits, 33 runs of 51 modules. The check digit alone selects the parities;
-// the number system takes no part. The table is that of EAN-13 leading digits, kept for check digit 0 too:
-// six even digits, where the standard has three odd ones. Throws std::runtime_error.
-RunVector EncodeUpcE(std::string_view code);
+// Which of the six digits are odd.
+enum class UpcEParityRule : std::uint8_t {
+  // This library's own: the check digit alone selects the parities, by the table of EAN-13 leading digits
+  // for check digit 0 too, whose six digits are then even.
+  kCheckDigitAlone,
+  // The standard: the last three digits for check digit 0; number system 1 has the opposite of 0.
+  kStandard,
+};
+
+// The symbol of a code of eight digits, 33 runs of 51 modules. Throws std::runtime_error, by the standard's
+// rule also for number systems above 1.
+RunVector EncodeUpcE(std::string_view code, UpcEParityRule rule = UpcEParityRule::kCheckDigitAlone);
 
 }  // namespace barcode

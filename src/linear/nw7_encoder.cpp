@@ -25,22 +25,6 @@ constexpr std::uint32_t kWide = 3;
 constexpr std::uint32_t kGap = 2;
 constexpr char kDefaultStartStop = 'C';
 
-bool IsStartStop(char character) {
-  const char upper = ToUpper(character);
-  return upper >= 'A' && upper <= 'D';
-}
-
-// Upper-case text with its start and stop characters.
-std::string Framed(std::string_view text) {
-  std::string upper = ToUpper(text);
-  const bool starts = IsStartStop(upper.front());
-  const bool stops = IsStartStop(upper.back());
-  if (starts != stops) {
-    throw std::runtime_error("Invalid start/stop character combination in NW7: " + upper);
-  }
-  return starts ? upper : kDefaultStartStop + upper + kDefaultStartStop;
-}
-
 std::uint32_t Mask(char character) {
   const std::size_t index = kCharacters.find(character);
   if (index == std::string_view::npos) {
@@ -55,7 +39,7 @@ RunVector EncodeNw7(std::string_view text) {
   if (text.empty()) {
     throw std::runtime_error("Empty string");
   }
-  const std::string framed = Framed(text);
+  const std::string framed = Nw7FramedText(text);
   RunVector pattern;
   pattern.reserve(framed.size() * (kElements + 1));
   for (const char character : framed) {
@@ -70,8 +54,23 @@ RunVector EncodeNw7(std::string_view text) {
   return pattern;
 }
 
+bool IsNw7StartStop(char character) {
+  const char upper = ToUpper(character);
+  return upper >= 'A' && upper <= 'D';
+}
+
+std::string Nw7FramedText(std::string_view text) {
+  std::string upper = ToUpper(text);
+  const bool starts = IsNw7StartStop(upper.front());
+  const bool stops = IsNw7StartStop(upper.back());
+  if (starts != stops) {
+    throw std::runtime_error("Invalid start/stop character combination in NW7: " + upper);
+  }
+  return starts ? upper : kDefaultStartStop + upper + kDefaultStartStop;
+}
+
 std::string Nw7DisplayText(std::string_view text, bool showStartStop) {
-  if (showStartStop || text.empty() || !IsStartStop(text.front()) || !IsStartStop(text.back())) {
+  if (showStartStop || text.empty() || !IsNw7StartStop(text.front()) || !IsNw7StartStop(text.back())) {
     return std::string(text);
   }
   // One character is start and stop at once.

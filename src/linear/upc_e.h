@@ -10,7 +10,8 @@ namespace barcode {
 class UpcE : public GuardBarSymbology {
  public:
   explicit UpcE(std::string_view format)
-      : GuardBarSymbology(format, {"[UpcE] ", kUpcEStyle, CompleteUpcE, EncodeUpcE}) {}
+      : GuardBarSymbology(format, {"[UpcE] ", kUpcEStyle, CompleteUpcE,
+                                   [](std::string_view code) { return EncodeUpcE(code); }}) {}
 };
 
 }  // namespace barcode

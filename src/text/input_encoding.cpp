@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "base/keywords.h"
+#include "base/utf8.h"
 
 namespace barcode {
 namespace {
@@ -36,7 +37,6 @@ constexpr const char* kNoShiftJisEncoder =
 // the whole conversion, linear however many characters have no mapping.
 constexpr std::size_t kChunk = 64;
 
-constexpr char16_t kReplacement = 0xFFFD;
 constexpr char16_t kUndefinedShiftJis = 0x30FB;
 constexpr char kUnmappable = '?';
 
@@ -88,96 +88,20 @@ class Iconv {
   iconv_t m_descriptor;
 };
 
-constexpr bool IsContinuation(std::uint8_t byte) {
-  return (byte & 0xC0U) == 0x80;
-}
-
-// Continuation bytes that a lead byte announces; -1 for a byte that cannot lead.
-constexpr int ContinuationCount(std::uint8_t lead) {
-  if (lead < 0x80) {
-    return 0;
-  }
-  if ((lead & 0xE0U) == 0xC0) {
-    return 1;
-  }
-  if ((lead & 0xF0U) == 0xE0) {
-    return 2;
-  }
-  return (lead & 0xF8U) == 0xF0 ? 3 : -1;
-}
-
-// One sequence at the front of `bytes`: its length and, when it is well-formed in shape, its value.
-struct Sequence {
-  std::size_t length = 1;
-  bool complete = false;
-  std::uint32_t value = 0;
-};
-
-Sequence ReadSequence(std::string_view bytes) {
-  const auto lead = static_cast<std::uint8_t>(bytes.front());
-  const int count = ContinuationCount(lead);
-  if (count < 0) {
-    return {};
-  }
-  Sequence sequence{.length = 1, .complete = true, .value = count == 0 ? lead : lead & (0x3FU >> count)};
-  for (int i = 0; i < count; ++i) {
-    const bool exists = sequence.length < bytes.size();
-    if (!exists || !IsContinuation(static_cast<std::uint8_t>(bytes[sequence.length]))) {
-      sequence.complete = false;
-      return sequence;
-    }
-    sequence.value = sequence.value << 6U | (static_cast<std::uint8_t>(bytes[sequence.length]) & 0x3FU);
-    ++sequence.length;
-  }
-  return sequence;
-}
-
-constexpr bool IsSurrogate(std::uint32_t value) {
-  return value >= 0xD800 && value <= 0xDFFF;
-}
-
-bool IsScalarValue(const Sequence& sequence) {
-  constexpr std::array<std::uint32_t, 5> kSmallest = {0, 0, 0x80, 0x800, 0x10000};
-  return sequence.complete && sequence.value >= kSmallest[sequence.length] && sequence.value <= 0x10FFFF &&
-         !IsSurrogate(sequence.value);
-}
-
 std::u16string Utf8ToUtf16(std::string_view bytes) {
   std::u16string units;
   units.reserve(bytes.size());
   while (!bytes.empty()) {
-    const Sequence sequence = ReadSequence(bytes);
-    bytes.remove_prefix(sequence.length);
-    if (!IsScalarValue(sequence)) {
-      units.push_back(kReplacement);
-    } else if (sequence.value < 0x10000) {
-      units.push_back(static_cast<char16_t>(sequence.value));
+    const char32_t character = TakeCharacter(bytes);
+    if (character < 0x10000) {
+      units.push_back(static_cast<char16_t>(character));
     } else {
-      const std::uint32_t offset = sequence.value - 0x10000;
+      const std::uint32_t offset = character - 0x10000;
       units.push_back(static_cast<char16_t>(0xD800 + (offset >> 10U)));
       units.push_back(static_cast<char16_t>(0xDC00 + (offset & 0x3FFU)));
     }
   }
   return units;
-}
-
-void AppendUtf8(std::string& out, std::uint32_t value) {
-  const auto push = [&out](std::uint32_t byte) { out.push_back(static_cast<char>(byte)); };
-  if (value < 0x80) {
-    push(value);
-  } else if (value < 0x800) {
-    push(0xC0U | value >> 6U);
-    push(0x80U | (value & 0x3FU));
-  } else if (value < 0x10000) {
-    push(0xE0U | value >> 12U);
-    push(0x80U | (value >> 6U & 0x3FU));
-    push(0x80U | (value & 0x3FU));
-  } else {
-    push(0xF0U | value >> 18U);
-    push(0x80U | (value >> 12U & 0x3FU));
-    push(0x80U | (value >> 6U & 0x3FU));
-    push(0x80U | (value & 0x3FU));
-  }
 }
 
 // `units` comes from one of the decoders here: surrogates stand in pairs.
@@ -239,7 +163,7 @@ std::string Utf16ToShiftJis(std::u16string units) {
   std::string bytes;
   // The code page holds nothing outside the basic plane, and iconv drops some of those characters silently:
   // each half of a pair becomes a character that certainly has no mapping.
-  std::replace_if(units.begin(), units.end(), IsSurrogate, kReplacement);
+  std::replace_if(units.begin(), units.end(), IsSurrogate, char16_t{kReplacementCharacter});
   bytes.reserve(units.size() * 2);
   std::span<const char16_t> rest(units);
   while (!rest.empty()) {
@@ -263,7 +187,7 @@ bool IsAscii(std::string_view bytes) {
 
 bool IsValidUtf8(std::string_view bytes) {
   while (!bytes.empty()) {
-    const Sequence sequence = ReadSequence(bytes);
+    const Utf8Sequence sequence = ReadUtf8Sequence(bytes);
     if (!sequence.complete) {
       return false;
     }

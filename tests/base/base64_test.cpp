@@ -39,5 +39,22 @@ TEST(Base64, AppendsToWhatIsThere) {
   EXPECT_EQ(uri, "data:;base64,+/8=");
 }
 
+TEST(Base64, DecodesWhatItEncodes) {
+  std::string bytes;
+  for (int length = 0; length < 300; ++length) {
+    EXPECT_EQ(Base64Decode(Encode(bytes)), bytes);
+    bytes += static_cast<char>(length * 37);
+  }
+}
+
+TEST(Base64, DecodesNothingElse) {
+  using namespace std::string_view_literals;
+  for (const std::string_view text :
+       {"A"sv, "AA"sv, "AAA"sv, "AAAAA"sv, "AA=A"sv, "AA==AAAA"sv, "===="sv, "A==="sv, "AA= "sv,
+        "Zg==\n\n\n\n"sv, "Zh=="sv, "Zm9="sv, "-_-_"sv, "AAA\xFF"sv, "AA\0="sv}) {
+    EXPECT_EQ(Base64Decode(text), std::nullopt) << text;
+  }
+}
+
 }  // namespace
 }  // namespace barcode

@@ -126,6 +126,25 @@ TEST(DataBar14Encoder, OneRowVectors) {
   }
 }
 
+TEST(DataBar14Encoder, ByTheStandardOneRowBeginsWithASpace) {
+  for (const Vector14& vector : kVectors) {
+    const DataBar14Symbol symbol =
+        EncodeDataBar14(vector.input, DataBar14Type::kOmnidirectional, DataBar14Start::kSpace);
+    ASSERT_EQ(symbol.rows.size(), 1U);
+    EXPECT_EQ(Digits(symbol.rows.front().widths), "0" + vector.oneRow) << vector.input;
+    EXPECT_EQ(symbol.digits, Encode(vector.input, DataBar14Type::kOmnidirectional).digits);
+    // The left half in the standard's colours is the top row of the stacked forms without its right guard.
+    EXPECT_EQ(ModuleText(symbol.rows.front().widths).substr(0, 48), vector.stacked.front().substr(0, 48));
+  }
+}
+
+TEST(DataBar14Encoder, TheStartOfStackedFormsIsTheStandardsAnyway) {
+  for (const DataBar14Type type : {DataBar14Type::kStacked, DataBar14Type::kStackedOmnidirectional}) {
+    const DataBar14Symbol symbol = EncodeDataBar14("2001234567890", type, DataBar14Start::kSpace);
+    EXPECT_EQ(symbol.rows, Encode("2001234567890", type).rows);
+  }
+}
+
 TEST(DataBar14Encoder, StackedVectors) {
   for (const Vector14& vector : kVectors) {
     const DataBar14Symbol symbol = Encode(vector.input, DataBar14Type::kStacked);

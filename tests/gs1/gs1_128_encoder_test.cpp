@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -176,6 +177,42 @@ TEST(Gs1_128Encoder, HoldsAMillionBytes) {
     text += "1234A";
   }
   EXPECT_EQ(Gs1_128Values(text).size(), 1 + 5 * 200'000U - 1 + 2);
+}
+
+std::string Replaced(std::string text, const std::string& piece, char by) {
+  for (std::size_t at = text.find(piece); at != std::string::npos; at = text.find(piece, at)) {
+    text.replace(at, piece.size(), 1, by);
+  }
+  return text;
+}
+
+TEST(Gs1_128Encoder, InTheFewestValuesEveryTextReadsBackWhole) {
+  ForAllTexts({"1", "23", "A", "a", "\x01", "\x7F", "{FNC1}", "{AI}", "{F"}, 4, [](const std::string& text) {
+    const std::string data = Replaced(Without(text, "{AI}"), "{FNC1}", '\xF1');
+    if (data.empty()) {
+      EXPECT_THROW(Gs1_128Values(text, Gs1_128Rule::kFewestValues), std::runtime_error);
+      return;
+    }
+    Code128Values values = Gs1_128Values(text, Gs1_128Rule::kFewestValues);
+    values.resize(values.size() - 2);
+    EXPECT_EQ(DecodeCode128(values, "\xF1"), data) << testing::PrintToString(text);
+    EXPECT_EQ(values.size(), FewestCode128Values(data)) << testing::PrintToString(text);
+  });
+}
+
+TEST(Gs1_128Encoder, TheFewestValuesMayBeFewerThanByLeadingDigits) {
+  const std::string text =
+      "{FNC1}10A1234567";  // by leading digits set C begins at the 1 and leaves the 7 over
+  EXPECT_EQ(EncodeGs1_128(text, Gs1_128Rule::kFewestValues),
+            ValuesToPattern(Gs1_128Values(text, Gs1_128Rule::kFewestValues)));
+  EXPECT_EQ(Gs1_128Values(text, Gs1_128Rule::kFewestValues).size(), Gs1_128Values(text).size() - 1);
+}
+
+TEST(Gs1_128Encoder, InTheFewestValuesNothingIsLeftOut) {
+  for (int byte = 128; byte < 256; ++byte) {
+    const std::string text = std::string("{FNC1}10A") + static_cast<char>(byte);
+    EXPECT_THROW(Gs1_128Values(text, Gs1_128Rule::kFewestValues), std::runtime_error) << byte;
+  }
 }
 
 TEST(Gs1_128DisplayText, PutsApplicationIdentifiersInParentheses) {

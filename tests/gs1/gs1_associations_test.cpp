@@ -19,6 +19,7 @@ using testing::UnorderedElementsAre;
 // Elements without data: here only the AIs count.
 std::vector<Gs1Element> Ais(const std::vector<std::string>& ais) {
   std::vector<Gs1Element> elements;
+  elements.reserve(ais.size());
   for (const std::string& ai : ais) {
     elements.push_back({ai, ""});
   }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -88,9 +89,7 @@ TEST(Gs1SyntaxWithParentheses, RefusesWhatIsNoAi) {
   EXPECT_EQ(Refusal("(3106)001750"), "The application identifier 3106 does not exist.");
   EXPECT_EQ(Refusal("(01)04912345678904(18)261231"), "The application identifier 18 does not exist.");
   for (const std::string_view text :
-       {"(", "()", "(1)", "(1", "(01", "(A1)5", "(12345)6", "((01)04912345678904",
-        "("
-        "{AI}"}) {
+       {"(", "()", "(1)", "(1", "(01", "(A1)5", "(12345)6", "((01)04912345678904", "({AI}"}) {
     EXPECT_EQ(Refusal(text),
               "The text has to begin with an application identifier, as in (01)04912345678904.")
         << text;
@@ -183,8 +182,8 @@ TEST(Gs1Syntax, RefusesNothingAndJunk) {
   }
   EXPECT_EQ(Refusal(std::string(4001, '(')),
             "The text has 4001 characters, but element strings have at most 4000.");
-  EXPECT_EQ(Refusal(std::string(50'000'000, '1')),
-            "The text has 50000000 characters, but element strings have at most 4000.");
+  EXPECT_EQ(Refusal(std::string(1'000'000, '1')),
+            "The text has 1000000 characters, but element strings have at most 4000.");
 }
 
 // ---- The data ----
@@ -347,7 +346,8 @@ TEST(Gs1Syntax, EveryWrongDigitIsFound) {
     for (std::size_t i = 0; i < rule.Components()[0].maxLength; ++i) {
       std::string wrong = text;
       wrong[i] = wrong[i] == '9' ? '0' : static_cast<char>(wrong[i] + 1);
-      EXPECT_THAT(Refusal("(" + ai + ")" + wrong), HasSubstr("would be right")) << ai << " " << wrong;
+      EXPECT_THAT(Refusal(Gs1ElementsForPeople({{ai, wrong}})), HasSubstr("would be right"))
+          << ai << " " << wrong;
     }
   }
 }

@@ -301,7 +301,7 @@ TEST(Composition, BoxTooSmallNamesTheSizeThatWouldDoAndItDoes) {
 TEST(Composition, LowBoxSetsTheTextSmaller) {
   Request request;
   request.width = 300;
-  request.height = 13;
+  request.height = 15;
   const Composition label = Compose(LinearType(), request, LinearOf("AB"));
   EXPECT_TRUE(Has(label, ErrorCode::kTextShrunk));
   EXPECT_EQ(label.drawing.texts.at(0).size, 6);
@@ -386,6 +386,20 @@ TEST(Composition, StackedRowsShareTheHeightAndSeparatorsKeepTheirs) {
   EXPECT_EQ(label.drawing.dark[0].height, 66);
   EXPECT_EQ(label.drawing.dark.back().height, 66);
   EXPECT_EQ(label.rows, 1);
+}
+
+TEST(Composition, TextOfAStackedSymbolIsNoLargerThanItsWidth) {
+  Symbol symbol = StackedOf({{RunVector(50, 1), 5}, {RunVector(50, 1), 1}, {RunVector(50, 1), 7}}, 13);
+  symbol.lines = {"(01)20012345678909"};
+  TypeInfo type = LinearType();
+  type.quietZone = {1, 1, 0, 0};
+  const Composition label = Compose(type, {}, symbol);
+  EXPECT_TRUE(label.warnings.empty());
+  EXPECT_EQ(label.drawing.width, 104);
+  ExpectInside(label.drawing);
+  Request request;
+  request.textScale = 2.0;
+  EXPECT_TRUE(Has(Compose(type, request, symbol), ErrorCode::kTextShrunk));
 }
 
 TEST(Composition, MatrixSymbolsHaveTheirOwnHeight) {

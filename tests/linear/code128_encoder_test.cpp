@@ -9,9 +9,11 @@
 
 #include "linear/width_string.h"
 #include "support/all_texts.h"
+#include "support/code128_decode.h"
 #include "support/code128_reference.h"
 #include "support/message_of.h"
 #include "support/pattern.h"
+#include "support/random_text.h"
 
 namespace barcode::test {
 namespace {
@@ -46,6 +48,21 @@ TEST(Code128Values, SetATakesTheByteItself) {
     EXPECT_EQ(CharValue(Code128Set::kB, text, 0), byte >= 32 && byte <= 126 ? byte - 32 : -1);
     EXPECT_EQ(CharValue(Code128Set::kC, text, 0), -1);
   }
+}
+
+// ISO/IEC 15417, table 1.
+TEST(Code128Values, ByTheStandardSetABeginsWithTheSpaceAndSetBHasDel) {
+  constexpr auto kRule = Code128Rule::kStandard;
+  EXPECT_EQ(CharValue(Code128Set::kA, " ", 0, kRule), 0);
+  EXPECT_EQ(CharValue(Code128Set::kA, "_", 0, kRule), 63);
+  EXPECT_EQ(CharValue(Code128Set::kA, std::string_view("\0", 1), 0, kRule), 64);
+  EXPECT_EQ(CharValue(Code128Set::kA, "\x1F", 0, kRule), 95);
+  EXPECT_EQ(CharValue(Code128Set::kA, "`", 0, kRule), -1);
+  EXPECT_EQ(CharValue(Code128Set::kB, " ", 0, kRule), 0);
+  EXPECT_EQ(CharValue(Code128Set::kB, "\x7F", 0, kRule), 95);
+  EXPECT_EQ(CharValue(Code128Set::kB, "\x1F", 0, kRule), -1);
+  EXPECT_EQ(CharValue(Code128Set::kB, "\x80", 0, kRule), -1);
+  EXPECT_EQ(CharValue(Code128Set::kC, "42", 0, kRule), 42);
 }
 
 TEST(Code128Values, SetCTakesTwoDigits) {
@@ -119,6 +136,98 @@ TEST(Code128Values, AutomaticEqualsPlainRecursionForAllShortTexts) {
 TEST(Code128Values, AutomaticEqualsPlainRecursionForDigitRuns) {
   ForAllTexts({"7", "a"}, 10, ExpectAsReference);
   ForAllTexts({"12", "3", "a", "\x01"}, 6, ExpectAsReference);
+}
+
+// Start value and data.
+Code128Values WithoutCheckAndStop(Code128Values values) {
+  EXPECT_GE(values.size(), 3U);
+  EXPECT_EQ(values.back(), kCode128Stop);
+  values.pop_back();
+  const int check = values.back();
+  values.pop_back();
+  EXPECT_EQ(check, CheckValue(values));
+  return values;
+}
+
+void ExpectReadBack(const std::string& text, Code128Mode mode) {
+  const Code128Values values = WithoutCheckAndStop(EncodeValues(text, mode, Code128Rule::kStandard));
+  EXPECT_EQ(DecodeCode128(values, "{FNC1}"), text) << testing::PrintToString(text);
+}
+
+TEST(Code128Standard, FixedSetsReadBack) {
+  std::string setA;
+  for (int byte = 0; byte < 128; ++byte) {
+    const std::string text(1, static_cast<char>(byte));
+    if (byte < 96) {
+      ExpectReadBack(text, kModeA);
+      setA += text;
+    } else {
+      EXPECT_THROW(EncodeValues(text, kModeA, Code128Rule::kStandard), std::runtime_error) << byte;
+    }
+    if (byte >= 32) {
+      ExpectReadBack(text, kModeB);
+    } else {
+      EXPECT_THROW(EncodeValues(text, kModeB, Code128Rule::kStandard), std::runtime_error) << byte;
+    }
+  }
+  ExpectReadBack(setA, kModeA);
+  ExpectReadBack("00102399", kModeC);
+}
+
+TEST(Code128Standard, AutomaticReadsBackInTheFewestValues) {
+  ForAllTexts({"1", "2", "A", "a", "\x01", "\x7F"}, 5, [](const std::string& text) {
+    if (text.empty()) {
+      return;
+    }
+    ExpectReadBack(text, kAuto);
+    EXPECT_EQ(EncodeValues(text, kAuto, Code128Rule::kStandard).size(), FewestCode128Values(text) + 2);
+  });
+  RandomText random(15417);
+  for (int i = 0; i < 500; ++i) {
+    std::string text;
+    for (int piece = random.Number(1, 8); piece > 0; --piece) {
+      text += random.Number(0, 1) == 0 ? random.Digits(1, 9) : random.Bytes(1, 5, 0, 127);
+    }
+    ExpectReadBack(text, kAuto);
+    EXPECT_EQ(EncodeValues(text, kAuto, Code128Rule::kStandard).size(), FewestCode128Values(text) + 2);
+  }
+}
+
+TEST(Code128Standard, NoSetHoldsBytesAboveDel) {
+  for (int byte = 128; byte < 256; ++byte) {
+    const std::string text = std::string("A") + static_cast<char>(byte);
+    for (const Code128Mode mode : {kModeA, kModeB, kModeC, kAuto}) {
+      EXPECT_THROW(EncodeValues(text, mode, Code128Rule::kStandard), std::runtime_error) << byte;
+    }
+    if (static_cast<char>(byte) != kCode128Fnc1Mark) {
+      EXPECT_THROW(EncodeValuesWithFnc1(text), std::runtime_error) << byte;
+    }
+  }
+}
+
+TEST(Code128Standard, TheRulesAgreeWhereSetAIsNotUsed) {
+  for (const std::string_view text : {"abc", "12345678", "Hello, 1234 world"}) {
+    EXPECT_EQ(EncodeValues(text, kAuto, Code128Rule::kStandard), EncodeValues(text, kAuto));
+  }
+  EXPECT_NE(EncodeValues("ABC", kAuto, Code128Rule::kStandard), EncodeValues("ABC", kAuto));
+  EXPECT_EQ(EncodeCode128("ABC", kAuto, Code128Rule::kStandard),
+            ValuesToPattern(EncodeValues("ABC", kAuto, Code128Rule::kStandard)));
+}
+
+// FNC1 is the same value in every set: it never makes a switch, and it parts the digits of a pair.
+TEST(Code128Standard, Fnc1ReadsBackInTheFewestValues) {
+  ForAllTexts({"1", "23", "A", "a", "\x01", "\xF1"}, 5, [](const std::string& text) {
+    if (text.empty()) {
+      EXPECT_THROW(EncodeValuesWithFnc1(text), std::runtime_error);
+      return;
+    }
+    const Code128Values values = WithoutCheckAndStop(EncodeValuesWithFnc1(text));
+    EXPECT_EQ(DecodeCode128(values, "\xF1"), text) << testing::PrintToString(text);
+    EXPECT_EQ(values.size(), FewestCode128Values(text)) << testing::PrintToString(text);
+  });
+  EXPECT_THAT(WithoutCheckAndStop(EncodeValuesWithFnc1("\xF1"
+                                                       "0112")),
+              ElementsAre(105, 102, 1, 12));
 }
 
 // Recursion over a text of this length would exhaust the stack.

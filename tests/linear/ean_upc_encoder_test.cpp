@@ -3,8 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "support/message_of.h"
 #include "support/pattern.h"
@@ -240,10 +244,68 @@ TEST(UpcEEncode, ThirtyThreeRunsOfFiftyOneModules) {
 }
 
 TEST(UpcEEncode, Refusals) {
-  EXPECT_EQ(MessageFor(EncodeUpcE, ""), "EncodeUPCE: code must be 8 digits.");
-  EXPECT_EQ(MessageFor(EncodeUpcE, "0654321"), "EncodeUPCE: code must be 8 digits.");
-  EXPECT_EQ(MessageFor(EncodeUpcE, "0a54321x"), "EncodeUPCE: invalid check digit.");
-  EXPECT_EQ(MessageFor(EncodeUpcE, "0a543217"), "EncodeUPCE: non digit in data part.");
+  for (const UpcEParityRule rule : {UpcEParityRule::kCheckDigitAlone, UpcEParityRule::kStandard}) {
+    const auto encode = [rule](std::string_view code) { EncodeUpcE(code, rule); };
+    EXPECT_EQ(MessageFor(encode, ""), "EncodeUPCE: code must be 8 digits.");
+    EXPECT_EQ(MessageFor(encode, "0654321"), "EncodeUPCE: code must be 8 digits.");
+    EXPECT_EQ(MessageFor(encode, "0a54321x"), "EncodeUPCE: invalid check digit.");
+    EXPECT_EQ(MessageFor(encode, "0a543217"), "EncodeUPCE: non digit in data part.");
+  }
+}
+
+// Number system, six digits and check digit, as a reader finds them by the parity patterns that ISO/IEC 15420
+// publishes for number system 0; those of number system 1 are the opposite.
+std::string ReadUpcE(const RunVector& runs) {
+  constexpr std::array<std::string_view, 10> kParities = {"EEEOOO", "EEOEOO", "EEOOEO", "EEOOOE", "EOEEOO",
+                                                          "EOOEEO", "EOOOEE", "EOEOEO", "EOEOOE", "EOOEOE"};
+  const std::string modules = ModuleText(runs);
+  std::string digits;
+  std::string parity;
+  std::string opposite;
+  for (std::size_t i = 0; i < 6; ++i) {
+    const auto pattern = static_cast<std::uint8_t>(std::stoi(modules.substr(3 + 7 * i, 7), nullptr, 2));
+    const auto* const odd = std::find(kLeftOddPatterns.begin(), kLeftOddPatterns.end(), pattern);
+    const auto* const even = std::find(kLeftEvenPatterns.begin(), kLeftEvenPatterns.end(), pattern);
+    const bool isOdd = odd != kLeftOddPatterns.end();
+    digits +=
+        static_cast<char>('0' + (isOdd ? odd - kLeftOddPatterns.begin() : even - kLeftEvenPatterns.begin()));
+    parity += isOdd ? 'O' : 'E';
+    opposite += isOdd ? 'E' : 'O';
+  }
+  for (std::size_t check = 0; check < kParities.size(); ++check) {
+    for (const auto& [system, letters] : {std::pair{'0', parity}, std::pair{'1', opposite}}) {
+      if (letters == kParities[check]) {
+        return system + digits + std::to_string(check);
+      }
+    }
+  }
+  return "no parity pattern: " + parity;
+}
+
+TEST(UpcEEncode, TheStandardsParitiesTellNumberSystemAndCheckDigit) {
+  for (const char system : {'0', '1'}) {
+    for (char check = '0'; check <= '9'; ++check) {
+      for (const std::string data : {"123456", "789000", "654321"}) {
+        const std::string code = system + data + check;
+        const RunVector runs = EncodeUpcE(code, UpcEParityRule::kStandard);
+        EXPECT_EQ(ReadUpcE(runs), code);
+        EXPECT_EQ(Modules(runs), 51U);
+      }
+    }
+  }
+}
+
+TEST(UpcEEncode, TheRulesAgreeButForCheckDigitZeroAndNumberSystemOne) {
+  EXPECT_EQ(EncodeUpcE("06543217", UpcEParityRule::kStandard), EncodeUpcE("06543217"));
+  EXPECT_NE(EncodeUpcE("01111110", UpcEParityRule::kStandard), EncodeUpcE("01111110"));
+  EXPECT_NE(EncodeUpcE("16543214", UpcEParityRule::kStandard), EncodeUpcE("16543214"));
+}
+
+TEST(UpcEEncode, TheStandardHasTwoNumberSystems) {
+  for (const std::string_view code : {"26543217", "96543217", "x6543217"}) {
+    EXPECT_EQ(MessageFor([](std::string_view text) { EncodeUpcE(text, UpcEParityRule::kStandard); }, code),
+              "EncodeUPCE: number system must be 0 or 1.");
+  }
 }
 
 TEST(UpcEEncode, ModuleSequencesBeginWithABar) {

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/line.h"
 #include "gs1/gs1_application_identifiers.h"
 #include "gs1/gs1_associations.h"
 #include "gs1/gs1_syntax.h"
@@ -238,8 +239,8 @@ class Gs1Data {
                                             static_cast<int>(length) - 4, static_cast<int>(length) - 4);
     for (int check = 2; check <= 98; ++check) {
       const std::string digits = TwoDigits(check, check);
-      if (IbanRemainder(account + country + digits) == 1) {
-        return country + digits + account;
+      if (IbanRemainder(Line(account, country, digits)) == 1) {
+        return Line(country, digits, account);
       }
     }
     throw std::logic_error("an IBAN without check digits");
@@ -310,7 +311,7 @@ inline std::string DecodedGs1(const std::vector<Gs1Element>& elements) {
 inline Gs1Text MakeGs1Text(const std::vector<Gs1Element>& elements) {
   Gs1Text result{elements, "", DecodedGs1(elements)};
   for (const auto& [ai, data] : elements) {
-    result.text += "(" + ai + ")" + data;
+    AppendPieces(result.text, '(', ai, ')', data);
   }
   return result;
 }

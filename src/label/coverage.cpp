@@ -1,0 +1,160 @@
+#include "label/coverage.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+
+namespace barcode::label {
+namespace {
+
+// Curves become lines that are nowhere further from them, in dots.
+constexpr double kFlatness = 1.0 / 64;
+constexpr int kMostLines = 64;
+
+struct Point {
+  double x = 0;
+  double y = 0;
+};
+
+Point InDots(const UnitPoint& point, const OutlinePlace& place) {
+  return {place.x + point.x * place.scale, place.y + point.y * place.scale};
+}
+
+// Sums up, in each row, by how much the coverage grows from dot to dot.
+class Accumulator {
+ public:
+  explicit Accumulator(const DotBox& box)
+      : m_box(box),
+        m_width(box.right - box.left),
+        m_height(box.bottom - box.top),
+        m_growth(static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height)) {}
+
+  void AddLine(Point from, Point to) {
+    if (from.y == to.y) {
+      return;  // level lines bound nothing
+    }
+    double direction = 1;
+    if (from.y > to.y) {
+      std::swap(from, to);
+      direction = -1;
+    }
+    from = FromCorner(from);
+    to = FromCorner(to);
+    const int begin = std::max(0, static_cast<int>(std::floor(from.y)));
+    const int end = std::min(m_height, static_cast<int>(std::ceil(to.y)));
+    for (int row = begin; row < end; ++row) {
+      const double top = std::max(from.y, static_cast<double>(row));
+      const double bottom = std::min(to.y, static_cast<double>(row + 1));
+      AddInRow(row, XAt(from, to, top), XAt(from, to, bottom), direction * (bottom - top));
+    }
+  }
+
+  std::vector<std::uint8_t> Levels() const {
+    std::vector<std::uint8_t> levels(m_growth.size());
+    for (int row = 0; row < m_height; ++row) {
+      double coverage = 0;
+      const std::size_t begin = Index(row, 0);
+      for (std::size_t i = begin; i < begin + static_cast<std::size_t>(m_width); ++i) {
+        coverage += m_growth[i];
+        levels[i] =
+            static_cast<std::uint8_t>(std::min(1.0, std::fabs(coverage)) * kFullCoverage + 0.5);
+      }
+    }
+    return levels;
+  }
+
+ private:
+  Point FromCorner(const Point& point) const { return {point.x - m_box.left, point.y - m_box.top}; }
+
+  std::size_t Index(int row, int column) const {
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(m_width) +
+           static_cast<std::size_t>(column);
+  }
+
+  static double XAt(const Point& from, const Point& to, double y) {
+    return from.x + (to.x - from.x) * ((y - from.y) / (to.y - from.y));
+  }
+
+  // A line inside one row, of that signed height: everything to its right is covered.
+  void AddInRow(int row, double x0, double x1, double height) {
+    const double left = std::min(x0, x1);
+    const double right = std::max(x0, x1);
+    const int first = static_cast<int>(std::floor(left));
+    const int last = static_cast<int>(std::floor(right));
+    for (int column = first; column <= last; ++column) {
+      const double from = std::max(left, static_cast<double>(column));
+      const double to = std::min(right, static_cast<double>(column + 1));
+      const double share = right > left ? height * ((to - from) / (right - left)) : height;
+      const double beside = (from + to) / 2 - column;  // of this dot, left of the line
+      Grow(row, column, share * (1 - beside));
+      Grow(row, column + 1, share * beside);
+    }
+  }
+
+  void Grow(int row, int column, double coverage) {
+    if (column < m_width) {
+      m_growth[Index(row, std::max(column, 0))] += coverage;
+    }
+  }
+
+  DotBox m_box;
+  int m_width;
+  int m_height;
+  std::vector<double> m_growth;
+};
+
+void AddCurve(const Point& from, const Point& control, const Point& to, Accumulator& accumulator) {
+  const double bendX = from.x - 2 * control.x + to.x;
+  const double bendY = from.y - 2 * control.y + to.y;
+  const double bend = std::sqrt(bendX * bendX + bendY * bendY);
+  const int lines = std::clamp(static_cast<int>(std::ceil(std::sqrt(bend / (8 * kFlatness)))), 1, kMostLines);
+  Point last = from;
+  for (int i = 1; i <= lines; ++i) {
+    const double t = static_cast<double>(i) / lines;
+    const double a = (1 - t) * (1 - t);
+    const double b = 2 * t * (1 - t);
+    const double c = t * t;
+    const Point next{a * from.x + b * control.x + c * to.x, a * from.y + b * control.y + c * to.y};
+    accumulator.AddLine(last, next);
+    last = next;
+  }
+}
+
+}  // namespace
+
+DotBox BoundsOf(const Outline& outline, const OutlinePlace& place) {
+  constexpr double kFar = std::numeric_limits<double>::max();
+  Point least{kFar, kFar};
+  Point most{-kFar, -kFar};
+  const auto include = [&](const UnitPoint& unit) {
+    const Point point = InDots(unit, place);
+    least = {std::min(least.x, point.x), std::min(least.y, point.y)};
+    most = {std::max(most.x, point.x), std::max(most.y, point.y)};
+  };
+  for (const OutlinePiece& piece : outline) {
+    include(piece.to);
+    if (piece.kind == OutlinePiece::Kind::kCurve) {
+      include(piece.control);
+    }
+  }
+  return {static_cast<int>(std::floor(least.x)), static_cast<int>(std::floor(least.y)),
+          static_cast<int>(std::ceil(most.x)), static_cast<int>(std::ceil(most.y))};
+}
+
+std::vector<std::uint8_t> CoverageOf(const Outline& outline, const OutlinePlace& place, const DotBox& box) {
+  Accumulator accumulator(box);
+  Point last;
+  for (const OutlinePiece& piece : outline) {
+    const Point to = InDots(piece.to, place);
+    if (piece.kind == OutlinePiece::Kind::kLine) {
+      accumulator.AddLine(last, to);
+    } else if (piece.kind == OutlinePiece::Kind::kCurve) {
+      AddCurve(last, InDots(piece.control, place), to, accumulator);
+    }
+    last = to;
+  }
+  return accumulator.Levels();
+}
+
+}  // namespace barcode::label
