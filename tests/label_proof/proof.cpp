@@ -256,8 +256,7 @@ class Batch {
       return false;
     }
     for (int scale = 1; scale <= kLargestScale; ++scale) {
-      const Readings readings =
-          ReadAll(reader, m_info.symbology, *rule, {Enlarged(remedied.picture, scale)});
+      const Readings readings = ReadAll(reader, m_info.symbology, *rule, {Enlarged(remedied.picture, scale)});
       if (readings.front()) {
         return readings.front()->data == ExpectedData(reader, m_info.symbology, content);
       }
