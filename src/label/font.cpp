@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <memory_resource>
 #include <span>
 #include <vector>
@@ -28,7 +30,7 @@ namespace {
 constexpr std::size_t kArenaSize = 128 * sizeof(stbtt_vertex);
 
 // Curves may be off by so much, in ems.
-constexpr double kTolerance = 3.5 / 256;
+constexpr double kTolerance = 2.5 / 256;
 
 // The placeholder in units, as wide and high as a capital letter.
 constexpr int kBoxAdvance = 64;
@@ -85,6 +87,19 @@ ExactPiece PieceOf(const stbtt_vertex& vertex) {
   return {.kind = kind, .to = PointAt(vertex.x, vertex.y), .control = PointAt(vertex.cx, vertex.cy)};
 }
 
+// Where one curve goes over into the next, a control point that mirrors the one before but for the rounding is put
+// just there: documents have a short form for that.
+void Smoothen(OutlinePiece& piece, const OutlinePiece& before) {
+  using Kind = OutlinePiece::Kind;
+  if (piece.kind != Kind::kCurve || before.kind != Kind::kCurve) {
+    return;
+  }
+  const UnitPoint mirrored{2 * before.to.x - before.control.x, 2 * before.to.y - before.control.y};
+  if (std::abs(mirrored.x - piece.control.x) <= 1 && std::abs(mirrored.y - piece.control.y) <= 1) {
+    piece.control = mirrored;
+  }
+}
+
 // Reads a glyph from the font.
 void DecodeGlyph(const Face& face, int glyph, Outline& outline) {
   alignas(std::max_align_t) std::array<std::byte, kArenaSize> buffer;
@@ -100,7 +115,11 @@ void DecodeGlyph(const Face& face, int glyph, Outline& outline) {
   }
   const Quantiser quantiser(face.unitsPerEm);
   for (const ExactPiece& piece : WithFewerCurves(pieces, kTolerance * face.unitsPerEm)) {
-    outline.push_back({piece.kind, quantiser.At(piece.to), quantiser.At(piece.control)});
+    OutlinePiece quantised{piece.kind, quantiser.At(piece.to), quantiser.At(piece.control)};
+    if (!outline.empty()) {
+      Smoothen(quantised, outline.back());
+    }
+    outline.push_back(quantised);
   }
 }
 
@@ -128,7 +147,7 @@ Face ReadFace() {
   const std::span<const std::uint8_t> file = EmbeddedRobotoFont();
   stbtt_InitFont(&face.info, file.data(), 0);
   // The em in the font's units is what one pixel for an em divides by.
-  face.unitsPerEm = static_cast<int>(1.0F / stbtt_ScaleForMappingEmToPixels(&face.info, 1.0F) + 0.5F);
+  face.unitsPerEm = static_cast<int>(std::lround(1.0F / stbtt_ScaleForMappingEmToPixels(&face.info, 1.0F)));
   int gap = 0;
   stbtt_GetFontVMetrics(&face.info, &face.ascent, &face.descent, &gap);
   int left = 0;
