@@ -1,6 +1,6 @@
 # Thin calls of the presets in CMakePresets.json.
 .DEFAULT_GOAL := help
-.PHONY: help deps deps-test deps-lint deps-fuzz build demo everything test asan tsan fuzz soak same lint bench install clean
+.PHONY: help deps deps-test deps-lint deps-fuzz build demo everything test asan tsan fuzz soak proof same lint bench install clean
 
 help:
 	@echo "make demo       install what is missing, build, draw the gallery into build/gallery/"
@@ -13,6 +13,7 @@ help:
 	@echo "make tsan       the tests of threads under the thread sanitizer"
 	@echo "make fuzz       the fuzz targets under both, with Clang (SECONDS=60 each; make deps-fuzz installs it)"
 	@echo "make soak       many draws, while memory, descriptors and threads are watched (DRAWS=1000000)"
+	@echo "make proof      random labels of every type, read back by independent readers (LABELS=10000 each)"
 	@echo "make same       compare the library byte for byte with that of a commit (BASE=commit, ARGS=...)"
 	@echo "make lint       clang-format and clang-tidy"
 	@echo "make bench      the benchmarks"
@@ -70,6 +71,13 @@ soak:
 	cmake --preset release
 	cmake --build --preset release --target soak
 	build/release/tests/fuzz/soak --draws $(DRAWS)
+
+LABELS ?= 10000
+proof:
+	@scripts/install-deps.sh --test --check
+	cmake --preset release
+	cmake --build --preset release --target label_proof
+	build/release/tests/label_proof/label_proof --labels $(LABELS) --jobs $(shell nproc)
 
 same:
 	@test -n "$(BASE)" || { echo "make same BASE=commit: which commit's library is to be compared with?" >&2; exit 2; }

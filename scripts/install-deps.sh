@@ -36,7 +36,7 @@ if [ "$tests" = yes ]; then
   programs="$programs python3:python3"
   packages="$packages
     libgtest-dev libgmock-dev libbenchmark-dev
-    libzxing-dev libzbar-dev locales"
+    libzxing-dev libzbar-dev librsvg2-dev poppler-utils locales"
   if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
     packages="$packages nodejs npm ca-certificates"
   fi

@@ -1,6 +1,7 @@
 #include "label/font.h"
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdlib>
 #include <memory_resource>
@@ -45,7 +46,7 @@ Face ReadFace() {
   const std::span<const std::uint8_t> file = EmbeddedRobotoFont();
   stbtt_InitFont(&face.info, file.data(), 0);
   // The em in the font's units is what one pixel for an em divides by.
-  face.unitsPerEm = static_cast<int>(1.0F / stbtt_ScaleForMappingEmToPixels(&face.info, 1.0F) + 0.5F);
+  face.unitsPerEm = static_cast<int>(std::lround(1.0F / stbtt_ScaleForMappingEmToPixels(&face.info, 1.0F)));
   int gap = 0;
   stbtt_GetFontVMetrics(&face.info, &face.ascent, &face.descent, &gap);
   int left = 0;

@@ -1,36 +1,14 @@
-#include <unistd.h>
-
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
 
 #include "support/readers.h"
+#include "support/scratch_folder.h"
 
 namespace barcode::test {
 namespace {
-
-// A folder of its own for each process, removed at the end of the scope.
-class ScratchFolder {
- public:
-  ScratchFolder()
-      : m_path(std::filesystem::temp_directory_path() / ("barcode-reader-" + std::to_string(getpid()))) {
-    std::filesystem::create_directories(m_path);
-  }
-  ~ScratchFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(m_path, ignored);
-  }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-  std::string File(const char* name) const { return (m_path / name).string(); }
-
- private:
-  std::filesystem::path m_path;
-};
 
 void WriteNumber(std::ostream& out, int number) {
   for (int shift = 0; shift < 32; shift += 8) {
@@ -64,11 +42,12 @@ std::optional<Reading> ParseReading(const std::string& line) {
 
 }  // namespace
 
-std::vector<std::optional<Reading>> ReadWithWasm(const std::vector<GreyImage>& images) {
+std::vector<std::optional<Reading>> ReadWithWasm(const std::vector<GreyImage>& images,
+                                                 const std::string& formats) {
   const ScratchFolder folder;
   WriteImages(folder.File("images"), images);
-  const std::string command = std::string("'") + TEST_NODE + "' '" + TEST_WASM_READER + "' < '" +
-                              folder.File("images") + "' > '" + folder.File("readings") + "'";
+  const std::string command = std::string("'") + TEST_NODE + "' '" + TEST_WASM_READER + "' " + formats +
+                              " < '" + folder.File("images") + "' > '" + folder.File("readings") + "'";
   if (std::system(command.c_str()) != 0) {  // NOLINT(cert-env33-c): paths of this build, nothing from outside
     throw std::runtime_error("the reader from npm did not run; scripts/install-deps.sh installs it");
   }

@@ -1,5 +1,7 @@
 #include <zbar.h>
 
+#include <sstream>
+
 #include "support/readers.h"
 
 namespace barcode::test {
@@ -7,9 +9,11 @@ namespace barcode::test {
 std::optional<Reading> ReadWithZbar(const GreyImage& image, const std::string& symbology) {
   zbar::ImageScanner scanner;
   scanner.set_config(zbar::ZBAR_NONE, zbar::ZBAR_CFG_ENABLE, symbology.empty() ? 1 : 0);
-  if (!symbology.empty()) {
-    scanner.set_config(symbology + ".enable");
+  std::istringstream names(symbology);
+  for (std::string name; names >> name;) {
+    scanner.set_config(name + ".enable");
   }
+  scanner.set_config(zbar::ZBAR_QRCODE, zbar::ZBAR_CFG_BINARY, 1);
   zbar::Image grey(static_cast<unsigned>(image.width), static_cast<unsigned>(image.height), "Y800",
                    image.pixels.data(), image.pixels.size());
   if (scanner.scan(grey) <= 0) {

@@ -7,10 +7,10 @@
 
 namespace barcode::test {
 
-std::optional<Reading> ReadWithZxing(const GreyImage& image, const std::string& formats) {
+std::optional<Reading> ReadWithZxing(const GreyImage& image, const std::string& formats, Turns turns) {
   ZXing::DecodeHints hints;
   hints.setTryHarder(true);
-  hints.setTryRotate(false);
+  hints.setTryRotate(turns == Turns::kAll);
   hints.setReturnCodabarStartEnd(true);
   if (!formats.empty()) {
     hints.setFormats(ZXing::BarcodeFormatsFromString(formats));
