@@ -1,9 +1,12 @@
 // What labels cost beside the library's own draws: the same symbol, the same size, in one run.
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
+#include "base/line.h"
 #include "bench/draws.h"
 #include "label/composition.h"
 #include "label/fields.h"
@@ -40,9 +43,9 @@ constexpr std::array kSubjects = {
 
 constexpr std::array kFormats = {"png", "svg", "pdf"};
 
-std::string JsonOf(const Subject& subject, const std::string& format) {
-  return R"({"type": ")" + std::string(subject.type) + R"(", "text": ")" + subject.text +
-         R"(", "format": ")" + format + "\"}";
+std::string JsonOf(const Subject& subject, std::string_view format) {
+  return Line(R"({"type": ")", subject.type, R"(", "text": ")", subject.text, R"(", "format": ")", format,
+              "\"}");
 }
 
 label::Label Delivered(label::Label made) {
@@ -80,18 +83,19 @@ void LibrarySvg(benchmark::State& state, const Subject& subject, const std::stri
   DrawAndSvg(state, drawing);
 }
 
+void Register(const Subject& subject, const char* name, const std::function<void(benchmark::State&)>& run) {
+  benchmark::RegisterBenchmark(Line("Label/", subject.name, '/', name).c_str(), run);
+}
+
 [[maybe_unused]] const bool kRegistered = [] {
   for (const Subject& subject : kSubjects) {
-    const std::string name = std::string("Label/") + subject.name;
     const std::string svg = JsonOf(subject, "svg");
-    benchmark::RegisterBenchmark((name + "/library draw+SVG").c_str(),
-                                 [=](benchmark::State& state) { LibrarySvg(state, subject, svg); });
+    Register(subject, "library draw+SVG", [=](benchmark::State& state) { LibrarySvg(state, subject, svg); });
     for (const std::string format : kFormats) {
       const std::string json = JsonOf(subject, format);
-      benchmark::RegisterBenchmark((name + "/" + format).c_str(),
-                                   [=](benchmark::State& state) { FromStruct(state, json); });
-      benchmark::RegisterBenchmark((name + "/" + format + " from JSON").c_str(),
-                                   [=](benchmark::State& state) { FromJson(state, json); });
+      Register(subject, format.c_str(), [=](benchmark::State& state) { FromStruct(state, json); });
+      Register(subject, Line(format, " from JSON").c_str(),
+               [=](benchmark::State& state) { FromJson(state, json); });
     }
   }
   return true;

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <stdexcept>
+#include <string_view>
 #include <vector>
 
 #include "core/sdl_ptr.h"
@@ -58,6 +59,7 @@ void DrawAndSvg(benchmark::State& state, const Drawing& drawing) {
     Draw(object.get(), drawing);
     benchmark::DoNotOptimize(barcode_get_svg(object.get()));
   }
+  state.counters["bytes"] = static_cast<double>(std::string_view(barcode_get_svg(object.get())).size());
 }
 
 void BarePng(benchmark::State& state, const Drawing& drawing) {

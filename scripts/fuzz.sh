@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 
 seconds=$1
 shift
-[ $# -gt 0 ] || set -- calls encoders
+[ $# -gt 0 ] || set -- calls encoders label
 
 for target; do
   program=build/fuzz/tests/fuzz/fuzz_$target

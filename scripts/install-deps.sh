@@ -25,6 +25,7 @@ done
 programs="make:make g++:g++ cmake:cmake ninja:ninja-build pkg-config:pkg-config"
 packages="
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev fonts-roboto-unhinted
+  libpng-dev libhpdf-dev libstb-dev nlohmann-json3-dev
   libcli11-dev
 "
 tests=no
@@ -35,7 +36,7 @@ if [ "$tests" = yes ]; then
   programs="$programs python3:python3"
   packages="$packages
     libgtest-dev libgmock-dev libbenchmark-dev
-    libpng-dev libzxing-dev libzbar-dev librsvg2-dev poppler-utils nlohmann-json3-dev locales"
+    libzxing-dev libzbar-dev librsvg2-dev poppler-utils locales"
   if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
     packages="$packages nodejs npm ca-certificates"
   fi

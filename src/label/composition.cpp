@@ -11,7 +11,9 @@
 #include "base/numeric.h"
 #include "label/dark_area.h"
 #include "label/font.h"
+#include "label/needs.h"
 #include "label/text_setting.h"
+#include "label/turn.h"
 #include "layout/four_state_layout.h"
 #include "layout/linear_layout.h"
 #include "layout/stacked_layout.h"
@@ -23,14 +25,6 @@ namespace {
 
 constexpr double kMillimetresPerInch = 25.4;
 
-// Heights in modules.
-constexpr int kLeastBarHeight = 5;
-constexpr int kNaturalBarHeight = 30;
-constexpr double kNaturalHeightOfWidth = 0.15;
-constexpr int kGuardReach = 5;
-constexpr int kLongBarHeight = 6;
-constexpr int kFourStatePitch = 2;
-
 // A digit of EAN and UPC symbols is as wide as its bars.
 constexpr int kDigitModules = 7;
 
@@ -41,82 +35,6 @@ constexpr double kCaptionGap = 3.0;
 
 // Light kept on either side of a text that reaches across the picture, in dots: glyphs may lean out a little.
 constexpr double kTextMargin = 1.0;
-
-// ---- What a symbol needs, in modules ----
-
-struct Needs {
-  std::int64_t columns = 0;
-  // The rows of a symbol whose height follows from its modules; 0 for bars as high as one likes.
-  std::int64_t rows = 0;
-  std::int64_t leastHeight = 0;  // of the bars
-  double naturalHeight = 0;      // of the bars
-  std::int64_t guardReach = 0;   // of the guard bars below the others
-  const GuardBarStyle* guard = nullptr;
-
-  bool OwnHeight() const { return rows > 0; }
-};
-
-// A row that separates others is never higher than its modules say; the others share what is left.
-bool IsSeparator(const StackedRow& row) {
-  return row.height.has_value() && *row.height < kLeastBarHeight;
-}
-
-int ShareOf(const StackedRow& row) {
-  return IsSeparator(row) ? 0 : row.height.value_or(1);
-}
-
-// The height at which the lowest sharing row has kLeastBarHeight modules.
-std::int64_t LeastStackedHeight(const std::vector<StackedRow>& rows) {
-  std::int64_t separators = 0;
-  std::int64_t shares = 0;
-  int smallestShare = 0;
-  for (const StackedRow& row : rows) {
-    const int share = ShareOf(row);
-    shares += share;
-    separators += share == 0 ? *row.height : 0;
-    smallestShare = share > 0 && (smallestShare == 0 || share < smallestShare) ? share : smallestShare;
-  }
-  return separators + (shares * kLeastBarHeight + smallestShare - 1) / std::max(1, smallestShare);
-}
-
-double NaturalBars(const TypeInfo& type, std::int64_t columns) {
-  if (type.standardHeight > 0) {
-    return type.standardHeight;
-  }
-  return std::max<double>(kNaturalBarHeight, static_cast<double>(columns) * kNaturalHeightOfWidth);
-}
-
-Needs NeedsOf(const TypeInfo& type, const Request& request, const LinearSymbol& symbol) {
-  Needs needs;
-  needs.columns = static_cast<std::int64_t>(TotalModules(symbol.pattern));
-  needs.leastHeight = kLeastBarHeight;
-  needs.naturalHeight = NaturalBars(type, needs.columns);
-  needs.guard = symbol.guard;
-  needs.guardReach = symbol.guard != nullptr && request.extendedGuard.value_or(true) ? kGuardReach : 0;
-  return needs;
-}
-
-Needs NeedsOf(const TypeInfo& type, const Request& /*request*/, const StackedSymbol& symbol) {
-  Needs needs;
-  needs.columns = static_cast<std::int64_t>(WidestRow(symbol.rows));
-  needs.leastHeight = LeastStackedHeight(symbol.rows);
-  needs.naturalHeight = std::max<double>(symbol.defaultHeight, NaturalBars(type, needs.columns));
-  return needs;
-}
-
-Needs NeedsOf(const TypeInfo& /*type*/, const Request& /*request*/, const FourStateBars& symbol) {
-  Needs needs;
-  needs.columns = static_cast<std::int64_t>(symbol.bars.size()) * kFourStatePitch - 1;
-  needs.rows = kLongBarHeight;
-  return needs;
-}
-
-Needs NeedsOf(const TypeInfo& /*type*/, const Request& /*request*/, const MatrixSymbol& symbol) {
-  Needs needs;
-  needs.columns = symbol.matrix.Columns();
-  needs.rows = std::int64_t{symbol.matrix.Rows()} * symbol.rowHeight;
-  return needs;
-}
 
 // ---- Sizes in dots ----
 
@@ -141,8 +59,7 @@ class Composer {
  public:
   Composer(const TypeInfo& type, const Request& request, const Symbol& symbol, long long maxPixels)
       : m_type(type), m_request(request), m_symbol(symbol), m_maxPixels(maxPixels) {
-    m_needs =
-        std::visit([&](const auto& modules) { return NeedsOf(type, request, modules); }, symbol.modules);
+    m_needs = NeedsOf(type, request, symbol);
     m_stacked = std::holds_alternative<StackedSymbol>(symbol.modules);
     const int side = request.quietZone.value_or(0);
     m_quiet = request.quietZone ? QuietZone{side, side, side, side} : type.quietZone;
@@ -168,7 +85,7 @@ class Composer {
     drawing.dpi = m_request.dpi;
     drawing.title = m_symbol.text;
     Place(sizes);
-    Turn();
+    Turn(drawing, m_request.rotate.value_or(Rotation::kNone));
     return std::move(m_result);
   }
 
@@ -371,11 +288,10 @@ class Composer {
     return std::llround(m_needs.naturalHeight * static_cast<double>(module));
   }
 
-  bool IsAcross() const {
-    return m_request.rotate == Rotation::kQuarter || m_request.rotate == Rotation::kThreeQuarters;
+  // A size before the turn after it, or the other way round.
+  Size Turned(Size size) const {
+    return TurnsAcross(m_request.rotate.value_or(Rotation::kNone)) ? Size{size.height, size.width} : size;
   }
-
-  Size Turned(Size size) const { return IsAcross() ? Size{size.height, size.width} : size; }
 
   // The largest module with which everything fits the box: first with the text at its size, then with the
   // smallest text, then without.
@@ -615,60 +531,6 @@ class Composer {
       }
     }
     return {first, modules};
-  }
-
-  // ---- The turn ----
-
-  void Turn() {
-    const Rotation rotation = m_request.rotate.value_or(Rotation::kNone);
-    if (rotation == Rotation::kNone) {
-      return;
-    }
-    Drawing& drawing = m_result.drawing;
-    for (DotRect& rect : drawing.dark) {
-      rect = TurnedRect(rect, rotation);
-    }
-    for (PlacedText& text : drawing.texts) {
-      text.rotation = rotation;
-      for (PlacedGlyph& glyph : text.glyphs) {
-        glyph = TurnedGlyph(glyph, rotation);
-      }
-    }
-    if (IsAcross()) {
-      std::swap(drawing.width, drawing.height);
-    }
-  }
-
-  DotRect TurnedRect(const DotRect& rect, Rotation rotation) const {
-    const int right = m_result.drawing.width - rect.x - rect.width;
-    const int below = m_result.drawing.height - rect.y - rect.height;
-    switch (rotation) {
-      case Rotation::kQuarter:
-        return {below, rect.x, rect.height, rect.width};
-      case Rotation::kHalf:
-        return {right, below, rect.width, rect.height};
-      case Rotation::kThreeQuarters:
-        return {rect.y, right, rect.height, rect.width};
-      case Rotation::kNone:
-        break;
-    }
-    return rect;
-  }
-
-  PlacedGlyph TurnedGlyph(const PlacedGlyph& glyph, Rotation rotation) const {
-    const double right = m_result.drawing.width - glyph.x;
-    const double below = m_result.drawing.height - glyph.y;
-    switch (rotation) {
-      case Rotation::kQuarter:
-        return {glyph.glyph, below, glyph.x};
-      case Rotation::kHalf:
-        return {glyph.glyph, right, below};
-      case Rotation::kThreeQuarters:
-        return {glyph.glyph, glyph.y, right};
-      case Rotation::kNone:
-        break;
-    }
-    return glyph;
   }
 
   const TypeInfo& m_type;

@@ -9,13 +9,23 @@ namespace barcode::label {
 namespace {
 
 // Curves become lines that are nowhere further from them, in dots.
-constexpr double kFlatness = 1.0 / 64;
+constexpr double kFlatness = 1.0 / 32;
 constexpr int kMostLines = 64;
 
 struct Point {
   double x = 0;
   double y = 0;
 };
+
+// As std::floor and std::ceil, which the oldest machines call as functions; all values are places in a picture.
+int Floor(double value) {
+  const int whole = static_cast<int>(value);
+  return whole - (value < whole ? 1 : 0);
+}
+
+int Ceil(double value) {
+  return -Floor(-value);
+}
 
 Point InDots(const UnitPoint& point, const OutlinePlace& place) {
   return {place.x + point.x * place.scale, place.y + point.y * place.scale};
@@ -41,12 +51,13 @@ class Accumulator {
     }
     from = FromCorner(from);
     to = FromCorner(to);
-    const int begin = std::max(0, static_cast<int>(std::floor(from.y)));
-    const int end = std::min(m_height, static_cast<int>(std::ceil(to.y)));
-    for (int row = begin; row < end; ++row) {
+    const double slope = (to.x - from.x) / (to.y - from.y);
+    const int end = std::min(m_height, Ceil(to.y));
+    for (int row = std::max(0, Floor(from.y)); row < end; ++row) {
       const double top = std::max(from.y, static_cast<double>(row));
       const double bottom = std::min(to.y, static_cast<double>(row + 1));
-      AddInRow(row, XAt(from, to, top), XAt(from, to, bottom), direction * (bottom - top));
+      AddInRow(m_growth.data() + Index(row, 0), from.x + (top - from.y) * slope,
+               from.x + (bottom - from.y) * slope, direction * (bottom - top));
     }
   }
 
@@ -72,29 +83,34 @@ class Accumulator {
            static_cast<std::size_t>(column);
   }
 
-  static double XAt(const Point& from, const Point& to, double y) {
-    return from.x + (to.x - from.x) * ((y - from.y) / (to.y - from.y));
-  }
-
   // A line inside one row, of that signed height: everything to its right is covered.
-  void AddInRow(int row, double x0, double x1, double height) {
+  void AddInRow(double* row, double x0, double x1, double height) {
     const double left = std::min(x0, x1);
     const double right = std::max(x0, x1);
-    const int first = static_cast<int>(std::floor(left));
-    const int last = static_cast<int>(std::floor(right));
+    const int first = Floor(left);
+    const int last = Floor(right);
+    if (first == last) {
+      AddInDot(row, first, height, (left + right) / 2);
+      return;
+    }
+    const double perDot = height / (right - left);
     for (int column = first; column <= last; ++column) {
       const double from = std::max(left, static_cast<double>(column));
       const double to = std::min(right, static_cast<double>(column + 1));
-      const double share = right > left ? height * ((to - from) / (right - left)) : height;
-      const double beside = (from + to) / 2 - column;  // of this dot, left of the line
-      Grow(row, column, share * (1 - beside));
-      Grow(row, column + 1, share * beside);
+      AddInDot(row, column, (to - from) * perDot, (from + to) / 2);
     }
   }
 
-  void Grow(int row, int column, double coverage) {
+  // A line inside one dot, whose middle is at x.
+  void AddInDot(double* row, int column, double height, double x) {
+    const double beside = x - column;  // of the dot, left of the line
+    Grow(row, column, height * (1 - beside));
+    Grow(row, column + 1, height * beside);
+  }
+
+  void Grow(double* row, int column, double coverage) {
     if (column < m_width) {
-      m_growth[Index(row, std::max(column, 0))] += coverage;
+      row[std::max(column, 0)] += coverage;
     }
   }
 
@@ -108,7 +124,7 @@ void AddCurve(const Point& from, const Point& control, const Point& to, Accumula
   const double bendX = from.x - 2 * control.x + to.x;
   const double bendY = from.y - 2 * control.y + to.y;
   const double bend = std::sqrt(bendX * bendX + bendY * bendY);
-  const int lines = std::clamp(static_cast<int>(std::ceil(std::sqrt(bend / (8 * kFlatness)))), 1, kMostLines);
+  const int lines = std::clamp(Ceil(std::sqrt(bend / (8 * kFlatness))), 1, kMostLines);
   Point last = from;
   for (int i = 1; i <= lines; ++i) {
     const double t = static_cast<double>(i) / lines;
@@ -138,8 +154,7 @@ DotBox BoundsOf(const Outline& outline, const OutlinePlace& place) {
       include(piece.control);
     }
   }
-  return {static_cast<int>(std::floor(least.x)), static_cast<int>(std::floor(least.y)),
-          static_cast<int>(std::ceil(most.x)), static_cast<int>(std::ceil(most.y))};
+  return {Floor(least.x), Floor(least.y), Ceil(most.x), Ceil(most.y)};
 }
 
 std::vector<std::uint8_t> CoverageOf(const Outline& outline, const OutlinePlace& place, const DotBox& box) {

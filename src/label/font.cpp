@@ -1,15 +1,17 @@
 #include "label/font.h"
 
 #include <array>
+#include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <memory_resource>
 #include <span>
 
 #include "text/embedded_font.h"
 
 // The font library, compiled here for this file alone. It takes its memory from the arena that a call brings:
-// an arena throws std::bad_alloc right through the library's functions, which own nothing, and gives everything
-// back at once. The embedded font is what the library's assertions ask for.
+// an arena throws std::bad_alloc right through the library's functions, which own nothing, and gives
+// everything back at once. The embedded font is what the library's assertions ask for.
 #define STBTT_STATIC
 #define STB_TRUETYPE_IMPLEMENTATION
 #define STBTT_malloc(size, arena) (static_cast<std::pmr::memory_resource*>(arena)->allocate(size))
@@ -24,11 +26,11 @@ namespace {
 constexpr std::size_t kArenaSize = 128 * sizeof(stbtt_vertex);
 
 // The placeholder in units, as wide and high as a capital letter.
-constexpr int kBoxAdvance = 128;
-constexpr int kBoxLeft = 14;
+constexpr int kBoxAdvance = 64;
+constexpr int kBoxLeft = 7;
 constexpr int kBoxRight = kBoxAdvance - kBoxLeft;
-constexpr int kBoxTop = 182;
-constexpr int kBoxStroke = 14;
+constexpr int kBoxTop = 91;
+constexpr int kBoxStroke = 7;
 
 // Where the tables of the font stand; read once, never changed.
 struct Face {
@@ -44,7 +46,7 @@ Face ReadFace() {
   const std::span<const std::uint8_t> file = EmbeddedRobotoFont();
   stbtt_InitFont(&face.info, file.data(), 0);
   // The em in the font's units is what one pixel for an em divides by.
-  face.unitsPerEm = static_cast<int>(1.0F / stbtt_ScaleForMappingEmToPixels(&face.info, 1.0F) + 0.5F);
+  face.unitsPerEm = static_cast<int>(std::lround(1.0F / stbtt_ScaleForMappingEmToPixels(&face.info, 1.0F)));
   int gap = 0;
   stbtt_GetFontVMetrics(&face.info, &face.ascent, &face.descent, &gap);
   int left = 0;
@@ -63,30 +65,56 @@ double InUnits(int length) {
   return static_cast<double>(length) * kUnitsPerEm / TheFace().unitsPerEm;
 }
 
-// To the nearest unit, halves upwards.
-int Quantised(int coordinate, int unitsPerEm) {
-  const int scaled = 2 * coordinate * kUnitsPerEm + unitsPerEm;
-  const int divisor = 2 * unitsPerEm;
-  return scaled >= 0 ? scaled / divisor : -((divisor - 1 - scaled) / divisor);
-}
+// Coordinates of the font to the nearest unit, halves upwards.
+class Quantiser {
+ public:
+  explicit Quantiser(int unitsPerEm) : m_factor(static_cast<double>(kUnitsPerEm) / unitsPerEm) {}
 
-OutlinePiece PieceOf(const stbtt_vertex& vertex, int unitsPerEm) {
-  const UnitPoint to{Quantised(vertex.x, unitsPerEm), Quantised(vertex.y, unitsPerEm)};
+  UnitPoint At(int x, int y) const { return {Nearest(x), Nearest(y)}; }
+
+ private:
+  int Nearest(int coordinate) const {
+    const double value = coordinate * m_factor + 0.5;
+    const int whole = static_cast<int>(value);
+    return whole - (value < whole ? 1 : 0);
+  }
+
+  double m_factor;
+};
+
+OutlinePiece PieceOf(const stbtt_vertex& vertex, const Quantiser& quantiser) {
+  const UnitPoint to = quantiser.At(vertex.x, vertex.y);
   if (vertex.type == STBTT_vmove) {
-    return {.kind = OutlinePiece::Kind::kMove, .to = to, .control = {}};
+    return {.kind = OutlinePiece::Kind::kMove, .to = to, .control = {}, .smooth = false};
   }
   if (vertex.type == STBTT_vline) {
-    return {.kind = OutlinePiece::Kind::kLine, .to = to, .control = {}};
+    return {.kind = OutlinePiece::Kind::kLine, .to = to, .control = {}, .smooth = false};
   }
   return {.kind = OutlinePiece::Kind::kCurve,
           .to = to,
-          .control = {Quantised(vertex.cx, unitsPerEm), Quantised(vertex.cy, unitsPerEm)}};
+          .control = quantiser.At(vertex.cx, vertex.cy),
+          .smooth = false};
+}
+
+// The curves of a round contour go over into each other: a control point that stands where the one before is
+// mirrored, but for what is lost by rounding, is put just there.
+void Smoothen(OutlinePiece& piece, const OutlinePiece& before) {
+  using Kind = OutlinePiece::Kind;
+  if (piece.kind != Kind::kCurve || before.kind != Kind::kCurve) {
+    return;
+  }
+  const UnitPoint mirrored{2 * before.to.x - before.control.x, 2 * before.to.y - before.control.y};
+  piece.smooth = std::abs(mirrored.x - piece.control.x) <= 1 && std::abs(mirrored.y - piece.control.y) <= 1;
+  if (piece.smooth) {
+    piece.control = mirrored;
+  }
 }
 
 void AppendContour(const std::array<UnitPoint, 4>& corners, Outline& outline) {
-  outline.push_back({.kind = OutlinePiece::Kind::kMove, .to = corners[0], .control = {}});
+  outline.push_back({.kind = OutlinePiece::Kind::kMove, .to = corners[0], .control = {}, .smooth = false});
   for (const std::size_t corner : {1U, 2U, 3U, 0U}) {
-    outline.push_back({.kind = OutlinePiece::Kind::kLine, .to = corners[corner], .control = {}});
+    outline.push_back(
+        {.kind = OutlinePiece::Kind::kLine, .to = corners[corner], .control = {}, .smooth = false});
   }
 }
 
@@ -158,8 +186,13 @@ void Font::AppendOutline(int glyph, Outline& outline) const {
   info.userdata = &arena;
   stbtt_vertex* vertices = nullptr;
   const int count = stbtt_GetGlyphShape(&info, glyph, &vertices);
+  const Quantiser quantiser(face.unitsPerEm);
   for (const stbtt_vertex& vertex : std::span(vertices, static_cast<std::size_t>(count))) {
-    outline.push_back(PieceOf(vertex, face.unitsPerEm));
+    OutlinePiece piece = PieceOf(vertex, quantiser);
+    if (!outline.empty()) {
+      Smoothen(piece, outline.back());
+    }
+    outline.push_back(piece);
   }
 }
 

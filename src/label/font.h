@@ -6,9 +6,9 @@
 
 namespace barcode::label {
 
-// The outlines are quantised to this many units per em, the same for every writer: small documents, and less
-// than a twentieth of a dot at the sizes of labels.
-inline constexpr int kUnitsPerEm = 256;
+// The outlines are quantised to this many units per em, the same for every writer: documents stay small, and
+// a unit of text three millimetres high is less than what a printer of 600 dots per inch resolves.
+inline constexpr int kUnitsPerEm = 128;
 
 struct UnitPoint {
   int x = 0;
@@ -24,6 +24,8 @@ struct OutlinePiece {
   Kind kind = Kind::kMove;
   UnitPoint to;
   UnitPoint control;
+  // The control point mirrors that of the curve before, which ends where this one begins.
+  bool smooth = false;
 
   bool operator==(const OutlinePiece&) const = default;
 };

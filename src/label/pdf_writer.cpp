@@ -30,6 +30,10 @@ constexpr int kMostReal = 32'767;
 // A scale is written as two that follow one another: that small one, and one with all its digits.
 constexpr double kSmallScale = 0.0001;
 
+// The library takes memory in blocks of this size, and gives all back at the end. By itself it loses objects, and
+// goes on with others that it has given back, when memory runs out.
+constexpr HPDF_UINT kPool = 16'384;
+
 struct Free {
   void operator()(HPDF_Doc document) const { HPDF_Free(document); }
 };
@@ -227,7 +231,7 @@ std::string BytesOf(HPDF_Doc document) {
 std::string WritePdf(const Drawing& drawing) {
   RequirePageSize(drawing);
   const double pointsPerDot = PointsPerDot(drawing);
-  const Document document(HPDF_New(nullptr, nullptr));
+  const Document document(HPDF_NewEx(nullptr, nullptr, nullptr, kPool, nullptr));
   Require(document != nullptr);
   Check(HPDF_SetCompressionMode(document.get(), HPDF_COMP_ALL));
   SetTitle(document.get(), drawing.title);

@@ -1,4 +1,5 @@
 #include <png.h>
+#include <zlib.h>
 
 #include <algorithm>
 #include <array>
@@ -27,6 +28,11 @@ using Row = std::vector<std::uint8_t>;
 // Shades from background to foreground, of a picture with text and of one without.
 constexpr unsigned kTextBits = 4;
 constexpr unsigned kBarBits = 1;
+
+// Levels of compression, found by measuring: with text, a higher one takes half as long again for 5%; without, the
+// highest one takes twice as long for 2%.
+constexpr int kTextLevel = 4;
+constexpr int kBarLevel = 6;
 
 // Rows of text that are made at once.
 constexpr int kTextRows = 32;
@@ -102,8 +108,8 @@ class BarRows {
 
 // A glyph with ink, and the dots that it touches.
 struct InkedGlyph {
-  const PlacedText* text = nullptr;
-  const PlacedGlyph* glyph = nullptr;
+  Outline outline;
+  OutlinePlace place;
   DotBox box;
 };
 
@@ -125,17 +131,17 @@ bool IsEmpty(const DotBox& box) {
 std::vector<InkedGlyph> InkedGlyphs(const Drawing& drawing) {
   const DotBox picture{0, 0, drawing.width, drawing.height};
   std::vector<InkedGlyph> inked;
-  Outline outline;
   for (const PlacedText& text : drawing.texts) {
     for (const PlacedGlyph& glyph : text.glyphs) {
-      outline.clear();
+      Outline outline;
       AppendGlyphOutline(text, glyph, outline);
       if (outline.empty()) {
         continue;
       }
-      const DotBox box = Common(picture, BoundsOf(outline, PlaceOf(text)));
+      const OutlinePlace place = PlaceOf(text);
+      const DotBox box = Common(picture, BoundsOf(outline, place));
       if (!IsEmpty(box)) {
-        inked.push_back({&text, &glyph, box});
+        inked.push_back({std::move(outline), place, box});
       }
     }
   }
@@ -170,15 +176,11 @@ class TextRows {
   // Draws the glyphs into rows, of which the first is row y.
   void DrawInto(std::span<Row> rows, int y) const {
     const DotBox band{0, y, std::numeric_limits<int>::max(), y + static_cast<int>(rows.size())};
-    Outline outline;
     for (const InkedGlyph& glyph : m_glyphs) {
       const DotBox box = Common(glyph.box, band);
-      if (IsEmpty(box)) {
-        continue;
+      if (!IsEmpty(box)) {
+        DrawLevels(CoverageOf(glyph.outline, glyph.place, box), box, rows, y);
       }
-      outline.clear();
-      AppendGlyphOutline(*glyph.text, *glyph.glyph, outline);
-      DrawLevels(CoverageOf(outline, PlaceOf(*glyph.text), box), box, rows, y);
     }
   }
 
@@ -264,14 +266,14 @@ class PngFile {
 
   void WriteHeader(const Drawing& drawing, unsigned bits);
 
-  // The same row, `count` times.
+  // The same row, `count` times. One like the one above is nothing but zeros beside it.
   void WriteRows(const Row& row, int count) {
     Guarded([this, &row, count] {
       for (int i = 0; i < count; ++i) {
-        // A row like the one above is nothing but zeros beside it.
-        png_set_filter(m_png, PNG_FILTER_TYPE_BASE, i == 0 ? PNG_FILTER_NONE : PNG_FILTER_UP);
         png_write_row(m_png, row.data());
+        png_set_filter(m_png, PNG_FILTER_TYPE_BASE, PNG_FILTER_UP);
       }
+      png_set_filter(m_png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
     });
   }
 
@@ -343,7 +345,10 @@ void PngFile::WriteHeader(const Drawing& drawing, unsigned bits) {
     if (drawing.dpi) {
       png_set_pHYs(m_png, m_info, perMetre, perMetre, PNG_RESOLUTION_METER);
     }
+    // Both kinds: the library makes room for the row above.
     png_set_filter(m_png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE | PNG_FILTER_UP);
+    png_set_compression_strategy(m_png, Z_FILTERED);
+    png_set_compression_level(m_png, bits == kTextBits ? kTextLevel : kBarLevel);
     png_write_info(m_png, m_info);
   });
 }

@@ -31,9 +31,13 @@ UnitPoint Placed(const UnitPoint& point, Rotation rotation, const UnitPoint& ori
 
 }  // namespace
 
-void AppendGlyphOutline(const PlacedText& text, const PlacedGlyph& glyph, Outline& outline) {
+UnitPoint GlyphOrigin(const PlacedText& text, const PlacedGlyph& glyph) {
   const PlacedGlyph& first = text.glyphs.front();
-  const UnitPoint origin{WholeUnits(glyph.x - first.x, text.size), WholeUnits(glyph.y - first.y, text.size)};
+  return {WholeUnits(glyph.x - first.x, text.size), WholeUnits(glyph.y - first.y, text.size)};
+}
+
+void AppendGlyphOutline(const PlacedText& text, const PlacedGlyph& glyph, Outline& outline) {
+  const UnitPoint origin = GlyphOrigin(text, glyph);
   const std::size_t begin = outline.size();
   Font().AppendOutline(glyph.glyph, outline);
   for (std::size_t i = begin; i < outline.size(); ++i) {

@@ -1,5 +1,6 @@
 # Installs the built project and builds hosts against the result, each step a test of its own.
 #   cmake -DSTEP=... -DBUILD=... -DWORK=... -DVERSION=... [-DLAYOUT...] -P run.cmake
+# LABEL: hosts of the label library are built too, which has version LABEL_VERSION.
 # WORK/prefix is an installed tree; WORK/moved one that was installed into a staging folder for another prefix, then moved.
 cmake_minimum_required(VERSION 3.25)
 set(here ${CMAKE_CURRENT_LIST_DIR})
@@ -13,6 +14,7 @@ function(configure host name)
   file(REMOVE_RECURSE ${WORK}/${name})
   execute_process(
     COMMAND ${CMAKE_COMMAND} -G ${GENERATOR} -S ${here}/${host} -B ${WORK}/${name} -DVERSION=${VERSION}
+            -DLABEL=${LABEL} -DLABEL_VERSION=${LABEL_VERSION}
             -DCMAKE_C_COMPILER=${C_COMPILER} -DCMAKE_CXX_COMPILER=${CXX_COMPILER}
             -DCMAKE_C_COMPILER_LAUNCHER=${C_LAUNCHER} -DCMAKE_CXX_COMPILER_LAUNCHER=${CXX_LAUNCHER} ${ARGN}
     RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output ECHO_OUTPUT_VARIABLE ECHO_ERROR_VARIABLE)
@@ -27,6 +29,11 @@ function(build_and_run host name)
   endif()
   run(${CMAKE_COMMAND} --build ${WORK}/${name} --parallel 2)
   run(${WORK}/${name}/consumer)
+  if(EXISTS ${WORK}/${name}/consumer_label)
+    run(${WORK}/${name}/consumer_label)
+  elseif(LABEL)
+    message(FATAL_ERROR "There is no consumer of labels")
+  endif()
 endfunction()
 
 function(draw_with_installed_tool prefix)
@@ -38,18 +45,26 @@ function(draw_with_installed_tool prefix)
   endif()
 endfunction()
 
-function(use_pkg_config prefix)
+# The package's name and version, and the source of its consumer.
+function(use_package prefix package version consumer)
   set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
-  run(${PKG_CONFIG} --exact-version=${VERSION} barcode)
-  execute_process(COMMAND ${PKG_CONFIG} --cflags --libs barcode OUTPUT_VARIABLE flags COMMAND_ERROR_IS_FATAL ANY)
+  run(${PKG_CONFIG} --exact-version=${version} ${package})
+  execute_process(COMMAND ${PKG_CONFIG} --cflags --libs ${package} OUTPUT_VARIABLE flags COMMAND_ERROR_IS_FATAL ANY)
   string(FIND "${flags}" "${prefix}/" place)
   if(place EQUAL -1)
     message(FATAL_ERROR "The flags do not name ${prefix}: ${flags}")
   endif()
   separate_arguments(flags UNIX_COMMAND "${flags}")
   file(REMOVE ${WORK}/consumer)
-  run(${C_COMPILER} -DEXPECTED_VERSION="${VERSION}" ${here}/consumer.c -o ${WORK}/consumer ${flags})
+  run(${C_COMPILER} -DEXPECTED_VERSION="${version}" ${here}/${consumer} -o ${WORK}/consumer ${flags})
   run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${prefix}/${LIBDIR} ${WORK}/consumer)
+endfunction()
+
+function(use_pkg_config prefix)
+  use_package(${prefix} barcode ${VERSION} consumer.c)
+  if(LABEL)
+    use_package(${prefix} barcode-label ${LABEL_VERSION} consumer_label.c)
+  endif()
 endfunction()
 
 if(STEP STREQUAL "install")
@@ -80,6 +95,11 @@ elseif(STEP STREQUAL "subdirectory")
   file(GLOB_RECURSE installed RELATIVE ${WORK}/host ${WORK}/host/*)
   if(NOT installed STREQUAL "src/consumer.c")
     message(FATAL_ERROR "The host installs ${installed}")
+  endif()
+elseif(STEP STREQUAL "without_label")
+  configure(by_subdirectory without_label -DLIBRARY_SOURCE=${SOURCE} -DLABEL=OFF)
+  if(result)
+    message(FATAL_ERROR "The project was not configured without the label library")
   endif()
 else()
   message(FATAL_ERROR "No step ${STEP}")
