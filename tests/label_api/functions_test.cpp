@@ -126,6 +126,18 @@ TEST(LabelFunctions, AWarningIsAnErrorWhenItIsAskedFor) {
   EXPECT_EQ(MadeLabel(request).Outcome(), "delivered");
 }
 
+TEST(LabelFunctions, EveryWarningIsToldOnce) {
+  const MadeLabel label(
+      std::string_view(R"({"type":"gs1-128","text":"(02)04912345678904(37)5","caption":"\u65e5",
+                                             "foreground":"#fff","quiet_zone":1})"));
+  std::vector<std::string> codes;
+  for (const nlohmann::json& warning : label.Report()["warnings"]) {
+    codes.push_back(warning["code"]);
+  }
+  EXPECT_EQ(codes,
+            (std::vector<std::string>{"quiet_zone", "low_contrast", "gs1_association", "missing_glyph"}));
+}
+
 TEST(LabelFunctions, ABoxThatIsTooSmallIsToldWithOneThatWouldDo) {
   json request = {{"type", "code128"}, {"text", "ABC"}, {"width", 20}, {"height", 20}};
   const json needed = MadeLabel(request).Report()["error"]["needed"];
