@@ -127,11 +127,14 @@ TEST(LabelFunctions, AWarningIsAnErrorWhenItIsAskedFor) {
 }
 
 TEST(LabelFunctions, EveryWarningIsToldOnce) {
-  const MadeLabel label(
-      std::string_view(R"({"type":"gs1-128","text":"(02)04912345678904(37)5","caption":"\u65e5",
-                                             "foreground":"#fff","quiet_zone":1})"));
+  const json report = MadeLabel({{"type", "gs1-128"},
+                                 {"text", "(8020)ABC"},
+                                 {"caption", "\xE6\x97\xA5"},
+                                 {"foreground", "#eee"},
+                                 {"quiet_zone", 1}})
+                          .Report();
   std::vector<std::string> codes;
-  for (const nlohmann::json& warning : label.Report()["warnings"]) {
+  for (const json& warning : report["warnings"]) {
     codes.push_back(warning["code"]);
   }
   EXPECT_EQ(codes,
