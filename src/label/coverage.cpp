@@ -9,7 +9,7 @@ namespace barcode::label {
 namespace {
 
 // Curves become lines that are nowhere further from them, in dots.
-constexpr double kFlatness = 1.0 / 32;
+constexpr double kFlatness = 1.0 / 16;
 constexpr int kMostLines = 64;
 
 struct Point {

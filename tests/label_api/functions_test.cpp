@@ -37,7 +37,7 @@ TEST(LabelFunctions, ANullRequestIsAnEmptyOne) {
   }
   EXPECT_EQ(MadeLabel(std::string_view()).ReportText(), [] {
     BarcodeLabel* const label = barcode_label_make(nullptr, 0);
-    const std::string report = barcode_label_report(label);
+    std::string report = barcode_label_report(label);
     barcode_label_free(label);
     return report;
   }());

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
+#include <set>
 #include <string_view>
 
 namespace barcode::test {
@@ -69,6 +70,24 @@ void CheckReport(const ProofLabel& label, Faults& faults) {
   if (label.content.rows) {
     ExpectNumber(faults, "rows", *label.content.rows, NumberIn(modules, "rows"));
   }
+}
+
+// No label here is pale, light on dark or without room; those that no reader knows say so; nothing is said
+// twice.
+void CheckWarnings(const ProofLabel& label, Faults& faults) {
+  std::set<std::string> seen;
+  bool saysNoReader = false;
+  for (const Json& warning : label.made.report.value("warnings", Json::array())) {
+    const std::string code = warning.value("code", "");
+    Expect(faults, seen.insert(warning.dump()).second, "said twice: " + warning.dump());
+    Expect(faults, code != "low_contrast" && code != "light_on_dark" && code != "quiet_zone",
+           "a needless warning: " + warning.dump());
+    saysNoReader = saysNoReader || code == "no_reader";
+  }
+  const bool isUnknown = label.symbology == Symbology::kMatrix2of5 ||
+                         label.symbology == Symbology::kNec2of5 ||
+                         label.symbology == Symbology::kYubinCustomer;
+  Expect(faults, saysNoReader == isUnknown, "the warning no_reader is needless or missing");
 }
 
 struct Sides {
@@ -162,7 +181,8 @@ void CheckSvgSize(const ProofLabel& label, int width, int height, Faults& faults
   const int dpi = DpiOf(label);
   Expect(faults, written.ends_with("mm") == (dpi != 0), "unit of the SVG's width: " + written);
   const double wanted = dpi == 0 ? width : width * kMillimetresPerInch / dpi;
-  ExpectNear(faults, "width of the SVG", wanted, std::atof(written.c_str()), 0.001 * wanted + 0.002);
+  ExpectNear(faults, "width of the SVG", wanted, std::strtod(written.c_str(), nullptr),
+             0.001 * wanted + 0.002);
 }
 
 void CheckSize(const ProofLabel& label, Faults& faults) {
@@ -332,6 +352,7 @@ void CheckNothingOutside(const ProofLabel& label, Faults& faults) {
 std::vector<std::string> FaultsOf(const ProofLabel& label) {
   Faults faults;
   CheckReport(label, faults);
+  CheckWarnings(label, faults);
   CheckQuietZoneReport(label, faults);
   CheckSize(label, faults);
   if (faults.empty()) {
