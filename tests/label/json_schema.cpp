@@ -8,7 +8,6 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
-#include <stdexcept>
 #include <string>
 
 namespace barcode::test {
