@@ -126,6 +126,21 @@ TEST(LabelFunctions, AWarningIsAnErrorWhenItIsAskedFor) {
   EXPECT_EQ(MadeLabel(request).Outcome(), "delivered");
 }
 
+TEST(LabelFunctions, EveryWarningIsToldOnce) {
+  const json report = MadeLabel({{"type", "gs1-128"},
+                                 {"text", "(8020)ABC"},
+                                 {"caption", "\xE6\x97\xA5"},
+                                 {"foreground", "#eee"},
+                                 {"quiet_zone", 1}})
+                          .Report();
+  std::vector<std::string> codes;
+  for (const json& warning : report["warnings"]) {
+    codes.push_back(warning["code"]);
+  }
+  EXPECT_EQ(codes,
+            (std::vector<std::string>{"quiet_zone", "low_contrast", "gs1_association", "missing_glyph"}));
+}
+
 TEST(LabelFunctions, ABoxThatIsTooSmallIsToldWithOneThatWouldDo) {
   json request = {{"type", "code128"}, {"text", "ABC"}, {"width", 20}, {"height", 20}};
   const json needed = MadeLabel(request).Report()["error"]["needed"];
