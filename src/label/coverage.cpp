@@ -69,7 +69,8 @@ class Accumulator {
       const std::size_t begin = Index(row, 0);
       for (std::size_t i = begin; i < begin + static_cast<std::size_t>(m_width); ++i) {
         coverage += m_growth[i];
-        levels[i] = static_cast<std::uint8_t>(std::min(1.0, std::fabs(coverage)) * kFullCoverage + 0.5);
+        const auto halves = static_cast<unsigned>(std::min(1.0, std::fabs(coverage)) * (2 * kFullCoverage));
+        levels[i] = static_cast<std::uint8_t>((halves + 1) / 2);
       }
     }
     return levels;

@@ -36,10 +36,10 @@ std::string_view MediaType(Format format) {
   return "application/pdf";
 }
 
-std::vector<Warning> AllWarnings(const TypeInfo& type, const Request& request, const Symbol& symbol,
+// The composition has those of the symbol.
+std::vector<Warning> AllWarnings(const TypeInfo& type, const Request& request,
                                  const Composition& composition) {
   std::vector<Warning> warnings = PrintWarnings(type, request, composition);
-  warnings.insert(warnings.end(), symbol.warnings.begin(), symbol.warnings.end());
   warnings.insert(warnings.end(), composition.warnings.begin(), composition.warnings.end());
   return warnings;
 }
@@ -48,7 +48,7 @@ Label Deliver(const Request& request) {
   const TypeInfo& type = ValidateRequest(request);
   const Symbol symbol = EncodeSymbol(type.type, request);
   const Composition composition = Compose(type, request, symbol);
-  const std::vector<Warning> warnings = AllWarnings(type, request, symbol, composition);
+  const std::vector<Warning> warnings = AllWarnings(type, request, composition);
   if (request.strict == true && !warnings.empty()) {
     throw LabelError(warnings.front().code, "", warnings.front().message);
   }

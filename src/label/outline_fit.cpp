@@ -1,5 +1,6 @@
 #include "label/outline_fit.h"
 
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -12,7 +13,7 @@ namespace {
 constexpr double kLeastSine = 1e-9;
 
 // Where on each curve the fit is examined.
-constexpr double kParameters[] = {0.25, 0.5, 0.75, 1.0};
+constexpr std::array kParameters = {0.25, 0.5, 0.75, 1.0};
 
 ExactPoint operator-(const ExactPoint& a, const ExactPoint& b) {
   return {a.x - b.x, a.y - b.y};

@@ -30,8 +30,8 @@ constexpr int kMostReal = 32'767;
 // A scale is written as two that follow one another: that small one, and one with all its digits.
 constexpr double kSmallScale = 0.0001;
 
-// The library takes memory in blocks of this size, and gives all back at the end. By itself it loses objects,
-// and goes on with others that it has given back, when memory runs out.
+// The library takes memory in blocks of this size, and gives all back at the end. By itself, when memory runs
+// out, it loses objects and goes on with others that it has given back.
 constexpr HPDF_UINT kPool = 16'384;
 
 // By the rules of PDF a bar paints every dot that it touches, so that one whose edge is off by nothing but a

@@ -66,7 +66,8 @@ TEST(LabelCoverage, SlopesCoverTheirArea) {
                             {Kind::kLine, {0, 70}, {}},
                             {Kind::kLine, {0, 0}, {}}};
   const std::vector<std::uint8_t> levels = CoverageOf(triangle, {}, {0, 0, 40, 70});
-  EXPECT_NEAR(Sum(levels), kFullCoverage * 40 * 70 / 2, 0.01 * kFullCoverage * 40 * 70 / 2);
+  constexpr double kArea = 0.5 * 40 * 70 * kFullCoverage;
+  EXPECT_NEAR(Sum(levels), kArea, 0.01 * kArea);
   EXPECT_EQ(levels.front(), kFullCoverage);
   EXPECT_EQ(levels.back(), 0);
 }

@@ -138,7 +138,7 @@ TEST(LabelFont, LacksWhatItLacks) {
     EXPECT_EQ(Font().FindGlyph(character), std::nullopt) << static_cast<int>(character);
   }
   // Control characters, though the font maps some of them to glyphs without ink.
-  for (const char32_t character : {0x00, 0x0D, 0x1D, 0x7F, 0x80, 0x9F}) {
+  for (const char32_t character : {U'\0', U'\r', U'\x1D', U'\x7F', U'\x80', U'\x9F'}) {
     EXPECT_EQ(Font().FindGlyph(character), std::nullopt) << static_cast<int>(character);
   }
   EXPECT_EQ(Font().OrdinaryNumber(kPlaceholderGlyph), std::nullopt);

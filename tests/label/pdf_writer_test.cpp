@@ -30,6 +30,11 @@ std::string MediaBox(const Drawing& drawing) {
   return pdf.substr(begin, pdf.find(" ]", begin) - begin);
 }
 
+int PixelAt(const GreyImage& page, int x, int y) {
+  return page.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(page.width) +
+                     static_cast<std::size_t>(x)];
+}
+
 bool Has(const std::string& pdf, std::string_view text) {
   return pdf.find(text) != std::string::npos;
 }
@@ -106,7 +111,7 @@ TEST(LabelPdf, FarBarsStandOnTheirDots) {
   const GreyImage page = GreyOfPdfs({{WritePdf(drawing), drawing.width, drawing.height}}).front();
   ASSERT_EQ(page.width, drawing.width);
   for (const DotRect& rect : drawing.dark) {
-    const auto at = [&](int x) { return page.pixels[static_cast<std::size_t>(10 * page.width + x)]; };
+    const auto at = [&](int x) { return PixelAt(page, x, 10); };
     EXPECT_EQ(at(rect.x - 1), 255) << rect.x;
     EXPECT_EQ(at(rect.x), 0) << rect.x;
     EXPECT_EQ(at(rect.x + rect.width - 1), 0) << rect.x;
@@ -127,7 +132,7 @@ TEST(LabelPdf, LongTextStandsInItsPlace) {
   int rightmost = 0;
   for (int y = 0; y < page.height; ++y) {
     for (int x = 0; x < page.width; ++x) {
-      if (page.pixels[static_cast<std::size_t>(y * page.width + x)] < 200) {
+      if (PixelAt(page, x, y) < 200) {
         rightmost = std::max(rightmost, x);
       }
     }

@@ -50,6 +50,7 @@ Difference DifferenceOf(const GreyImage& a, const GreyImage& b) {
 // svg, pdf: what they may differ from the PNG.
 void ExpectTheSame(const std::vector<Drawing>& drawings, const Difference& svg, const Difference& pdf) {
   std::vector<PdfPage> pages;
+  pages.reserve(drawings.size());
   for (const Drawing& drawing : drawings) {
     pages.push_back({WritePdf(drawing), drawing.width, drawing.height});
   }
@@ -82,8 +83,10 @@ Drawing RandomPage(std::mt19937& random) {
 
 TEST(LabelSamePicture, RandomBars) {
   std::mt19937 random(5);
+  constexpr int kDrawings = 150;
   std::vector<Drawing> drawings;
-  for (int i = 0; i < 150; ++i) {
+  drawings.reserve(kDrawings);
+  for (int i = 0; i < kDrawings; ++i) {
     drawings.push_back(RandomPage(random));
   }
   ExpectEqual(drawings);

@@ -39,6 +39,10 @@ void AddColours(Json& fields, RandomText& random) {
 void AddCaption(Json& fields, RandomText& random) {
   constexpr std::array<std::string_view, 5> kCaptions = {"Lot 42 <\"A&B\">", "caf\xC3\xA9 1234567890", "x",
                                                          "]]> & '", "\xE6\xBC\xA2\xE5\xAD\x97 0123"};
+  if (Chance(random, 5)) {
+    fields["caption"] = random.Bytes(1, 20, 1, 127);
+    return;
+  }
   if (Chance(random, 50)) {
     fields["caption"] = kCaptions[static_cast<std::size_t>(random.Number(0, kCaptions.size() - 1))];
     return;
@@ -52,10 +56,10 @@ void AddText(const SymbologyInfo& info, Json& fields, RandomText& random) {
     AddCaption(fields, random);
   }
   if (Chance(random, 15)) {
-    fields["text_scale"] = random.Number(1, 12) / 4.0;
+    fields["text_scale"] = random.Number(1, Chance(random, 20) ? 32 : 12) / 4.0;
   }
   if (Chance(random, 10)) {
-    fields["text_gap"] = random.Number(1, 12) / 4.0;
+    fields["text_gap"] = random.Number(1, Chance(random, 20) ? 32 : 12) / 4.0;
   }
   if (!hasLine) {
     return;

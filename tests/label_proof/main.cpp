@@ -6,6 +6,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <cstdio>
 #include <exception>
 #include <fstream>
 #include <iostream>
@@ -76,6 +77,7 @@ class Results {
     if (all.drawn < m_options.labels) {
       return;
     }
+    all.CheckClaims(info);
     std::cout << LineOf(info, all) << '\n';
     for (const auto& [limit, labels] : all.limits) {
       std::cout << "  limit of " << limit << ": " << labels << '\n';
@@ -141,9 +143,7 @@ void Keep(const Options& options) {
   }
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Main(int argc, char** argv) {
   Options options;
   CLI::App app("Random labels of every type, read back by every independent reader that knows it");
   app.add_option("--labels", options.labels, "labels of each type")->capture_default_str();
@@ -164,4 +164,15 @@ int main(int argc, char** argv) {
   std::cout << "proof " << (holds ? "holds" : "FAILS") << " seconds=" << static_cast<int>(taken.count())
             << '\n';
   return holds ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Main(argc, argv);
+  } catch (const std::exception& error) {
+    (void)std::fprintf(stderr, "label_proof: %s\n", error.what());
+    return 2;
+  }
 }

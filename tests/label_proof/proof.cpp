@@ -4,8 +4,10 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <set>
 #include <sstream>
 
+#include "barcode_label.h"
 #include "label_proof/own_decoders.h"
 #include "label_proof/report_checks.h"
 
@@ -149,6 +151,10 @@ class Batch {
       if (label->number % kComparedEvery != 0) {
         continue;
       }
+      if (WithRequest(*label, label->request).made.data != label->made.data) {
+        ++m_count.unequal;
+        Fail(*label, "made again, it has other bytes");
+      }
       for (const PictureFormat format : {PictureFormat::kPng, PictureFormat::kSvg, PictureFormat::kPdf}) {
         if (format != label->format && (format != PictureFormat::kPdf || FitsPage(*label))) {
           others.push_back(WithFormat(*label, format));
@@ -173,6 +179,7 @@ class Batch {
   // The pictures that the reader is to see, by the words that it is asked with: as they are, and what it saw
   // nothing in enlarged.
   void Read(ReaderId reader) {
+    m_misreadAt1.clear();
     std::map<std::string, std::vector<const ProofLabel*>> byFormats;
     for (const ProofLabel* label : m_good) {
       const auto rule = RuleOf(reader, m_info.symbology, label->content);
@@ -196,6 +203,7 @@ class Batch {
   std::vector<const ProofLabel*> ReadAt(ReaderId reader, const std::vector<const ProofLabel*>& labels,
                                         int scale) {
     std::vector<GreyImage> images;
+    images.reserve(labels.size());
     for (const ProofLabel* label : labels) {
       images.push_back(scale == 1 ? label->picture : Enlarged(label->picture, scale));
     }
@@ -203,23 +211,42 @@ class Batch {
     const Readings readings = ReadAll(reader, m_info.symbology, *rule, images);
     std::vector<const ProofLabel*> unseen;
     for (std::size_t i = 0; i < labels.size(); ++i) {
-      if (readings[i]) {
-        Judge(reader, *labels[i], *readings[i], scale);
-      } else {
+      if (!readings[i]) {
         unseen.push_back(labels[i]);
+      } else if (scale == 1 && IsMisreadAt1(reader, *labels[i], *readings[i])) {
+        m_misreadAt1.insert(labels[i]);
+        unseen.push_back(labels[i]);
+      } else {
+        Judge(reader, *labels[i], *readings[i], scale);
       }
     }
     return unseen;
   }
 
-  void Judge(ReaderId reader, const ProofLabel& label, const Reading& reading, int scale) {
+  bool IsRight(ReaderId reader, const ProofLabel& label, const Reading& reading) const {
     const auto rule = RuleOf(reader, m_info.symbology, label.content);
-    const std::string expected = ExpectedData(reader, m_info.symbology, label.content);
-    const bool isAccepted = std::ranges::find(rule->accepted, reading.format) != rule->accepted.end();
-    if (isAccepted && reading.data == expected) {
-      Count(reader, scale == 1             ? Outcome::kRead
-                    : ModuleOf(label) == 1 ? Outcome::kReadEnlargedAt1
-                                           : Outcome::kReadEnlarged);
+    return std::ranges::find(rule->accepted, reading.format) != rule->accepted.end() &&
+           reading.data == ExpectedData(reader, m_info.symbology, label.content);
+  }
+
+  bool IsMisreadAt1(ReaderId reader, const ProofLabel& label, const Reading& reading) const {
+    return ModuleOf(label) == 1 && MisreadsSingleDots(reader, m_info.symbology) &&
+           !IsRight(reader, label, reading);
+  }
+
+  Outcome OutcomeAt(const ProofLabel& label, int scale) const {
+    if (m_misreadAt1.contains(&label)) {
+      return Outcome::kMisreadAt1;
+    }
+    if (scale == 1) {
+      return Outcome::kRead;
+    }
+    return ModuleOf(label) == 1 ? Outcome::kReadEnlargedAt1 : Outcome::kReadEnlarged;
+  }
+
+  void Judge(ReaderId reader, const ProofLabel& label, const Reading& reading, int scale) {
+    if (IsRight(reader, label, reading)) {
+      Count(reader, OutcomeAt(label, scale));
       return;
     }
     for (const ReaderLimit& limit : LimitsOf(reader, m_info.symbology, label.content, label.request)) {
@@ -230,7 +257,8 @@ class Batch {
     }
     Count(reader, Outcome::kWrong);
     Fail(label, "WRONG, " + std::string(NameOf(reader)) + " at " + std::to_string(scale) + "x reads " +
-                    reading.format + " " + Printable(reading.data) + " instead of " + Printable(expected));
+                    reading.format + " " + Printable(reading.data) + " instead of " +
+                    Printable(ExpectedData(reader, m_info.symbology, label.content)));
   }
 
   void Miss(ReaderId reader, const ProofLabel& label) {
@@ -270,12 +298,14 @@ class Batch {
 
   void CountLimit(ReaderId reader, const ReaderLimit& limit) {
     Count(reader, Outcome::kLimit);
+    m_count.ofContent[static_cast<std::size_t>(reader)] += limit.remedy == nullptr ? 1 : 0;
     ++m_count.limits[std::string(NameOf(reader)) + ": " + std::string(limit.reason)];
   }
 
   const SymbologyInfo& m_info;
   std::vector<ProofLabel> m_labels;
   std::vector<const ProofLabel*> m_good;
+  std::set<const ProofLabel*> m_misreadAt1;  // by the reader at work
   TypeCount m_count;
 };
 
@@ -296,10 +326,38 @@ void TypeCount::Add(const TypeCount& other) {
       readers[reader][outcome] += other.readers[reader][outcome];
     }
   }
+  for (std::size_t reader = 0; reader < kReaders; ++reader) {
+    ofContent[reader] += other.ofContent[reader];
+  }
   for (const auto& [limit, labels] : other.limits) {
     limits[limit] += labels;
   }
   failures.insert(failures.end(), other.failures.begin(), other.failures.end());
+}
+
+void TypeCount::CheckClaims(const SymbologyInfo& info) {
+  const Json types = Json::parse(barcode_label_types(), nullptr, false);
+  const auto type =
+      std::ranges::find_if(types, [&](const Json& each) { return each.value("name", "") == info.name; });
+  if (type == types.end()) {
+    failures.push_back("barcode_label_types() does not name the type");
+    return;
+  }
+  const Json claims = type->value("readers", Json::object());
+  constexpr std::array<const char*, 3> kFields = {"zxing", "zbar", "zxing_wasm"};
+  for (std::size_t i = 0; i < kFields.size(); ++i) {
+    const auto reader = static_cast<ReaderId>(i);
+    const std::string claim = claims.value(kFields[i], "");
+    const int unread = Of(reader, Outcome::kNotKnown) + ofContent[i];
+    const bool readsNone = unread == drawn - refused;
+    const char* const wanted = readsNone ? "no" : unread == 0 ? "yes" : "which texts or forms it reads";
+    const bool isWanted = readsNone ? claim == "no" : (claim != "no" && (claim == "yes") == (unread == 0));
+    // Few labels hold few of the texts that a reader does not read.
+    if (!isWanted && (drawn >= 200 || readsNone)) {
+      failures.push_back(std::string("barcode_label_types() says of ") + kFields[i] + " \"" + claim +
+                         "\" instead of " + wanted);
+    }
+  }
 }
 
 bool TypeCount::Holds() const {
@@ -321,6 +379,7 @@ std::string LineOf(const SymbologyInfo& info, const TypeCount& count) {
     line << ' ' << name << ".read=" << count.Of(reader, Outcome::kRead) << ' ' << name
          << ".enlarged1=" << count.Of(reader, Outcome::kReadEnlargedAt1) << ' ' << name
          << ".enlarged=" << count.Of(reader, Outcome::kReadEnlarged) << ' ' << name
+         << ".misread1=" << count.Of(reader, Outcome::kMisreadAt1) << ' ' << name
          << ".limit=" << count.Of(reader, Outcome::kLimit) << ' ' << name
          << ".unknown=" << count.Of(reader, Outcome::kNotKnown) << ' ' << name
          << ".missing=" << count.Of(reader, Outcome::kMissing) << ' ' << name

@@ -1,5 +1,6 @@
 #include "label_proof/proof_label.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -39,8 +40,11 @@ void Make(ProofLabel& label, bool escaped) {
   AddPicture(label);
 }
 
-int Enlarged(int size, int hundredths) {
-  return size + size * hundredths / 100;
+// The side of a box: of the smallest picture, enlarged, and of a page in PDF, 1/24 inch at least.
+int BoxSide(const Json& request, int smallest, int hundredths) {
+  const bool isPage = request.value("format", "") == "pdf";
+  const int page = isPage ? (request.value("dpi", 96) + 23) / 24 : 1;
+  return std::max(smallest + smallest * hundredths / 100, page);
 }
 
 // The smallest picture of the module becomes the box. Now and then the library is asked for it: a box that
@@ -74,8 +78,8 @@ bool UseBox(ProofLabel& label, const Look& look, RandomText& random) {
   }
   label.request.erase("module");
   label.request.erase("module_mm");
-  label.request["width"] = Enlarged(width, look.extraWidth);
-  label.request["height"] = Enlarged(height, look.extraHeight);
+  label.request["width"] = BoxSide(label.request, width, look.extraWidth);
+  label.request["height"] = BoxSide(label.request, height, look.extraHeight);
   return true;
 }
 

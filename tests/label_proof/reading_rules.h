@@ -42,4 +42,8 @@ struct ReaderLimit {
 std::vector<ReaderLimit> LimitsOf(ReaderId reader, Symbology symbology, const Content& content,
                                   const Json& request);
 
+// Whether the reader's lines are too coarse for one dot a module, so that it may even report something else.
+// Enlarged, the picture has to be read.
+bool MisreadsSingleDots(ReaderId reader, Symbology symbology);
+
 }  // namespace barcode::test
