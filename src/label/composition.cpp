@@ -105,6 +105,12 @@ class Composer {
       if (text.empty()) {
         continue;
       }
+      // No line that long fits a picture, and nobody waits for its measure.
+      if (text.size() > kMostTextBytes) {
+        m_tooLong = true;
+        m_lines.clear();
+        return;
+      }
       m_lines.emplace_back(m_font, text);
       m_texts.push_back(std::move(text));
     }
@@ -175,7 +181,7 @@ class Composer {
   }
 
   void WarnOfText(const Sizes& sizes) {
-    if (m_lines.empty()) {
+    if (m_lines.empty() && !m_tooLong) {
       return;
     }
     if (sizes.text.size == 0) {
@@ -254,10 +260,19 @@ class Composer {
       }
     }
     sizes.width = ModulesAcross() * sizes.module;
-    m_wantedSize = WantedSize(sizes.module, sizes.barHeight);
-    sizes.text = RoomFor(m_wantedSize, Gap(sizes.module, sizes.barHeight), sizes.module, sizes.width);
+    const std::int64_t height = TextBasis(sizes);
+    m_wantedSize = WantedSize(sizes.module, height);
+    sizes.text = RoomFor(m_wantedSize, Gap(sizes.module, height), sizes.module, sizes.width);
     sizes.height = Height(sizes);
     return sizes;
+  }
+
+  // The height of bars that the size of their text follows. Symbols that are high because they are wide, or
+  // of several rows, have the text of others.
+  std::int64_t TextBasis(const Sizes& sizes) const {
+    const bool given = m_request.height || m_request.heightMm;
+    return given || m_needs.guard != nullptr ? sizes.barHeight
+                                             : std::min(sizes.barHeight, kNaturalBarHeight * sizes.module);
   }
 
   std::int64_t Height(const Sizes& sizes) const {
@@ -293,11 +308,14 @@ class Composer {
     return TurnsAcross(m_request.rotate.value_or(Rotation::kNone)) ? Size{size.height, size.width} : size;
   }
 
-  // The largest module with which everything fits the box: first with the text at its size, then with the
-  // smallest text, then without.
+  // The largest module with which the symbol fits the box, and its text as large as it then can be. Where the
+  // text must not suffer, the module does.
   Sizes SizesInBox() {
     const Size box = Turned({*m_request.width, *m_request.height});
-    for (const TextFit fit : {TextFit::kWanted, TextFit::kSmallest, TextFit::kNone}) {
+    for (const TextFit fit : {TextFit::kWhole, TextFit::kSmaller, TextFit::kNone}) {
+      if (fit == TextFit::kWhole && !m_request.strict.value_or(false)) {
+        continue;
+      }
       for (std::int64_t module = box.width / ModulesAcross(); module > 0; --module) {
         const Sizes sizes = SizesAt(module, box, fit);
         if (sizes.barHeight > 0) {
@@ -306,13 +324,13 @@ class Composer {
       }
     }
     const Size needed = Turned(Outer(1, m_needs.OwnHeight() ? m_needs.rows : m_needs.leastHeight));
-    throw LabelError(ErrorCode::kTooSmall, "width",
+    throw LabelError(ErrorCode::kTooSmall, needed.width > *m_request.width ? "width" : "height",
                      Line("The symbol does not fit ", *m_request.width, " x ", *m_request.height,
                           " pixels; give it at least ", needed.width, " x ", needed.height, "."),
                      needed);
   }
 
-  enum class TextFit : std::uint8_t { kWanted, kSmallest, kNone };
+  enum class TextFit : std::uint8_t { kWhole, kSmaller, kNone };
 
   // The picture of the box with so large a module; without height of bars when it does not fit.
   Sizes SizesAt(std::int64_t module, Size box, TextFit fit) {
@@ -321,18 +339,32 @@ class Composer {
     sizes.width = box.width;
     sizes.height = box.height;
     m_wantedSize = WantedSize(module, box.height);
-    if (fit != TextFit::kNone) {
-      const bool wanted = fit == TextFit::kWanted;
-      sizes.text = RoomFor(wanted ? m_wantedSize : kSmallestTextSize, wanted ? Gap(module, box.height) : 1,
-                           module, sizes.width);
+    if (fit == TextFit::kNone || m_lines.empty()) {
+      sizes.barHeight = BarsInBox(sizes);
+      return sizes;
     }
-    const std::int64_t room = box.height - FootHeight(sizes.text, module) - QuietRows() * module;
-    if (m_needs.OwnHeight()) {
-      sizes.barHeight = room >= m_needs.rows * module ? m_needs.rows * module : 0;
-    } else {
-      sizes.barHeight = room >= m_needs.leastHeight * module ? room : 0;
+    const int smallest = fit == TextFit::kWhole ? m_wantedSize : kSmallestTextSize;
+    for (int size = m_wantedSize; size >= smallest && sizes.barHeight == 0; --size) {
+      const int gap = size == m_wantedSize ? Gap(module, box.height) : 1;
+      sizes.text = RoomFor(size, gap, module, sizes.width);
+      if (sizes.text.size == 0 || (fit == TextFit::kWhole && sizes.text.size < m_wantedSize)) {
+        return sizes;
+      }
+      size = sizes.text.size;
+      sizes.barHeight = BarsInBox(sizes);
     }
     return sizes;
+  }
+
+  // The height of the bars that the text leaves; 0 when it is too low.
+  std::int64_t BarsInBox(const Sizes& sizes) const {
+    const std::int64_t room =
+        sizes.height - FootHeight(sizes.text, sizes.module) - QuietRows() * sizes.module;
+    const std::int64_t least = (m_needs.OwnHeight() ? m_needs.rows : m_needs.leastHeight) * sizes.module;
+    if (room < least) {
+      return 0;
+    }
+    return m_needs.OwnHeight() ? least : room;
   }
 
   void RequireFewPixels(const Sizes& sizes) const {
@@ -541,6 +573,7 @@ class Composer {
   Needs m_needs;
   QuietZone m_quiet;
   bool m_stacked = false;
+  bool m_tooLong = false;  // more text than is looked at
   bool m_captioned = false;
   bool m_digits = false;  // of EAN and UPC, which stand in groups
   std::vector<TextLine> m_lines;

@@ -13,7 +13,6 @@ namespace {
 
 // Heights in modules.
 constexpr int kLeastBarHeight = 5;
-constexpr int kNaturalBarHeight = 30;
 constexpr double kNaturalHeightOfWidth = 0.15;
 constexpr int kGuardReach = 5;
 constexpr int kLongBarHeight = 6;

@@ -10,6 +10,9 @@
 
 namespace barcode::label {
 
+// Height in modules of bars for which neither request nor standard has one.
+inline constexpr int kNaturalBarHeight = 30;
+
 // What a symbol needs of its picture, in modules.
 struct Needs {
   std::int64_t columns = 0;

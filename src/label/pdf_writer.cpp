@@ -216,6 +216,11 @@ std::string BasicPlane(std::string_view title) {
   return text;
 }
 
+// Whatever version of the library wrote it: the same request makes the same bytes.
+void SetProducer(HPDF_Doc document) {
+  Check(HPDF_SetInfoAttr(document, HPDF_INFO_PRODUCER, "libbarcode"));
+}
+
 void SetTitle(HPDF_Doc document, std::string_view title) {
   if (title.empty()) {
     return;
@@ -242,6 +247,7 @@ std::string WritePdf(const Drawing& drawing) {
   const Document document(HPDF_NewEx(nullptr, nullptr, nullptr, kPool, nullptr));
   Require(document != nullptr);
   Check(HPDF_SetCompressionMode(document.get(), HPDF_COMP_ALL));
+  SetProducer(document.get());
   SetTitle(document.get(), drawing.title);
   HPDF_Page page = HPDF_AddPage(document.get());
   Require(page != nullptr);

@@ -16,6 +16,10 @@
 // A request's symbol, in modules.
 namespace barcode::label {
 
+// No valid text of any type has more bytes: what is longer is refused before it is looked at. It is also the
+// limit of the linear symbologies that have none of their own.
+inline constexpr std::size_t kMostTextBytes = 10'000;
+
 // One row of bars. Begins with a bar, of no modules where the symbol begins with a space.
 struct LinearSymbol {
   RunVector pattern;

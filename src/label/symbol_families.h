@@ -11,10 +11,6 @@
 // than kMostTextBytes. They throw LabelError, and what their encoders throw.
 namespace barcode::label {
 
-// No valid text of any type has more bytes: what is longer is refused before it is looked at. It is also the
-// limit of the linear symbologies that have none of their own.
-inline constexpr std::size_t kMostTextBytes = 10'000;
-
 // symbol_linear.cpp
 Symbol MakeCode39(const SymbolText& text, const Request& request);
 Symbol MakeCode93(const SymbolText& text);

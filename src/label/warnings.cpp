@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 
 #include "base/line.h"
 
@@ -108,6 +109,15 @@ void AddModuleWarning(const TypeInfo& type, int dpi, int module, std::vector<War
   }
 }
 
+void AddAdjustmentWarning(int adjust, int module, std::vector<Warning>& warnings) {
+  if (std::abs(adjust) >= module) {
+    warnings.push_back(
+        {ErrorCode::kSmallModule,
+         Line("A bar_adjust of ", adjust, " makes narrow and wide alike where a module is ", module,
+              module == 1 ? " pixel" : " pixels", "; ask for less, or for a larger module.")});
+  }
+}
+
 }  // namespace
 
 std::vector<Warning> PrintWarnings(const TypeInfo& type, const Request& request,
@@ -121,6 +131,7 @@ std::vector<Warning> PrintWarnings(const TypeInfo& type, const Request& request,
   if (request.dpi) {
     AddModuleWarning(type, *request.dpi, composition.module, warnings);
   }
+  AddAdjustmentWarning(request.barAdjust.value_or(0), composition.module, warnings);
   AddColourWarnings(type, composition.drawing, warnings);
   return warnings;
 }

@@ -304,10 +304,54 @@ TEST(Composition, LowBoxSetsTheTextSmaller) {
   request.height = 15;
   const Composition label = Compose(LinearType(), request, LinearOf("AB"));
   EXPECT_TRUE(Has(label, ErrorCode::kTextShrunk));
-  EXPECT_EQ(label.drawing.texts.at(0).size, 6);
+  EXPECT_EQ(label.drawing.texts.at(0).size, 7);
   EXPECT_GE(label.drawing.dark.front().height, 5);
   request.height = 6;
   EXPECT_TRUE(Has(Compose(LinearType(), request, LinearOf("AB")), ErrorCode::kTextLeftOut));
+}
+
+TEST(Composition, TextGivesWayToTheModuleInABoxButUnderStrictTheModuleDoes) {
+  Request request;
+  request.caption = "Hello";
+  request.width = 300;
+  request.height = 300;
+  const Composition label = Compose(MatrixType(), request, MatrixOf(21, 21, 1));
+  EXPECT_EQ(label.module, 10);  // 29 modules
+  EXPECT_TRUE(Has(label, ErrorCode::kTextShrunk));
+  ExpectInside(label.drawing);
+  request.strict = true;
+  const Composition strict = Compose(MatrixType(), request, MatrixOf(21, 21, 1));
+  EXPECT_EQ(strict.module, 9);
+  EXPECT_TRUE(strict.warnings.empty());
+  ExpectInside(strict.drawing);
+}
+
+TEST(Composition, BoxThatIsTooLowOrTooNarrowNamesTheSide) {
+  Request request = WithoutText();
+  request.width = 31;
+  request.height = 100;
+  EXPECT_EQ(Refusal(LinearType(), request, LinearOf("AB")).Field(), "width");
+  request.width = 32;
+  request.height = 4;
+  EXPECT_EQ(Refusal(LinearType(), request, LinearOf("AB")).Field(), "height");
+}
+
+TEST(Composition, HeightThatNobodyAskedForDoesNotEnlargeTheText) {
+  Symbol symbol = LinearOf("AB");
+  std::get<LinearSymbol>(symbol.modules).pattern = RunVector(999, 1);
+  Request request;
+  EXPECT_EQ(Compose(LinearType(), request, symbol).drawing.texts.at(0).size, 12);
+  request.height = 200;
+  EXPECT_EQ(Compose(LinearType(), request, symbol).drawing.texts.at(0).size, 40);
+}
+
+TEST(Composition, EndlessTextsAreLeftOutUnmeasured) {
+  Request request;
+  request.caption = std::string(kMostTextBytes + 1, 'i');
+  const Composition label = Compose(LinearType(), request, LinearOf("AB"));
+  EXPECT_TRUE(Has(label, ErrorCode::kTextLeftOut));
+  EXPECT_EQ(label.displayText, "");
+  EXPECT_EQ(label.drawing.height, 60);
 }
 
 TEST(Composition, RetailDigitsStandUnderTheirBarsAndBesideThem) {

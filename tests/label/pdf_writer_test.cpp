@@ -73,6 +73,7 @@ TEST(LabelPdf, TheFileIsTheSameEveryTime) {
   EXPECT_EQ(pdf, WritePdf(drawing));
   EXPECT_FALSE(Has(pdf, "Date"));
   EXPECT_FALSE(Has(pdf, "/ID"));
+  EXPECT_TRUE(Has(pdf, "/Producer (libbarcode)"));
   EXPECT_TRUE(pdf.starts_with("%PDF-1."));
   EXPECT_TRUE(Has(pdf, "%%EOF"));
 }

@@ -46,6 +46,18 @@ TEST(LabelWarnings, NoReader) {
             "No common scanner reads yubin; make sure that yours does.");
 }
 
+TEST(LabelWarnings, AdjustmentThatMakesBarsAlike) {
+  Sample label(Type::kCode39);
+  label.request.barAdjust = 3;
+  EXPECT_EQ(label.Codes(), "");
+  label.request.barAdjust = -4;
+  EXPECT_EQ(label.Message(),
+            "A bar_adjust of -4 makes narrow and wide alike where a module is 4 pixels; ask for less, or for a "
+            "larger module.");
+  label.request.barAdjust = 20;
+  EXPECT_EQ(label.Codes(), "small_module");
+}
+
 TEST(LabelWarnings, QuietZone) {
   Sample jan(Type::kJan13);
   jan.composition.quietZone.left = 10;
