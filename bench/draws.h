@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "barcode.h"
 
@@ -25,6 +26,9 @@ void DrawAndSvg(benchmark::State& state, const Drawing& drawing);
 
 // The encoder alone (IMG_SavePNG_RW), on the same pixels as the drawing's.
 void BarePng(benchmark::State& state, const Drawing& drawing);
+
+// The same on the pixels of a PNG file.
+void BarePng(benchmark::State& state, std::string_view png);
 
 // Registers "<name>/draw+PNG" and "<name>/draw+SVG".
 void RegisterDraws(const std::string& name, const Drawing& drawing);
