@@ -8,7 +8,7 @@
 
 namespace barcode::label {
 
-// A caller's text inside a message: its first bytes, in whole characters, with an ellipsis for the rest.
+// A caller's text, shortened: its first bytes, in whole characters, with an ellipsis for the rest.
 inline std::string Excerpt(std::string_view text) {
   constexpr std::size_t kLongest = 60;
   constexpr std::string_view kEllipsis = "\xE2\x80\xA6";
@@ -21,6 +21,20 @@ inline std::string Excerpt(std::string_view text) {
     length = next;
   }
   return std::string(text);
+}
+
+// The same inside a message. Control characters become U+FFFD: a zero byte would end the message, a line feed
+// its line.
+inline std::string ExcerptForMessage(std::string_view text) {
+  std::string excerpt;
+  for (const char character : Excerpt(text)) {
+    if (static_cast<unsigned char>(character) < ' ') {
+      AppendUtf8(excerpt, kReplacementCharacter);
+    } else {
+      excerpt += character;
+    }
+  }
+  return excerpt;
 }
 
 }  // namespace barcode::label

@@ -90,8 +90,8 @@ struct FieldInfo {
   double minimum = 0;  // of numbers
   double maximum = 0;
   std::span<const std::string_view> words = {};
-  std::string_view defaultJson = "";  // "": none, or the type's own
-  std::string_view meaning = "";      // one sentence
+  std::string_view defaultJson = {};  // "": none, or the type's own
+  std::string_view meaning = {};      // one sentence
 };
 
 inline constexpr std::string_view kTransparent = "transparent";

@@ -130,7 +130,7 @@ const TypeInfo& TypeOf(const Request& request) {
   const TypeInfo* const type = FindType(*request.type);
   if (type == nullptr) {
     throw LabelError(ErrorCode::kUnknownType, field.name,
-                     Line("There is no type \"", Excerpt(*request.type),
+                     Line("There is no type \"", ExcerptForMessage(*request.type),
                           "\"; barcode_label_types() lists the names of all."));
   }
   return *type;

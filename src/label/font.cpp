@@ -1,12 +1,16 @@
 #include "label/font.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <memory_resource>
 #include <span>
+#include <vector>
 
+#include "label/outline_fit.h"
 #include "text/embedded_font.h"
 
 // The font library, compiled here for this file alone. It takes its memory from the arena that a call brings:
@@ -25,6 +29,9 @@ namespace {
 // Room for the points of every glyph without an accent: 128 of them. More come from the heap.
 constexpr std::size_t kArenaSize = 128 * sizeof(stbtt_vertex);
 
+// Curves may be off by so much, in ems.
+constexpr double kTolerance = 1.25 / 256;
+
 // The placeholder in units, as wide and high as a capital letter.
 constexpr int kBoxAdvance = 64;
 constexpr int kBoxLeft = 7;
@@ -32,14 +39,110 @@ constexpr int kBoxRight = kBoxAdvance - kBoxLeft;
 constexpr int kBoxTop = 91;
 constexpr int kBoxStroke = 7;
 
-// Where the tables of the font stand; read once, never changed.
+constexpr char32_t kFirstOrdinary = 0x20;
+constexpr int kNoGlyph = 0;
+// Glyphs below this number are found in a table; the ordinary ones are.
+constexpr int kNumberedGlyphs = 512;
+// Pieces of all ordinary glyphs, with room to spare.
+constexpr std::size_t kOrdinaryPieces = 2048;
+constexpr int kNotKept = -1;
+
+// Where the tables of the font stand, and its ordinary glyphs: read once, never changed.
 struct Face {
   stbtt_fontinfo info = {};
   int unitsPerEm = 0;
   int ascent = 0;
   int descent = 0;
   int capHeight = 0;
+  std::array<std::int16_t, kOrdinaryGlyphs> glyphs = {};           // kNoGlyph where the font has none
+  std::array<std::int16_t, kNumberedGlyphs> ordinaryNumbers = {};  // of glyphs, or kNotKept
+  std::array<OutlinePiece, kOrdinaryPieces> pieces = {};
+  std::array<std::int16_t, kOrdinaryGlyphs + 1> pieceBegins = {};
 };
+
+// Coordinates of the font to the nearest unit, halves upwards.
+class Quantiser {
+ public:
+  explicit Quantiser(int unitsPerEm) : m_factor(static_cast<double>(kUnitsPerEm) / unitsPerEm) {}
+
+  UnitPoint At(const ExactPoint& point) const { return {Nearest(point.x), Nearest(point.y)}; }
+
+ private:
+  int Nearest(double coordinate) const {
+    const double value = coordinate * m_factor + 0.5;
+    const int whole = static_cast<int>(value);
+    return whole - (value < whole ? 1 : 0);
+  }
+
+  double m_factor;
+};
+
+ExactPoint PointAt(int x, int y) {
+  return {static_cast<double>(x), static_cast<double>(y)};
+}
+
+ExactPiece PieceOf(const stbtt_vertex& vertex) {
+  using Kind = OutlinePiece::Kind;
+  const Kind kind = vertex.type == STBTT_vmove   ? Kind::kMove
+                    : vertex.type == STBTT_vline ? Kind::kLine
+                                                 : Kind::kCurve;
+  return {.kind = kind, .to = PointAt(vertex.x, vertex.y), .control = PointAt(vertex.cx, vertex.cy)};
+}
+
+// Where one curve goes over into the next, a control point that mirrors the one before but for the rounding
+// is put just there: documents have a short form for that.
+void Smoothen(OutlinePiece& piece, const OutlinePiece& before) {
+  using Kind = OutlinePiece::Kind;
+  if (piece.kind != Kind::kCurve || before.kind != Kind::kCurve) {
+    return;
+  }
+  const UnitPoint mirrored{2 * before.to.x - before.control.x, 2 * before.to.y - before.control.y};
+  if (std::abs(mirrored.x - piece.control.x) <= 1 && std::abs(mirrored.y - piece.control.y) <= 1) {
+    piece.control = mirrored;
+  }
+}
+
+// Reads a glyph from the font.
+void DecodeGlyph(const Face& face, int glyph, Outline& outline) {
+  alignas(std::max_align_t) std::array<std::byte, kArenaSize> buffer;
+  std::pmr::monotonic_buffer_resource arena(buffer.data(), buffer.size(), std::pmr::new_delete_resource());
+  stbtt_fontinfo info = face.info;
+  info.userdata = &arena;
+  stbtt_vertex* vertices = nullptr;
+  const int count = stbtt_GetGlyphShape(&info, glyph, &vertices);
+  std::vector<ExactPiece> pieces;
+  pieces.reserve(static_cast<std::size_t>(count));
+  for (const stbtt_vertex& vertex : std::span(vertices, static_cast<std::size_t>(count))) {
+    pieces.push_back(PieceOf(vertex));
+  }
+  const Quantiser quantiser(face.unitsPerEm);
+  for (const ExactPiece& piece : WithFewerCurves(pieces, kTolerance * face.unitsPerEm)) {
+    OutlinePiece quantised{piece.kind, quantiser.At(piece.to), quantiser.At(piece.control)};
+    if (!outline.empty()) {
+      Smoothen(quantised, outline.back());
+    }
+    outline.push_back(quantised);
+  }
+}
+
+void ReadOrdinaryGlyphs(Face& face) {
+  face.ordinaryNumbers.fill(kNotKept);
+  Outline outline;
+  for (std::size_t i = 0; i < kOrdinaryGlyphs; ++i) {
+    const int glyph = stbtt_FindGlyphIndex(&face.info, static_cast<int>(kFirstOrdinary + i));
+    face.glyphs[i] = static_cast<std::int16_t>(glyph);
+    face.pieceBegins[i + 1] = face.pieceBegins[i];
+    const auto begin = static_cast<std::size_t>(face.pieceBegins[i]);
+    outline.clear();
+    DecodeGlyph(face, glyph, outline);
+    if (glyph == kNoGlyph || glyph >= kNumberedGlyphs || begin + outline.size() > kOrdinaryPieces) {
+      continue;
+    }
+    face.ordinaryNumbers[static_cast<std::size_t>(glyph)] = static_cast<std::int16_t>(i);
+    std::copy(outline.begin(), outline.end(), face.pieces.begin() + face.pieceBegins[i]);
+    face.pieceBegins[i + 1] = static_cast<std::int16_t>(begin + outline.size());
+  }
+}
 
 Face ReadFace() {
   Face face;
@@ -53,6 +156,7 @@ Face ReadFace() {
   int bottom = 0;
   int right = 0;
   stbtt_GetCodepointBox(&face.info, 'H', &left, &bottom, &right, &face.capHeight);
+  ReadOrdinaryGlyphs(face);
   return face;
 }
 
@@ -62,59 +166,14 @@ const Face& TheFace() {
 }
 
 double InUnits(int length) {
-  return static_cast<double>(length) * kUnitsPerEm / TheFace().unitsPerEm;
-}
-
-// Coordinates of the font to the nearest unit, halves upwards.
-class Quantiser {
- public:
-  explicit Quantiser(int unitsPerEm) : m_factor(static_cast<double>(kUnitsPerEm) / unitsPerEm) {}
-
-  UnitPoint At(int x, int y) const { return {Nearest(x), Nearest(y)}; }
-
- private:
-  int Nearest(int coordinate) const {
-    const double value = coordinate * m_factor + 0.5;
-    const int whole = static_cast<int>(value);
-    return whole - (value < whole ? 1 : 0);
-  }
-
-  double m_factor;
-};
-
-OutlinePiece PieceOf(const stbtt_vertex& vertex, const Quantiser& quantiser) {
-  const UnitPoint to = quantiser.At(vertex.x, vertex.y);
-  if (vertex.type == STBTT_vmove) {
-    return {.kind = OutlinePiece::Kind::kMove, .to = to, .control = {}, .smooth = false};
-  }
-  if (vertex.type == STBTT_vline) {
-    return {.kind = OutlinePiece::Kind::kLine, .to = to, .control = {}, .smooth = false};
-  }
-  return {.kind = OutlinePiece::Kind::kCurve,
-          .to = to,
-          .control = quantiser.At(vertex.cx, vertex.cy),
-          .smooth = false};
-}
-
-// The curves of a round contour go over into each other: a control point that stands where the one before is
-// mirrored, but for what is lost by rounding, is put just there.
-void Smoothen(OutlinePiece& piece, const OutlinePiece& before) {
-  using Kind = OutlinePiece::Kind;
-  if (piece.kind != Kind::kCurve || before.kind != Kind::kCurve) {
-    return;
-  }
-  const UnitPoint mirrored{2 * before.to.x - before.control.x, 2 * before.to.y - before.control.y};
-  piece.smooth = std::abs(mirrored.x - piece.control.x) <= 1 && std::abs(mirrored.y - piece.control.y) <= 1;
-  if (piece.smooth) {
-    piece.control = mirrored;
-  }
+  const Face& face = TheFace();
+  return static_cast<double>(length) * kUnitsPerEm / face.unitsPerEm;
 }
 
 void AppendContour(const std::array<UnitPoint, 4>& corners, Outline& outline) {
-  outline.push_back({.kind = OutlinePiece::Kind::kMove, .to = corners[0], .control = {}, .smooth = false});
+  outline.push_back({.kind = OutlinePiece::Kind::kMove, .to = corners[0], .control = {}});
   for (const std::size_t corner : {1U, 2U, 3U, 0U}) {
-    outline.push_back(
-        {.kind = OutlinePiece::Kind::kLine, .to = corners[corner], .control = {}, .smooth = false});
+    outline.push_back({.kind = OutlinePiece::Kind::kLine, .to = corners[corner], .control = {}});
   }
 }
 
@@ -139,11 +198,22 @@ bool IsControl(char32_t character) {
 }  // namespace
 
 std::optional<int> Font::FindGlyph(char32_t character) const {
-  if (IsControl(character)) {
+  const Face& face = TheFace();
+  int glyph = kNoGlyph;
+  if (character >= kFirstOrdinary && character < kFirstOrdinary + kOrdinaryGlyphs) {
+    glyph = face.glyphs[character - kFirstOrdinary];
+  } else if (!IsControl(character)) {
+    glyph = stbtt_FindGlyphIndex(&face.info, static_cast<int>(character));
+  }
+  return glyph == kNoGlyph ? std::nullopt : std::optional<int>(glyph);
+}
+
+std::optional<int> Font::OrdinaryNumber(int glyph) const {
+  if (glyph < 0 || glyph >= kNumberedGlyphs) {
     return std::nullopt;
   }
-  const int glyph = stbtt_FindGlyphIndex(&TheFace().info, static_cast<int>(character));
-  return glyph == 0 ? std::nullopt : std::optional<int>(glyph);
+  const int number = TheFace().ordinaryNumbers[static_cast<std::size_t>(glyph)];
+  return number == kNotKept ? std::nullopt : std::optional<int>(number);
 }
 
 double Font::Advance(int glyph) const {
@@ -179,21 +249,15 @@ void Font::AppendOutline(int glyph, Outline& outline) const {
     AppendPlaceholder(outline);
     return;
   }
-  alignas(std::max_align_t) std::array<std::byte, kArenaSize> buffer;
-  std::pmr::monotonic_buffer_resource arena(buffer.data(), buffer.size(), std::pmr::new_delete_resource());
   const Face& face = TheFace();
-  stbtt_fontinfo info = face.info;
-  info.userdata = &arena;
-  stbtt_vertex* vertices = nullptr;
-  const int count = stbtt_GetGlyphShape(&info, glyph, &vertices);
-  const Quantiser quantiser(face.unitsPerEm);
-  for (const stbtt_vertex& vertex : std::span(vertices, static_cast<std::size_t>(count))) {
-    OutlinePiece piece = PieceOf(vertex, quantiser);
-    if (!outline.empty()) {
-      Smoothen(piece, outline.back());
-    }
-    outline.push_back(piece);
+  const std::optional<int> number = OrdinaryNumber(glyph);
+  if (!number) {
+    DecodeGlyph(face, glyph, outline);
+    return;
   }
+  const auto slot = static_cast<std::size_t>(*number);
+  outline.insert(outline.end(), face.pieces.begin() + face.pieceBegins[slot],
+                 face.pieces.begin() + face.pieceBegins[slot + 1]);
 }
 
 }  // namespace barcode::label

@@ -6,8 +6,8 @@
 
 namespace barcode::label {
 
-// The outlines are quantised to this many units per em, the same for every writer: documents stay small, and
-// a unit of text three millimetres high is less than what a printer of 600 dots per inch resolves.
+// The outlines are quantised to this many units per em, the same for every writer, which keeps documents
+// small.
 inline constexpr int kUnitsPerEm = 128;
 
 struct UnitPoint {
@@ -24,8 +24,6 @@ struct OutlinePiece {
   Kind kind = Kind::kMove;
   UnitPoint to;
   UnitPoint control;
-  // The control point mirrors that of the curve before, which ends where this one begins.
-  bool smooth = false;
 
   bool operator==(const OutlinePiece&) const = default;
 };
@@ -35,12 +33,17 @@ using Outline = std::vector<OutlinePiece>;
 // The placeholder for characters that the font lacks: a hollow box.
 inline constexpr int kPlaceholderGlyph = -1;
 
+// Glyphs of the characters from U+0020 to U+007E, which nearly every text is made of: numbered for tables.
+inline constexpr int kOrdinaryGlyphs = 0x7F - 0x20;
+
 // The embedded font. Making one is cheap and keeps nothing; the functions change nothing and may be called on
 // any thread.
 class Font {
  public:
   // The glyph of a character; nothing when the font lacks it. Control characters have none.
   std::optional<int> FindGlyph(char32_t character) const;
+  // Which of the ordinary glyphs it is, from 0 on in the order of the characters; nothing for any other.
+  std::optional<int> OrdinaryNumber(int glyph) const;
   // In units of kUnitsPerEm (not rounded).
   double Advance(int glyph) const;
   // Of the face: above and below the base line, both positive.

@@ -109,9 +109,9 @@ class RequestBuilder {
   bool key(string_t& name) {
     m_field = FindField(name);
     if (m_field == nullptr) {
-      throw LabelError(
-          ErrorCode::kUnknownField, Excerpt(name),
-          Line("There is no field \"", Excerpt(name), "\"; barcode_label_types() lists those of each type."));
+      throw LabelError(ErrorCode::kUnknownField, Excerpt(name),
+                       Line("There is no field \"", ExcerptForMessage(name),
+                            "\"; barcode_label_types() lists those of each type."));
     }
     const auto index = static_cast<std::size_t>(m_field->id);
     if (m_seen.test(index)) {

@@ -27,7 +27,7 @@ void AppendEscaped(std::string& out, char c) {
       return;
     default: {
       constexpr std::string_view kHexadecimal = "0123456789abcdef";
-      const auto code = static_cast<unsigned>(c);
+      const auto code = static_cast<unsigned char>(c);
       AppendPieces(out, "\\u00", kHexadecimal[code >> 4U], kHexadecimal[code & 0xFU]);
     }
   }

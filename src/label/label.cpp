@@ -36,6 +36,7 @@ std::string_view MediaType(Format format) {
   return "application/pdf";
 }
 
+// The composition has those of the symbol.
 std::vector<Warning> AllWarnings(const TypeInfo& type, const Request& request,
                                  const Composition& composition) {
   std::vector<Warning> warnings = PrintWarnings(type, request, composition);

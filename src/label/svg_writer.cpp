@@ -1,19 +1,20 @@
 #include <algorithm>
 #include <array>
-#include <charconv>
+#include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <numeric>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "base/line.h"
 #include "base/number_format.h"
 #include "label/bar_shape.h"
-#include "label/font.h"
+#include "label/glyph_path.h"
+#include "label/path_data.h"
 #include "label/text_outline.h"
 #include "label/title.h"
 #include "label/writers.h"
@@ -22,78 +23,41 @@ namespace barcode::label {
 namespace {
 
 constexpr double kMillimetresPerInch = 25.4;
-// Significant digits: of sizes in millimetres, of places and of factors.
+// Significant digits of sizes in millimetres.
 constexpr int kSizeDigits = 8;
-constexpr int kPlaceDigits = 7;
+// Decimals of places in dots and of dots per unit.
+constexpr int kPlaceDecimals = 2;
+constexpr int kScaleDecimals = 6;
+constexpr int kAlphaDecimals = 4;
 
-// Bytes of a document beside its bars, of a bar in its path, and of a glyph.
+constexpr std::string_view kFill = "fill";
+constexpr std::string_view kStroke = "stroke";
+
+// Bytes of a document beside its bars and text, of a bar and of a glyph.
 constexpr std::size_t kFrameSize = 512;
-constexpr std::size_t kPieceSize = 12;
-constexpr std::size_t kGlyphSize = 256;
+constexpr std::size_t kBarSize = 10;
+constexpr std::size_t kGlyphSize = 120;
 
-// The data of a <path>, in whole numbers and without a character too many. It is complete in the document
-// when it has been finished.
-class PathData {
- public:
-  explicit PathData(std::string& out) : m_out(out) {}
-
-  // Throws std::bad_alloc, as all of these.
-  void Finish() {
-    m_out.append(m_buffer.data(), m_size);
-    m_size = 0;
+// A number with at most so many decimals, rounded, without zeros at its ends.
+void AppendDecimal(std::string& out, double value, int decimals) {
+  std::int64_t scale = 1;
+  for (int i = 0; i < decimals; ++i) {
+    scale *= 10;
   }
-
-  void Command(char command) {
-    Reserve(1);
-    m_buffer[m_size++] = command;
-    m_apart = true;
+  const std::int64_t scaled = std::llround(std::fabs(value) * static_cast<double>(scale));
+  if (value < 0 && scaled != 0) {
+    out += '-';
   }
-
-  void Number(int value) {
-    constexpr std::size_t kLongest = 12;
-    Reserve(kLongest);
-    if (!m_apart && value >= 0) {
-      m_buffer[m_size++] = ' ';
-    }
-    if (value >= 0 && value <= 9) {
-      m_buffer[m_size++] = static_cast<char>('0' + value);
-    } else {
-      char* const begin = m_buffer.data() + m_size;
-      m_size += static_cast<std::size_t>(std::to_chars(begin, begin + kLongest, value).ptr - begin);
-    }
-    m_apart = false;
+  if (scaled >= scale || scaled == 0) {
+    AppendInt(out, scaled / scale);
   }
-
-  // Path data that begins with a command and ends with a number; nothing of it may be all.
-  void Text(std::string_view data) {
-    Finish();
-    m_out += data;
-    m_apart = m_apart && data.empty();
-  }
-
-  // Half of a number.
-  void Half(int value) {
-    Number(value / 2);
-    if (value % 2 != 0) {
-      Reserve(2);
-      m_buffer[m_size++] = '.';
-      m_buffer[m_size++] = '5';
+  if (std::int64_t rest = scaled % scale; rest != 0) {
+    out += '.';
+    for (; rest != 0; rest = rest * 10 % scale) {
+      out += static_cast<char>('0' + rest * 10 / scale);
     }
   }
-
- private:
-  // Short pieces are gathered before they go to the document.
-  void Reserve(std::size_t size) {
-    if (m_size + size + 1 > m_buffer.size()) {
-      Finish();
-    }
-  }
-
-  std::string& m_out;
-  std::array<char, 256> m_buffer;
-  std::size_t m_size = 0;
-  bool m_apart = true;  // no digit stands before
-};
+}
 
 std::string ShortHex(const Colour& colour) {
   constexpr std::string_view kDigits = "0123456789abcdef";
@@ -112,13 +76,16 @@ std::string ShortHex(const Colour& colour) {
   return text;
 }
 
-// `property`: "fill" or "stroke".
-std::string Paint(std::string_view property, const Colour& colour) {
-  std::string attributes = Line(' ', property, "=\"", ShortHex(colour), '"');
-  if (colour.a != 255) {
-    AppendPieces(attributes, ' ', property, "-opacity=\"", General{colour.a / 255.0, 4}, '"');
+// `property`: "fill", which is black by itself, or "stroke".
+void AppendPaint(std::string& out, std::string_view property, const Colour& colour) {
+  if (property != kFill || ShortHex(colour) != "#000") {
+    AppendPieces(out, ' ', property, "=\"", ShortHex(colour), '"');
   }
-  return attributes;
+  if (colour.a != 255) {
+    AppendPieces(out, ' ', property, "-opacity=\"");
+    AppendDecimal(out, colour.a / 255.0, kAlphaDecimals);
+    out += '"';
+  }
 }
 
 void AppendEscaped(std::string& out, char32_t character) {
@@ -161,144 +128,185 @@ void AppendSize(std::string& out, std::string_view attribute, int dots, std::opt
   out += '"';
 }
 
-// The bars are written in modules: from the corner of the first one, in steps that divide every place and
-// size.
-class Grid {
+// A length that the bars are counted in. Divides by multiplying: there are many of them.
+class Step {
  public:
-  explicit Grid(const std::vector<DotRect>& rects) : m_x(rects.front().x), m_y(rects.front().y) {
-    for (const DotRect& rect : rects) {
-      Include(rect.x - m_x);
-      Include(rect.y - m_y);
-      Include(rect.width);
-      Include(rect.height);
-    }
-    if (m_step == 1) {
-      m_x = 0;
-      m_y = 0;
-    }
-  }
+  explicit Step(int dots) : m_dots(dots), m_inverse(1.0 / dots) {}
 
-  int X() const { return m_x; }
-  int Y() const { return m_y; }
-  int Step() const { return m_step; }
-
-  DotRect Of(const DotRect& rect) const {
-    return {Steps(rect.x - m_x), Steps(rect.y - m_y), Steps(rect.width), Steps(rect.height)};
+  int Dots() const { return m_dots; }
+  // To the nearest.
+  int Count(int length) const {
+    const double count = length * m_inverse;
+    return static_cast<int>(count + (count < 0 ? -0.5 : 0.5));
   }
+  bool Divides(int length) const { return Count(length) * m_dots == length; }
 
  private:
-  void Include(int length) {
-    if (m_step == 0 || Steps(length) * m_step != length) {
-      m_step = std::gcd(m_step, length);
-      m_steps = m_step == 0 ? 0.0 : 1.0 / m_step;
-    }
-  }
-
-  // Exact where the step divides the length, without a division for each.
-  int Steps(int length) const {
-    const double steps = length * m_steps;
-    return static_cast<int>(steps < 0 ? steps - 0.5 : steps + 0.5);
-  }
-
-  int m_x = 0;
-  int m_y = 0;
-  int m_step = 0;
-  double m_steps = 0;
+  int m_dots;
+  double m_inverse;
 };
 
-// Bars of one height are lines of that width, one run behind the other.
-void AppendLinesAcross(std::string& out, const std::vector<DotRect>& rects, const Grid& grid) {
-  PathData path(out);
+// The bars are written in modules: from the corner of the first one, in steps that divide every place and
+// size.
+struct Grid {
   int x = 0;
   int y = 0;
-  bool first = true;
-  for (const DotRect& dots : rects) {
-    const DotRect rect = grid.Of(dots);
-    if (first) {
-      path.Command('M');
-      path.Number(rect.x);
-      path.Half(2 * rect.y + rect.height);
-      first = false;
-    } else {
-      path.Command('m');
-      path.Number(rect.x - x);
-      path.Number(rect.y - y);
+  Step step{1};
+};
+
+Grid GridOf(const std::vector<DotRect>& rects) {
+  const DotRect& first = rects.front();
+  Step step(std::gcd(first.width, first.height));
+  const auto divide = [&step](int length) {
+    if (!step.Divides(length)) {
+      step = Step(std::gcd(step.Dots(), length));
     }
-    path.Command('h');
-    path.Number(rect.width);
-    x = rect.x + rect.width;
+  };
+  const DotRect* last = &first;
+  for (const DotRect& rect : rects) {
+    divide(rect.x - first.x);
+    divide(rect.width);
+    if (rect.y != last->y || rect.height != last->height) {
+      divide(rect.y - first.y);
+      divide(rect.height);
+      last = &rect;
+    }
+    if (step.Dots() == 1) {
+      return {};
+    }
+  }
+  return {first.x, first.y, step};
+}
+
+DotRect OnGrid(const DotRect& rect, const Grid& grid) {
+  return {grid.step.Count(rect.x - grid.x), grid.step.Count(rect.y - grid.y), grid.step.Count(rect.width),
+          grid.step.Count(rect.height)};
+}
+
+// Bars of one height are lines of that width, one run behind the other.
+void AppendLinesAcross(PathData& path, const std::vector<DotRect>& rects, const Grid& grid) {
+  const DotRect first = OnGrid(rects.front(), grid);
+  path.Command('M').Number(first.x).Half(2 * first.y + first.height).Command('h').Number(first.width);
+  int end = first.x + first.width;
+  int y = rects.front().y;
+  for (const DotRect& rect : std::span(rects).subspan(1)) {
+    const int x = grid.step.Count(rect.x - grid.x);
+    const int width = grid.step.Count(rect.width);
+    path.Command('m').Number(x - end).Number(rect.y == y ? 0 : grid.step.Count(rect.y - y));
+    path.Command('h').Number(width);
+    end = x + width;
     y = rect.y;
   }
-  path.Finish();
 }
 
-void AppendLinesDown(std::string& out, const std::vector<DotRect>& rects, const Grid& grid) {
-  PathData path(out);
-  int x = 0;
-  int y = 0;
-  bool first = true;
-  for (const DotRect& dots : rects) {
-    const DotRect rect = grid.Of(dots);
-    if (first) {
-      path.Command('M');
-      path.Half(2 * rect.x + rect.width);
-      path.Number(rect.y);
-      first = false;
-    } else {
-      path.Command('m');
-      path.Number(rect.x - x);
-      path.Number(rect.y - y);
-    }
-    path.Command('v');
-    path.Number(rect.height);
+void AppendLinesDown(PathData& path, const std::vector<DotRect>& rects, const Grid& grid) {
+  const DotRect first = OnGrid(rects.front(), grid);
+  path.Command('M').Half(2 * first.x + first.width).Number(first.y).Command('v').Number(first.height);
+  int end = first.y + first.height;
+  int x = rects.front().x;
+  for (const DotRect& rect : std::span(rects).subspan(1)) {
+    const int y = grid.step.Count(rect.y - grid.y);
+    const int height = grid.step.Count(rect.height);
+    path.Command('m').Number(rect.x == x ? 0 : grid.step.Count(rect.x - x)).Number(y - end);
+    path.Command('v').Number(height);
+    end = y + height;
     x = rect.x;
-    y = rect.y + rect.height;
   }
-  path.Finish();
 }
 
-// Bars of several heights: contours, without a close where the fill closes them. Bars that stand on one line
-// are one contour, which runs back to that line and along it to the next.
-void AppendAreas(std::string& out, const std::vector<DotRect>& rects, const Grid& grid) {
-  PathData path(out);
-  const bool upright = rects.size() < 2 || rects[0].y == rects[1].y;
-  const char along = upright ? 'h' : 'v';
-  const char across = upright ? 'v' : 'h';
-  UnitPoint pen;
-  for (std::size_t i = 0; i < rects.size(); ++i) {
-    const DotRect rect = grid.Of(rects[i]);
-    const int gap = upright ? rect.x - pen.x : rect.y - pen.y;
-    const bool aligned = upright ? rect.y == pen.y : rect.x == pen.x;
-    if (i > 0 && aligned) {
-      path.Command(along);
-      path.Number(gap);
-    } else {
-      path.Command('m');
-      path.Number(rect.x - pen.x);
-      path.Number(rect.y - pen.y);
+// One side of a rectangle.
+using Side = int (*)(const DotRect&);
+int Top(const DotRect& rect) {
+  return rect.y;
+}
+int Bottom(const DotRect& rect) {
+  return rect.y + rect.height;
+}
+int Left(const DotRect& rect) {
+  return rect.x;
+}
+int Right(const DotRect& rect) {
+  return rect.x + rect.width;
+}
+
+// Rectangles that stand on one line: a comb is drawn along it, with a tooth for each.
+struct Comb {
+  Side line;
+  Side tip;
+  char toTip;
+  Side begin;
+  Side end;
+  char along;
+};
+constexpr std::array<Comb, 4> kCombs = {{{Top, Bottom, 'V', Left, Right, 'h'},
+                                         {Bottom, Top, 'V', Left, Right, 'h'},
+                                         {Left, Right, 'H', Top, Bottom, 'v'},
+                                         {Right, Left, 'H', Top, Bottom, 'v'}}};
+
+const Comb* FindComb(const std::vector<DotRect>& rects) {
+  for (const Comb& comb : kCombs) {
+    const int line = comb.line(rects.front());
+    if (std::all_of(rects.begin(), rects.end(),
+                    [&](const DotRect& rect) { return comb.line(rect) == line; })) {
+      return &comb;
     }
-    const int length = upright ? rect.height : rect.width;
-    const int thickness = upright ? rect.width : rect.height;
-    path.Command(across);
-    path.Number(length);
-    path.Command(along);
-    path.Number(thickness);
-    path.Command(across);
-    path.Number(-length);
-    pen = upright ? UnitPoint{rect.x + thickness, rect.y} : UnitPoint{rect.x, rect.y + thickness};
   }
-  path.Finish();
+  return nullptr;
+}
+
+void AppendComb(PathData& path, const std::vector<DotRect>& rects, const Grid& grid, const Comb& comb) {
+  const DotRect first = OnGrid(rects.front(), grid);
+  const bool across = comb.along == 'h';
+  path.Command('M').Number(across ? comb.begin(first) : comb.line(first));
+  path.Number(across ? comb.line(first) : comb.begin(first));
+  int pen = comb.begin(first);
+  for (const DotRect& dots : rects) {
+    const DotRect rect = OnGrid(dots, grid);
+    if (&dots != &rects.front()) {
+      path.Command(comb.toTip).Number(comb.line(rect)).Command(comb.along).Number(comb.begin(rect) - pen);
+    }
+    path.Command(comb.toTip)
+        .Number(comb.tip(rect))
+        .Command(comb.along)
+        .Number(comb.end(rect) - comb.begin(rect));
+    pen = comb.end(rect);
+  }
+  path.Command(comb.toTip).Number(comb.line(first));
+}
+
+void AppendAreas(PathData& path, const std::vector<DotRect>& rects, const Grid& grid) {
+  UnitPoint pen;
+  for (const DotRect& dots : rects) {
+    const DotRect rect = OnGrid(dots, grid);
+    path.Command('m').Number(rect.x - pen.x).Number(rect.y - pen.y).Command('h').Number(rect.width);
+    path.Command('v').Number(rect.height).Command('h').Number(-rect.width).Command('z');
+    pen = {rect.x, rect.y};
+  }
+}
+
+void AppendBarData(std::string& out, const Bars& bars, const Grid& grid) {
+  PathData path(out);
+  if (bars.shape == BarShape::kOneHeight) {
+    AppendLinesAcross(path, bars.rects, grid);
+  } else if (bars.shape == BarShape::kOneWidth) {
+    AppendLinesDown(path, bars.rects, grid);
+  } else if (const Comb* const comb = FindComb(bars.rects); comb != nullptr) {
+    AppendComb(path, bars.rects, grid, *comb);
+  } else {
+    AppendAreas(path, bars.rects, grid);
+  }
+  path.Flush();
 }
 
 void AppendGrid(std::string& out, const Grid& grid) {
-  if (grid.Step() == 1) {
+  if (grid.step.Dots() == 1) {
     return;
   }
   out += " transform=\"";
-  if (grid.X() != 0 || grid.Y() != 0) {
-    AppendPieces(out, "translate(", grid.X(), ' ', grid.Y(), ')');
+  if (grid.x != 0 || grid.y != 0) {
+    AppendPieces(out, "translate(", grid.x, ' ', grid.y, ')');
   }
-  AppendPieces(out, "scale(", grid.Step(), ")\"");
+  AppendPieces(out, "scale(", grid.step.Dots(), ")\"");
 }
 
 void AppendBars(std::string& out, const Drawing& drawing) {
@@ -306,13 +314,12 @@ void AppendBars(std::string& out, const Drawing& drawing) {
     return;
   }
   const Bars bars = MergedBars(drawing.dark);
-  const Grid grid(bars.rects);
+  const Grid grid = GridOf(bars.rects);
   const bool lines = bars.shape != BarShape::kMixed;
-  out.reserve(out.size() + kFrameSize + bars.rects.size() * kPieceSize);
-  AppendPieces(out, "<path shape-rendering=\"crispEdges\"",
-               Paint(lines ? "stroke" : "fill", drawing.foreground));
+  out += "<path shape-rendering=\"crispEdges\"";
+  AppendPaint(out, lines ? kStroke : kFill, drawing.foreground);
   if (lines) {
-    const DotRect rect = grid.Of(bars.rects.front());
+    const DotRect rect = OnGrid(bars.rects.front(), grid);
     const int thickness = bars.shape == BarShape::kOneHeight ? rect.height : rect.width;
     if (thickness != 1) {
       AppendPieces(out, " stroke-width=\"", thickness, '"');
@@ -320,144 +327,75 @@ void AppendBars(std::string& out, const Drawing& drawing) {
   }
   AppendGrid(out, grid);
   out += " d=\"";
-  if (bars.shape == BarShape::kOneHeight) {
-    AppendLinesAcross(out, bars.rects, grid);
-  } else if (bars.shape == BarShape::kOneWidth) {
-    AppendLinesDown(out, bars.rects, grid);
-  } else {
-    AppendAreas(out, bars.rects, grid);
-  }
+  AppendBarData(out, bars, grid);
   out += "\"/>";
 }
 
-// Where a contour was left, for the moves from one point to the next.
-using Pen = UnitPoint;
-
-// Writes pieces of an outline from the pen on.
-void AppendOutline(PathData& path, std::span<const OutlinePiece> pieces, Pen& pen) {
-  for (const OutlinePiece& piece : pieces) {
-    const UnitPoint step{piece.to.x - pen.x, piece.to.y - pen.y};
-    switch (piece.kind) {
-      case OutlinePiece::Kind::kMove:
-        path.Command('m');
-        path.Number(step.x);
-        path.Number(step.y);
-        break;
-      case OutlinePiece::Kind::kLine:
-        if (step.x == 0 || step.y == 0) {
-          path.Command(step.y == 0 ? 'h' : 'v');
-          path.Number(step.x + step.y);
-        } else {
-          path.Command('l');
-          path.Number(step.x);
-          path.Number(step.y);
-        }
-        break;
-      case OutlinePiece::Kind::kCurve:
-        path.Command(piece.smooth ? 't' : 'q');
-        if (!piece.smooth) {
-          path.Number(piece.control.x - pen.x);
-          path.Number(piece.control.y - pen.y);
-        }
-        path.Number(step.x);
-        path.Number(step.y);
-        break;
-    }
-    pen = piece.to;
+// Letters of the turn that a text makes.
+std::string_view Rotate(Rotation rotation) {
+  switch (rotation) {
+    case Rotation::kQuarter:
+      return "rotate(90)";
+    case Rotation::kHalf:
+      return "rotate(180)";
+    case Rotation::kThreeQuarters:
+      return "rotate(270)";
+    default:
+      return "";
   }
-}
-
-// A glyph of an upright text whose origin is (0, 0): where its first contour begins, the path from there on,
-// and where that ends.
-struct GlyphPath {
-  UnitPoint start;
-  std::string rest;
-  UnitPoint end;
-};
-
-// The paths of printable ASCII, of which most texts consist, by glyph. They are the same at every size.
-using GlyphPaths = std::vector<std::optional<GlyphPath>>;
-
-GlyphPaths MakeGlyphPaths() {
-  GlyphPaths paths;
-  const Font font;
-  for (char32_t character = '!'; character <= '~'; ++character) {
-    const std::optional<int> glyph = font.FindGlyph(character);
-    if (!glyph) {
-      continue;
-    }
-    PlacedText text;
-    text.size = kUnitsPerEm;
-    text.glyphs.push_back({.glyph = *glyph});
-    const Outline outline = OutlineOf(text);
-    GlyphPath entry{.start = outline.front().to, .rest = {}, .end = outline.front().to};
-    PathData path(entry.rest);
-    AppendOutline(path, std::span(outline).subspan(1), entry.end);
-    path.Finish();
-    const auto index = static_cast<std::size_t>(*glyph);
-    paths.resize(std::max(paths.size(), index + 1));
-    paths[index] = std::move(entry);
-  }
-  return paths;
-}
-
-// Null for any other glyph.
-const GlyphPath* FindGlyphPath(int glyph) {
-  static const GlyphPaths paths = MakeGlyphPaths();
-  const auto index = static_cast<std::size_t>(glyph);
-  return glyph >= 0 && index < paths.size() && paths[index] ? &*paths[index] : nullptr;
-}
-
-void AppendGlyph(PathData& path, const PlacedText& text, const PlacedGlyph& glyph, Pen& pen) {
-  const GlyphPath* const known = text.rotation == Rotation::kNone ? FindGlyphPath(glyph.glyph) : nullptr;
-  if (known == nullptr) {
-    Outline outline;
-    AppendGlyphOutline(text, glyph, outline);
-    AppendOutline(path, outline, pen);
-    return;
-  }
-  const UnitPoint origin = GlyphOrigin(text, glyph);
-  path.Command('m');
-  path.Number(origin.x + known->start.x - pen.x);
-  path.Number(origin.y + known->start.y - pen.y);
-  path.Text(known->rest);
-  pen = {origin.x + known->end.x, origin.y + known->end.y};
 }
 
 void AppendText(std::string& out, const PlacedText& text, const Colour& colour) {
-  if (text.glyphs.empty()) {
+  const std::size_t begin = out.size();
+  out += "<path";
+  AppendPaint(out, kFill, colour);
+  const PlacedGlyph& first = text.glyphs.front();
+  out += " transform=\"translate(";
+  AppendDecimal(out, first.x, kPlaceDecimals);
+  out += ' ';
+  AppendDecimal(out, first.y, kPlaceDecimals);
+  AppendPieces(out, ')', Rotate(text.rotation), "scale(");
+  AppendDecimal(out, text.size / kUnitsPerEm, kScaleDecimals);
+  out += ")\" d=\"";
+  const std::size_t empty = out.size();
+  GlyphPen pen(out);
+  for (const PlacedGlyph& glyph : text.glyphs) {
+    pen.Draw(glyph.glyph, OffsetInUnits(text, glyph));
+  }
+  if (out.size() == empty) {
+    out.resize(begin);  // nothing but spaces
     return;
   }
-  out.reserve(out.size() + kFrameSize + text.glyphs.size() * kGlyphSize);
-  const PlacedGlyph& first = text.glyphs.front();
-  AppendPieces(out, "<path", Paint("fill", colour), " transform=\"translate(", General{first.x, kPlaceDigits},
-               ' ', General{first.y, kPlaceDigits}, ")scale(", General{text.size / kUnitsPerEm, kPlaceDigits},
-               ")\" d=\"");
-  PathData path(out);
-  Pen pen;
-  for (const PlacedGlyph& glyph : text.glyphs) {
-    AppendGlyph(path, text, glyph, pen);
-  }
-  path.Finish();
   out += "\"/>";
+}
+
+std::size_t LikelySize(const Drawing& drawing) {
+  std::size_t size = kFrameSize + drawing.title.size() + drawing.dark.size() * kBarSize;
+  for (const PlacedText& text : drawing.texts) {
+    size += text.glyphs.size() * kGlyphSize;
+  }
+  return size;
 }
 
 }  // namespace
 
 std::string WriteSvg(const Drawing& drawing) {
   std::string out = "<svg xmlns=\"http://www.w3.org/2000/svg\"";
-  out.reserve(kFrameSize + drawing.title.size());
+  out.reserve(LikelySize(drawing));
   AppendSize(out, "width", drawing.width, drawing.dpi);
   AppendSize(out, "height", drawing.height, drawing.dpi);
   AppendPieces(out, " viewBox=\"0 0 ", drawing.width, ' ', drawing.height, "\" role=\"img\">");
   AppendTitle(out, drawing.title);
   if (drawing.background.a != 0) {
-    AppendPieces(out, "<path", Paint("fill", drawing.background), " d=\"M0 0h", drawing.width, 'v',
-                 drawing.height, "H0z\"/>");
+    out += "<path";
+    AppendPaint(out, kFill, drawing.background);
+    AppendPieces(out, " d=\"M0 0h", drawing.width, 'v', drawing.height, "H0\"/>");
   }
   AppendBars(out, drawing);
   for (const PlacedText& text : drawing.texts) {
-    AppendText(out, text, drawing.foreground);
+    if (!text.glyphs.empty()) {
+      AppendText(out, text, drawing.foreground);
+    }
   }
   out += "</svg>\n";
   return out;

@@ -6,17 +6,28 @@
 namespace barcode::label {
 namespace {
 
-// From a text that runs to the right, y upwards.
+// Between a text that runs to the right and a turned one; y downwards.
 UnitPoint Turned(const UnitPoint& point, Rotation rotation) {
   switch (rotation) {
     case Rotation::kQuarter:
-      return {point.y, point.x};
+      return {-point.y, point.x};
     case Rotation::kHalf:
-      return {-point.x, point.y};
+      return {-point.x, -point.y};
     case Rotation::kThreeQuarters:
-      return {-point.y, -point.x};
+      return {point.y, -point.x};
     default:
-      return {point.x, -point.y};
+      return point;
+  }
+}
+
+Rotation Back(Rotation rotation) {
+  switch (rotation) {
+    case Rotation::kQuarter:
+      return Rotation::kThreeQuarters;
+    case Rotation::kThreeQuarters:
+      return Rotation::kQuarter;
+    default:
+      return rotation;
   }
 }
 
@@ -24,26 +35,27 @@ int WholeUnits(double dots, double size) {
   return static_cast<int>(std::lround(dots * kUnitsPerEm / size));
 }
 
-UnitPoint Placed(const UnitPoint& point, Rotation rotation, const UnitPoint& origin) {
-  const UnitPoint turned = Turned(point, rotation);
-  return {origin.x + turned.x, origin.y + turned.y};
+// A point of a glyph, y upwards.
+UnitPoint Placed(const UnitPoint& point, Rotation rotation, const UnitPoint& offset) {
+  return Turned({offset.x + point.x, offset.y - point.y}, rotation);
 }
 
 }  // namespace
 
-UnitPoint GlyphOrigin(const PlacedText& text, const PlacedGlyph& glyph) {
+UnitPoint OffsetInUnits(const PlacedText& text, const PlacedGlyph& glyph) {
   const PlacedGlyph& first = text.glyphs.front();
-  return {WholeUnits(glyph.x - first.x, text.size), WholeUnits(glyph.y - first.y, text.size)};
+  return Turned({WholeUnits(glyph.x - first.x, text.size), WholeUnits(glyph.y - first.y, text.size)},
+                Back(text.rotation));
 }
 
 void AppendGlyphOutline(const PlacedText& text, const PlacedGlyph& glyph, Outline& outline) {
-  const UnitPoint origin = GlyphOrigin(text, glyph);
+  const UnitPoint offset = OffsetInUnits(text, glyph);
   const std::size_t begin = outline.size();
   Font().AppendOutline(glyph.glyph, outline);
   for (std::size_t i = begin; i < outline.size(); ++i) {
     OutlinePiece& piece = outline[i];
-    piece.to = Placed(piece.to, text.rotation, origin);
-    piece.control = Placed(piece.control, text.rotation, origin);
+    piece.to = Placed(piece.to, text.rotation, offset);
+    piece.control = Placed(piece.control, text.rotation, offset);
   }
 }
 

@@ -7,8 +7,8 @@
 // glyph, turned as the text is, y downwards. The glyphs stand on whole units.
 namespace barcode::label {
 
-// The origin of one of the text's glyphs.
-UnitPoint GlyphOrigin(const PlacedText& text, const PlacedGlyph& glyph);
+// Where one of the text's glyphs stands, before the turn.
+UnitPoint OffsetInUnits(const PlacedText& text, const PlacedGlyph& glyph);
 
 // Appends one of the text's glyphs. Throws std::bad_alloc, as all of these.
 void AppendGlyphOutline(const PlacedText& text, const PlacedGlyph& glyph, Outline& outline);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "base/utf8.h"
 
@@ -15,27 +16,6 @@ double Quartered(double position) {
   return std::round(position * 4.0) / 4.0;
 }
 
-struct Extent {
-  double top = 0;
-  double bottom = 0;
-};
-
-// How far an outline reaches above and below the base line.
-Extent ExtentOf(const Outline& outline) {
-  Extent extent;
-  const auto include = [&extent](const UnitPoint& point) {
-    extent.top = std::max<double>(extent.top, point.y);
-    extent.bottom = std::max<double>(extent.bottom, -point.y);
-  };
-  for (const OutlinePiece& piece : outline) {
-    include(piece.to);
-    if (piece.kind == OutlinePiece::Kind::kCurve) {
-      include(piece.control);
-    }
-  }
-  return extent;
-}
-
 // The largest whole size, up to `wanted`, at which so many units are at most `width` dots wide.
 int LargestSizeOf(double units, double width, int wanted) {
   if (units * wanted <= width * kUnitsPerEm) {
@@ -45,6 +25,30 @@ int LargestSizeOf(double units, double width, int wanted) {
 }
 
 }  // namespace
+
+// How far an outline reaches from its origin.
+struct TextLine::Ink {
+  double left = 0;  // to either side, negative to the left
+  double right = 0;
+  double top = 0;
+  double bottom = 0;
+
+  explicit Ink(const Outline& outline) {
+    for (const OutlinePiece& piece : outline) {
+      Include(piece.to);
+      if (piece.kind == OutlinePiece::Kind::kCurve) {
+        Include(piece.control);
+      }
+    }
+  }
+
+  void Include(const UnitPoint& point) {
+    left = std::min<double>(left, point.x);
+    right = std::max<double>(right, point.x);
+    top = std::max<double>(top, point.y);
+    bottom = std::max<double>(bottom, -point.y);
+  }
+};
 
 TextLine::TextLine(const Font& font, std::string_view text)
     : m_ascent(font.Ascent()), m_descent(font.Descent()) {
@@ -57,14 +61,34 @@ TextLine::TextLine(const Font& font, std::string_view text)
     }
     m_glyphs.push_back(glyph.value_or(kPlaceholderGlyph));
     m_advances.push_back(font.Advance(m_glyphs.back()));
+    // Accents may reach beyond the lines of the face, and marks that follow no letter beyond the line's ends.
+    const bool isBeyondAscii = character >= kFirstBeyondAscii;
+    if (isBeyondAscii || m_width == 0) {
+      const Ink ink(font.GlyphOutline(m_glyphs.back()));
+      IncludeInk(ink, m_width);
+      m_ascent = isBeyondAscii ? std::max(m_ascent, ink.top) : m_ascent;
+      m_descent = isBeyondAscii ? std::max(m_descent, ink.bottom) : m_descent;
+    }
     m_width += m_advances.back();
     m_widest = std::max(m_widest, m_advances.back());
-    if (character >= kFirstBeyondAscii) {  // accents may reach beyond the lines of the face
-      const Extent extent = ExtentOf(font.GlyphOutline(m_glyphs.back()));
-      m_ascent = std::max(m_ascent, extent.top);
-      m_descent = std::max(m_descent, extent.bottom);
-    }
   });
+  IncludeEnd(font);
+}
+
+void TextLine::IncludeInk(const Ink& ink, double pen) {
+  m_inkLeft = std::min(m_inkLeft, pen + ink.left);
+  m_inkRight = std::max(m_inkRight, pen + ink.right);
+}
+
+// The last character that takes room, which others may stand on.
+void TextLine::IncludeEnd(const Font& font) {
+  const auto last =
+      std::find_if(m_advances.rbegin(), m_advances.rend(), [](double advance) { return advance > 0; });
+  if (last != m_advances.rend()) {
+    const auto index = m_advances.rend() - last - 1;
+    IncludeInk(Ink(font.GlyphOutline(m_glyphs[static_cast<std::size_t>(index)])), m_width - *last);
+  }
+  m_inkRight = std::max(m_inkRight, m_width);
 }
 
 int TextLine::Ascent(int size) const {
@@ -76,7 +100,7 @@ int TextLine::Descent(int size) const {
 }
 
 int TextLine::LargestSize(double width, int wanted) const {
-  return LargestSizeOf(m_width, width, wanted);
+  return LargestSizeOf(InkWidth(), width, wanted);
 }
 
 int TextLine::LargestCellSize(double width, int wanted) const {
@@ -87,7 +111,7 @@ PlacedText TextLine::SetAt(double x, double baseLine, int size) const {
   PlacedText placed;
   placed.size = size;
   placed.glyphs.reserve(m_glyphs.size());
-  double pen = x;
+  double pen = x - m_inkLeft * size / kUnitsPerEm;
   for (std::size_t i = 0; i < m_glyphs.size(); ++i) {
     placed.glyphs.push_back({m_glyphs[i], Quartered(pen), baseLine});
     pen += m_advances[i] * size / kUnitsPerEm;

@@ -30,7 +30,8 @@ class TextLine {
   // The first characters without a glyph, each once, in their order.
   const std::u32string& Missing() const { return m_missing; }
 
-  double Width(double size) const { return m_width * size / kUnitsPerEm; }
+  // Ink that leans out at the ends is part of the line.
+  double Width(double size) const { return InkWidth() * size / kUnitsPerEm; }
   double WidestAdvance(double size) const { return m_widest * size / kUnitsPerEm; }
   // Whole dots above and below the base line that hold every character.
   int Ascent(int size) const;
@@ -40,15 +41,23 @@ class TextLine {
   // The same for each character by itself in a cell.
   int LargestCellSize(double width, int wanted) const;
 
-  // The line in one piece with its left end at x, or one character around each centre.
+  // The line in one piece with the left end of its width at x, or one character around each centre.
   PlacedText SetAt(double x, double baseLine, int size) const;
   PlacedText SetAround(const std::vector<double>& centres, double baseLine, int size) const;
 
  private:
+  struct Ink;
+
+  void IncludeInk(const Ink& ink, double pen);
+  void IncludeEnd(const Font& font);
+  double InkWidth() const { return m_inkRight - m_inkLeft; }
+
   std::vector<int> m_glyphs;
   std::vector<double> m_advances;  // units
   std::u32string m_missing;
-  double m_width = 0;
+  double m_width = 0;     // of the advances
+  double m_inkLeft = 0;   // 0, or less where ink leans out
+  double m_inkRight = 0;  // m_width, or more
   double m_widest = 0;
   double m_ascent = 0;
   double m_descent = 0;

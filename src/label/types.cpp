@@ -183,7 +183,9 @@ constexpr auto kTypes = std::to_array<TypeInfo>({
      .smallestModuleMm = kSmallestGeneral,
      .standardHeight = kByWidth,
      .anyReader = true,
-     .readers = {.zxing = "Six digits or more.", .zbar = "Six digits or more.", .zxingWasm = "yes"}},
+     .readers = {.zxing = "Six digits or more.",
+                 .zbar = "Six digits or more.",
+                 .zxingWasm = "Four digits or more."}},
     {.type = Type::kDataBar14,
      .name = "databar",
      .title = "GS1 DataBar Omnidirectional",
@@ -195,7 +197,7 @@ constexpr auto kTypes = std::to_array<TypeInfo>({
      .smallestModuleMm = kSmallestGs1,
      .standardHeight = kByWidth,
      .anyReader = true,
-     .readers = {.zxing = "Not the stacked forms: version 1.4 aborts on them.",
+     .readers = {.zxing = "Not the stacked forms, on which version 1.4 aborts.",
                  .zbar = "yes",
                  .zxingWasm = "yes"}},
     {.type = Type::kDataBarLimited,
@@ -221,10 +223,11 @@ constexpr auto kTypes = std::to_array<TypeInfo>({
      .smallestModuleMm = kSmallestGs1,
      .standardHeight = kByWidth,
      .anyReader = true,
-     .readers = {.zxing = "Not the stacked form, on which version 1.4 aborts, not a GTIN alone and not the "
-                          "newest identifiers.",
-                 .zbar = "Part of the stacked symbols only; digits behind an FNC1 are misread.",
-                 .zxingWasm = "yes"}},
+     .readers =
+         {.zxing = "Not the stacked form, on which version 1.4 aborts; not a GTIN alone, and not application "
+                   "identifiers that are younger than the reader.",
+          .zbar = "Part of the stacked symbols only; what stands behind an FNC1 is misread.",
+          .zxingWasm = "yes"}},
     {.type = Type::kYubinCustomer,
      .name = "yubin",
      .title = "Japanese postal customer barcode",
@@ -260,7 +263,9 @@ constexpr auto kTypes = std::to_array<TypeInfo>({
      .smallestModuleMm = kSmallestMatrix,
      .standardHeight = kByWidth,
      .anyReader = true,
-     .readers = {.zxing = "yes", .zbar = "no", .zxingWasm = "yes"}},
+     .readers = {.zxing = "Not small symbols away from the middle of the picture.",
+                 .zbar = "no",
+                 .zxingWasm = "yes"}},
     {.type = Type::kPdf417,
      .name = "pdf417",
      .title = "PDF417",
@@ -272,7 +277,7 @@ constexpr auto kTypes = std::to_array<TypeInfo>({
      .smallestModuleMm = kSmallestGeneral,
      .standardHeight = kByWidth,
      .anyReader = true,
-     .readers = {.zxing = "yes", .zbar = "no", .zxingWasm = "yes"}},
+     .readers = {.zxing = "Not all symbols that are turned.", .zbar = "no", .zxingWasm = "yes"}},
 });
 
 constexpr bool TypesAreIndices() {

@@ -1,11 +1,12 @@
 #include "label/json_schema.h"
 
+#include <regex.h>
+
 #include <algorithm>
 #include <cmath>
 #include <functional>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <regex>
 #include <stdexcept>
 #include <string>
 
@@ -29,10 +30,15 @@ bool HasAll(const json& value, const json& names) {
   return std::all_of(names.begin(), names.end(), [&](const json& name) { return value.contains(name); });
 }
 
+// pattern: of what POSIX's extended expressions and JSON Schema's have in common.
 bool Matches(const std::string& text, const std::string& pattern) {
-  static std::map<std::string, std::regex> patterns;
-  const auto found = patterns.try_emplace(pattern, pattern).first;
-  return std::regex_search(text, found->second);
+  regex_t compiled;
+  if (regcomp(&compiled, pattern.c_str(), REG_EXTENDED | REG_NOSUB) != 0) {
+    throw std::runtime_error("no pattern: " + pattern);
+  }
+  const bool matches = regexec(&compiled, text.c_str(), 0, nullptr, 0) == 0;
+  regfree(&compiled);
+  return matches;
 }
 
 bool PropertiesAreValid(const json& schema, const json& value) {

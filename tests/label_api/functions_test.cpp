@@ -37,7 +37,7 @@ TEST(LabelFunctions, ANullRequestIsAnEmptyOne) {
   }
   EXPECT_EQ(MadeLabel(std::string_view()).ReportText(), [] {
     BarcodeLabel* const label = barcode_label_make(nullptr, 0);
-    const std::string report = barcode_label_report(label);
+    std::string report = barcode_label_report(label);
     barcode_label_free(label);
     return report;
   }());
@@ -124,6 +124,21 @@ TEST(LabelFunctions, AWarningIsAnErrorWhenItIsAskedFor) {
   EXPECT_TRUE(strict.Data().empty());
   request = {{"type", "qr"}, {"text", "A"}, {"strict", true}};
   EXPECT_EQ(MadeLabel(request).Outcome(), "delivered");
+}
+
+TEST(LabelFunctions, EveryWarningIsToldOnce) {
+  const json report = MadeLabel({{"type", "gs1-128"},
+                                 {"text", "(8020)ABC"},
+                                 {"caption", "\xE6\x97\xA5"},
+                                 {"foreground", "#eee"},
+                                 {"quiet_zone", 1}})
+                          .Report();
+  std::vector<std::string> codes;
+  for (const json& warning : report["warnings"]) {
+    codes.push_back(warning["code"]);
+  }
+  EXPECT_EQ(codes,
+            (std::vector<std::string>{"quiet_zone", "low_contrast", "gs1_association", "missing_glyph"}));
 }
 
 TEST(LabelFunctions, ABoxThatIsTooSmallIsToldWithOneThatWouldDo) {

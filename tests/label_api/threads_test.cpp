@@ -61,6 +61,7 @@ TEST(LabelThreads, ReadOneLabel) {
   const MadeLabel label({{"type", "code128"}, {"text", "ABC"}});
   std::vector<std::thread> threads;
   std::vector<int> same(64);
+  threads.reserve(same.size());
   const std::string data(label.Data());
   for (int& result : same) {
     threads.emplace_back(

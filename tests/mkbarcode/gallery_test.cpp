@@ -120,6 +120,7 @@ TEST(GalleryPage, ShowsImagesCommandsAndCalls) {
   EXPECT_THAT(page, testing::Not(HasSubstr("<img src=\"a.svg\"")));
   EXPECT_EQ(page.find("<section id=\"code39\">"), page.rfind("<section "));
   EXPECT_EQ(page.find("<a href=\"#code39\">"), page.rfind("<a "));
+  EXPECT_THAT(page, HasSubstr("<a href=\"labels.html\">"));
 }
 
 TEST(GalleryPage, NeedsNothingFromElsewhere) {

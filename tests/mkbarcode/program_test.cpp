@@ -8,6 +8,7 @@
 
 #include "barcode.h"
 #include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/label_samples.h"
 #include "mkbarcode/program_runner.h"
 #include "mkbarcode/quoting.h"
 #include "mkbarcode/types.h"
@@ -312,6 +313,27 @@ TEST(Program, DrawsTheGalleryOfEverythingOffered) {
     EXPECT_THAT(ReadFile(first + ".svg"), testing::EndsWith("</svg>\n"));
     EXPECT_THAT(page, HasSubstr("<img src=\"" + std::string(type->name) + "-1.png\""));
     EXPECT_THAT(page, HasSubstr("barcode_create(" + std::string(type->constant) + ")"));
+  }
+}
+
+TEST(Program, MakesTheLabelsOfTheGallery) {
+  const ScratchDirectory scratch;
+  const Outcome outcome = RunProgram({"gallery", scratch.Path()});
+  EXPECT_EQ(outcome.status, 0) << outcome.errors;
+  const std::vector<LabelSample> samples = LabelSamples();
+  EXPECT_THAT(outcome.output, HasSubstr(Concat({"\nMade ", std::to_string(samples.size()), " labels of ",
+                                                std::to_string(AllTypes().size()), " symbologies. Look at ",
+                                                scratch.File("labels.html"), "\n"})));
+  const std::string page = ReadFile(scratch.File("labels.html"));
+  for (const LabelSample& sample : samples) {
+    EXPECT_THAT(page, HasSubstr(HtmlEscaped(sample.caption)));
+  }
+  for (const TypeInfo& type : AllTypes()) {
+    const std::string first = Concat({"labels/", type.name, "-1"});
+    EXPECT_THAT(ReadFile(scratch.File(first + ".png")), StartsWith(kPngSignature));
+    EXPECT_THAT(ReadFile(scratch.File(first + ".svg")), testing::EndsWith("</svg>\n"));
+    EXPECT_THAT(ReadFile(scratch.File(first + ".pdf")), StartsWith("%PDF-"));
+    EXPECT_THAT(page, HasSubstr(Concat({"<img src=\"", first, ".png\""})));
   }
 }
 

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <set>
-#include <system_error>
 
 #include "mkbarcode/errors.h"
 #include "mkbarcode/gallery_page.h"
@@ -13,15 +12,6 @@ namespace barcode::tool {
 namespace {
 
 namespace fs = std::filesystem;
-
-void MakeDirectory(const fs::path& directory) {
-  std::error_code error;
-  fs::create_directories(directory, error);
-  if (!fs::is_directory(directory)) {
-    throw RunError(Concat({"cannot make the directory ", directory.string(), error ? ": " : "",
-                           error ? error.message() : std::string()}));
-  }
-}
 
 // The sample in one format, drawn into the directory.
 ExhibitImage DrawInto(const fs::path& directory, const Sample& sample, const std::string& name,

@@ -6,10 +6,14 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "mkbarcode/descriptor.h"
+#include "mkbarcode/errors.h"
 #include "mkbarcode/file_replacement.h"
+#include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 
@@ -42,6 +46,15 @@ void WriteAll(const std::string& file, std::string_view bytes) {
     ReplaceFile(file, bytes);
   } else if (!WriteDescriptor(STDOUT_FILENO, bytes)) {
     FailWithErrno("cannot write to standard output");
+  }
+}
+
+void MakeDirectory(const std::string& directory) {
+  std::error_code error;
+  std::filesystem::create_directories(directory, error);
+  if (!std::filesystem::is_directory(directory)) {
+    throw RunError(Concat({"cannot make the directory ", directory, error ? ": " : "",
+                           error ? error.message() : std::string()}));
   }
 }
 

@@ -17,6 +17,9 @@ std::string ReadAll(const std::string& file);
 // accepted.
 void WriteAll(const std::string& file, std::string_view bytes);
 
+// Makes the directory and those above it where they are missing. Throws RunError.
+void MakeDirectory(const std::string& directory);
+
 // Writes to standard error as far as it goes.
 void WriteToStandardError(std::string_view text);
 

@@ -10,6 +10,8 @@
 #include "mkbarcode/gallery.h"
 #include "mkbarcode/gallery_samples.h"
 #include "mkbarcode/io.h"
+#include "mkbarcode/label_gallery.h"
+#include "mkbarcode/label_samples.h"
 #include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
@@ -45,14 +47,22 @@ int Run(const DrawCommand& command) {
   return kExitDone;
 }
 
-int Run(const GalleryCommand& command) {
-  const GalleryResult result = WriteGallery(GallerySamples(), command.directory, command.verbose);
-  for (const std::string& failure : result.failures) {
+void TellOf(const std::vector<std::string>& failures) {
+  for (const std::string& failure : failures) {
     WriteToStandardError(Concat({"mkbarcode: ", failure, "\n"}));
   }
-  WriteAll("-", Concat({"Drew ", std::to_string(result.drawn), " samples of ", std::to_string(result.types),
-                        " symbologies. Look at ", result.indexFile, "\n"}));
-  return result.failures.empty() ? kExitDone : kExitFailed;
+}
+
+int Run(const GalleryCommand& command) {
+  const GalleryResult symbols = WriteGallery(GallerySamples(), command.directory, command.verbose);
+  const LabelGalleryResult labels = WriteLabelGallery(LabelSamples(), command.directory);
+  TellOf(symbols.failures);
+  TellOf(labels.failures);
+  WriteAll("-", Concat({"Drew ", std::to_string(symbols.drawn), " samples of ", std::to_string(symbols.types),
+                        " symbologies. Look at ", symbols.indexFile, "\nMade ", std::to_string(labels.made),
+                        " labels of ", std::to_string(labels.types), " symbologies. Look at ",
+                        labels.pageFile, "\n"}));
+  return symbols.failures.empty() && labels.failures.empty() ? kExitDone : kExitFailed;
 }
 
 int Main(const std::vector<std::string>& arguments) {
