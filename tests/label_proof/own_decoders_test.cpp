@@ -144,7 +144,8 @@ GreyImage PostalBars(std::string_view bars, int module, int quiet = 4) {
   std::vector<std::string> rows(static_cast<std::size_t>(quiet), light);
   for (std::string& third : thirds) {
     third.pop_back();
-    rows.insert(rows.end(), 2, margin + third + margin);
+    third.insert(0, margin).append(margin);
+    rows.insert(rows.end(), 2, third);
   }
   rows.insert(rows.end(), static_cast<std::size_t>(quiet), light);
   return Painted(rows, module);

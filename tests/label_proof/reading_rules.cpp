@@ -201,6 +201,15 @@ constexpr auto kLimits = std::to_array<Limit>({
      {"wants six digits"}},
     {ReaderId::kZbar, Symbology::kItf, [](const Content& content, const Json&) { return IsShort(content, 6); },
      {"wants six digits"}},
+    // Interleaved 2 of 5 is so poor in marks of its own that letters pass for it. Without text the picture
+    // has to be read.
+    {ReaderId::kZbar, Symbology::kItf,
+     [](const Content&, const Json& request) { return request.value("show_text", true); },
+     {"takes a line of text for six digits", true,
+      [](Json request) {
+        request["show_text"] = false;
+        return request;
+      }}},
     // Wide and narrow elements are told apart by one threshold for bars and spaces.
     {ReaderId::kZxing, Symbology::kCode39,
      [](const Content&, const Json& request) { return HasInkAdjusted(request); }, kInk},

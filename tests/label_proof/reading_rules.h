@@ -32,8 +32,8 @@ std::string ExpectedData(ReaderId reader, Symbology symbology, const Content& co
 struct ReaderLimit {
   std::string_view reason;
   bool misreads = false;  // it may report something else; otherwise it reports nothing
-  // Where given, the same label with this change has to be read: the proof that the content is right and that
-  // it is this that the reader cannot do.
+  // Where given, the same label with this change has to be read, or not to be seen if the text is beyond the
+  // reader: the proof that the content is right and that it is this that the reader cannot do.
   Json (*remedy)(Json request) = nullptr;
 };
 
