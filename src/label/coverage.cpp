@@ -17,7 +17,8 @@ struct Point {
   double y = 0;
 };
 
-// As std::floor and std::ceil, which the oldest machines call as functions; all values are places in a picture.
+// As std::floor and std::ceil, which the oldest machines call as functions; all values are places in a
+// picture.
 int Floor(double value) {
   const int whole = static_cast<int>(value);
   return whole - (value < whole ? 1 : 0);
@@ -68,8 +69,8 @@ class Accumulator {
       const std::size_t begin = Index(row, 0);
       for (std::size_t i = begin; i < begin + static_cast<std::size_t>(m_width); ++i) {
         coverage += m_growth[i];
-        levels[i] =
-            static_cast<std::uint8_t>(std::min(1.0, std::fabs(coverage)) * kFullCoverage + 0.5);
+        const auto halves = static_cast<unsigned>(std::min(1.0, std::fabs(coverage)) * (2 * kFullCoverage));
+        levels[i] = static_cast<std::uint8_t>((halves + 1) / 2);
       }
     }
     return levels;

@@ -25,8 +25,8 @@ struct DotBox {
 // The dots that an outline touches; y downwards. The outline is not empty.
 DotBox BoundsOf(const Outline& outline, const OutlinePlace& place);
 
-// How much of each dot in `box` the outline covers, row by row: 0 none to kFullCoverage all. What lies outside of
-// the box is left away. Exact to the rounding, without hints, and the same on every machine.
+// How much of each dot in `box` the outline covers, row by row: 0 none to kFullCoverage all. What lies
+// outside of the box is left away. Exact to the rounding, without hints, and the same on every machine.
 inline constexpr int kFullCoverage = 15;
 std::vector<std::uint8_t> CoverageOf(const Outline& outline, const OutlinePlace& place, const DotBox& box);
 

@@ -14,8 +14,8 @@
 #include "text/embedded_font.h"
 
 // The font library, compiled here for this file alone. It takes its memory from the arena that a call brings:
-// an arena throws std::bad_alloc right through the library's functions, which own nothing, and gives everything
-// back at once. The embedded font is what the library's assertions ask for.
+// an arena throws std::bad_alloc right through the library's functions, which own nothing, and gives
+// everything back at once. The embedded font is what the library's assertions ask for.
 #define STBTT_STATIC
 #define STB_TRUETYPE_IMPLEMENTATION
 #define STBTT_malloc(size, arena) (static_cast<std::pmr::memory_resource*>(arena)->allocate(size))
@@ -30,7 +30,7 @@ namespace {
 constexpr std::size_t kArenaSize = 128 * sizeof(stbtt_vertex);
 
 // Curves may be off by so much, in ems.
-constexpr double kTolerance = 2.5 / 256;
+constexpr double kTolerance = 1.25 / 256;
 
 // The placeholder in units, as wide and high as a capital letter.
 constexpr int kBoxAdvance = 64;
@@ -54,7 +54,7 @@ struct Face {
   int ascent = 0;
   int descent = 0;
   int capHeight = 0;
-  std::array<std::int16_t, kOrdinaryGlyphs> glyphs = {};          // kNoGlyph where the font has none
+  std::array<std::int16_t, kOrdinaryGlyphs> glyphs = {};           // kNoGlyph where the font has none
   std::array<std::int16_t, kNumberedGlyphs> ordinaryNumbers = {};  // of glyphs, or kNotKept
   std::array<OutlinePiece, kOrdinaryPieces> pieces = {};
   std::array<std::int16_t, kOrdinaryGlyphs + 1> pieceBegins = {};
@@ -83,12 +83,14 @@ ExactPoint PointAt(int x, int y) {
 
 ExactPiece PieceOf(const stbtt_vertex& vertex) {
   using Kind = OutlinePiece::Kind;
-  const Kind kind = vertex.type == STBTT_vmove ? Kind::kMove : vertex.type == STBTT_vline ? Kind::kLine : Kind::kCurve;
+  const Kind kind = vertex.type == STBTT_vmove   ? Kind::kMove
+                    : vertex.type == STBTT_vline ? Kind::kLine
+                                                 : Kind::kCurve;
   return {.kind = kind, .to = PointAt(vertex.x, vertex.y), .control = PointAt(vertex.cx, vertex.cy)};
 }
 
-// Where one curve goes over into the next, a control point that mirrors the one before but for the rounding is put
-// just there: documents have a short form for that.
+// Where one curve goes over into the next, a control point that mirrors the one before but for the rounding
+// is put just there: documents have a short form for that.
 void Smoothen(OutlinePiece& piece, const OutlinePiece& before) {
   using Kind = OutlinePiece::Kind;
   if (piece.kind != Kind::kCurve || before.kind != Kind::kCurve) {

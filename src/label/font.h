@@ -6,8 +6,8 @@
 
 namespace barcode::label {
 
-// The outlines are quantised to this many units per em, the same for every writer: small documents, and about a
-// twentieth of a dot at the sizes of labels.
+// The outlines are quantised to this many units per em, the same for every writer, which keeps documents
+// small.
 inline constexpr int kUnitsPerEm = 128;
 
 struct UnitPoint {

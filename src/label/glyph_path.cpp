@@ -70,7 +70,9 @@ class OutlineFormatter {
     }
     m_control = control;
   }
-  static UnitPoint From(const UnitPoint& begin, const UnitPoint& end) { return {end.x - begin.x, end.y - begin.y}; }
+  static UnitPoint From(const UnitPoint& begin, const UnitPoint& end) {
+    return {end.x - begin.x, end.y - begin.y};
+  }
 
   // A command that goes on is not repeated.
   PathData& Command(char command) {

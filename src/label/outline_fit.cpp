@@ -1,5 +1,6 @@
 #include "label/outline_fit.h"
 
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -12,7 +13,7 @@ namespace {
 constexpr double kLeastSine = 1e-9;
 
 // Where on each curve the fit is examined.
-constexpr double kParameters[] = {0.25, 0.5, 0.75, 1.0};
+constexpr std::array kParameters = {0.25, 0.5, 0.75, 1.0};
 
 ExactPoint operator-(const ExactPoint& a, const ExactPoint& b) {
   return {a.x - b.x, a.y - b.y};
@@ -47,8 +48,9 @@ std::optional<ExactPoint> CommonControl(const ExactPoint& from, std::span<const 
   return ExactPoint{from.x + alongBegin * begin.x, from.y + alongBegin * begin.y};
 }
 
-// Distances from a curve, measured along its first direction: with the point from + u a + v b, a and b leading to
-// the control point and on from there, a curve is u = 2t - t^2, v = t^2.
+// Distances from a curve. With the point from + u a + v b, a and b leading to the control point and on from
+// there, a curve is u = 2t - t^2, v = t^2; another point with the same v is off along a, and what counts of
+// that is what is square to the curve.
 class Nearness {
  public:
   Nearness(const ExactPoint& from, const ExactPiece& curve, double tolerance)
@@ -56,13 +58,20 @@ class Nearness {
         m_a(curve.control - from),
         m_b(curve.to - curve.control),
         m_area(Cross(m_a, m_b)),
-        m_tolerance(tolerance / std::sqrt(m_a.x * m_a.x + m_a.y * m_a.y)) {}
+        m_tolerance(tolerance) {}
 
   bool Holds(const ExactPoint& point) const {
     const ExactPoint offset = point - m_from;
     const double u = Cross(offset, m_b) / m_area;
     const double v = Cross(m_a, offset) / m_area;
-    return v >= 0 && v <= 1 && std::fabs(u - (2 * std::sqrt(v) - v)) <= m_tolerance;
+    if (v < 0 || v > 1) {
+      return false;
+    }
+    const double t = std::sqrt(v);
+    const ExactPoint direction{(1 - t) * m_a.x + t * m_b.x, (1 - t) * m_a.y + t * m_b.y};
+    const double square = (u - (2 * t - v)) * t * m_area;
+    return std::fabs(square) <=
+           m_tolerance * std::sqrt(direction.x * direction.x + direction.y * direction.y);
   }
 
  private:
@@ -74,7 +83,8 @@ class Nearness {
 };
 
 // The curve that stands for all of these, if there is one.
-std::optional<ExactPiece> Fitted(const ExactPoint& from, std::span<const ExactPiece> curves, double tolerance) {
+std::optional<ExactPiece> Fitted(const ExactPoint& from, std::span<const ExactPiece> curves,
+                                 double tolerance) {
   const std::optional<ExactPoint> control = CommonControl(from, curves);
   if (!control) {
     return std::nullopt;

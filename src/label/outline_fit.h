@@ -17,8 +17,8 @@ struct ExactPiece {
   ExactPoint control;
 };
 
-// The same outline with fewer curves: those that follow one another are one wherever that is nowhere further off
-// than the tolerance.
+// The same outline with fewer curves: those that follow one another are one wherever that is nowhere further
+// off than the tolerance.
 std::vector<ExactPiece> WithFewerCurves(const std::vector<ExactPiece>& pieces, double tolerance);
 
 }  // namespace barcode::label

@@ -34,6 +34,11 @@ constexpr double kSmallScale = 0.0001;
 // out, it loses objects and goes on with others that it has given back.
 constexpr HPDF_UINT kPool = 16'384;
 
+// By the rules of PDF a bar paints every dot that it touches, so that one whose edge is off by nothing but a
+// rounding would become a dot wider on printers of just this resolution. By so many dots its edges stay
+// inside: no eye, and no printer of another resolution, sees them.
+constexpr double kInset = 0.001;
+
 struct Free {
   void operator()(HPDF_Doc document) const { HPDF_Free(document); }
 };
@@ -54,8 +59,8 @@ HPDF_REAL Real(double value) {
   return static_cast<HPDF_REAL>(value);
 }
 
-// From here on, a unit is as long as `scale` now, and the origin is at (x, y). down: 1, or -1 to turn the y axis
-// over.
+// From here on, a unit is as long as `scale` now, and the origin is at (x, y). down: 1, or -1 to turn the y
+// axis over.
 void Scale(HPDF_Page page, double scale, double x, double y, int down) {
   Check(HPDF_Page_Concat(page, Real(kSmallScale), 0, 0, Real(kSmallScale * down), Real(x), Real(y)));
   Check(HPDF_Page_Concat(page, Real(scale / kSmallScale), 0, 0, Real(scale / kSmallScale), 0, 0));
@@ -68,8 +73,9 @@ double PointsPerDot(const Drawing& drawing) {
 void RequirePageSize(const Drawing& drawing) {
   const double scale = PointsPerDot(drawing);
   if (std::max(drawing.width, drawing.height) * scale > kMostPoints) {
-    throw LabelError(ErrorCode::kTooLarge, "format",
-                     "A PDF page ends at 200 inches a side: choose png or svg, a higher dpi or a smaller label.");
+    throw LabelError(
+        ErrorCode::kTooLarge, "format",
+        "A PDF page ends at 200 inches a side: choose png or svg, a higher dpi or a smaller label.");
   }
   if (std::min(drawing.width, drawing.height) * scale < kLeastPoints) {
     const int dots = static_cast<int>(std::ceil(kLeastPoints / scale));
@@ -112,7 +118,8 @@ void FillBackground(HPDF_Doc document, HPDF_Page page, const Drawing& drawing) {
   Check(HPDF_Page_GRestore(page));
 }
 
-// What places up to `largest` are divided by to be written: a power of two, so that ordinary ones lose nothing.
+// What places up to `largest` are divided by to be written: a power of two, so that ordinary ones lose
+// nothing.
 int DivisorFor(int largest) {
   int divisor = 1;
   while (largest / divisor >= kMostReal) {
@@ -126,11 +133,12 @@ void FillBars(HPDF_Page page, const Drawing& drawing) {
     return;
   }
   const int divisor = DivisorFor(std::max(drawing.width, drawing.height));
-  const auto place = [divisor](int dots) { return Real(static_cast<double>(dots) / divisor); };
+  const auto place = [divisor](double dots) { return Real(dots / divisor); };
   Check(HPDF_Page_GSave(page));
   Scale(page, PointsPerDot(drawing) * divisor, 0, HPDF_Page_GetHeight(page), -1);
   for (const DotRect& rect : MergedBars(drawing.dark).rects) {
-    Check(HPDF_Page_Rectangle(page, place(rect.x), place(rect.y), place(rect.width), place(rect.height)));
+    Check(HPDF_Page_Rectangle(page, place(rect.x + kInset), place(rect.y + kInset),
+                              place(rect.width - 2 * kInset), place(rect.height - 2 * kInset)));
   }
   Check(HPDF_Page_Fill(page));
   Check(HPDF_Page_GRestore(page));
@@ -164,9 +172,9 @@ class OutlinePen {
         Check(HPDF_Page_LineTo(m_page, x, y));
         break;
       case OutlinePiece::Kind::kCurve:
-        Check(HPDF_Page_CurveTo(m_page, Place(m_last.x + 2 * piece.control.x),
-                                Place(m_last.y + 2 * piece.control.y), Place(piece.to.x + 2 * piece.control.x),
-                                Place(piece.to.y + 2 * piece.control.y), x, y));
+        Check(HPDF_Page_CurveTo(
+            m_page, Place(m_last.x + 2 * piece.control.x), Place(m_last.y + 2 * piece.control.y),
+            Place(piece.to.x + 2 * piece.control.x), Place(piece.to.y + 2 * piece.control.y), x, y));
         break;
     }
     m_last = piece.to;

@@ -29,8 +29,8 @@ using Row = std::vector<std::uint8_t>;
 constexpr unsigned kTextBits = 4;
 constexpr unsigned kBarBits = 1;
 
-// Levels of compression, found by measuring: with text, a higher one takes half as long again for 5%; without, the
-// highest one takes twice as long for 2%.
+// Levels of compression, found by measuring: with text, a higher one takes half as long again for 5%;
+// without, the highest one takes twice as long for 2%.
 constexpr int kTextLevel = 4;
 constexpr int kBarLevel = 6;
 
@@ -157,9 +157,8 @@ class TextRows {
 
   // Whether row y has text, and the first row below for which the answer may be another.
   bool Covers(int y) const {
-    return std::any_of(m_glyphs.begin(), m_glyphs.end(), [y](const InkedGlyph& glyph) {
-      return glyph.box.top <= y && y < glyph.box.bottom;
-    });
+    return std::any_of(m_glyphs.begin(), m_glyphs.end(),
+                       [y](const InkedGlyph& glyph) { return glyph.box.top <= y && y < glyph.box.bottom; });
   }
   int NextEdge(int y) const {
     int edge = std::numeric_limits<int>::max();
@@ -247,8 +246,8 @@ Shades MakeShades(const Drawing& drawing, unsigned bits) {
   return shades;
 }
 
-// A PNG file that is written into a string. libpng tells failures by jumping out of its functions: it is called
-// from functions only whose frames hold nothing that must be destroyed.
+// A PNG file that is written into a string. libpng tells failures by jumping out of its functions: it is
+// called from functions only whose frames hold nothing that must be destroyed.
 class PngFile {
  public:
   explicit PngFile(std::string& out)

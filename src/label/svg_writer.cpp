@@ -146,7 +146,8 @@ class Step {
   double m_inverse;
 };
 
-// The bars are written in modules: from the corner of the first one, in steps that divide every place and size.
+// The bars are written in modules: from the corner of the first one, in steps that divide every place and
+// size.
 struct Grid {
   int x = 0;
   int y = 0;
@@ -245,7 +246,8 @@ constexpr std::array<Comb, 4> kCombs = {{{Top, Bottom, 'V', Left, Right, 'h'},
 const Comb* FindComb(const std::vector<DotRect>& rects) {
   for (const Comb& comb : kCombs) {
     const int line = comb.line(rects.front());
-    if (std::all_of(rects.begin(), rects.end(), [&](const DotRect& rect) { return comb.line(rect) == line; })) {
+    if (std::all_of(rects.begin(), rects.end(),
+                    [&](const DotRect& rect) { return comb.line(rect) == line; })) {
       return &comb;
     }
   }
@@ -263,7 +265,10 @@ void AppendComb(PathData& path, const std::vector<DotRect>& rects, const Grid& g
     if (&dots != &rects.front()) {
       path.Command(comb.toTip).Number(comb.line(rect)).Command(comb.along).Number(comb.begin(rect) - pen);
     }
-    path.Command(comb.toTip).Number(comb.tip(rect)).Command(comb.along).Number(comb.end(rect) - comb.begin(rect));
+    path.Command(comb.toTip)
+        .Number(comb.tip(rect))
+        .Command(comb.along)
+        .Number(comb.end(rect) - comb.begin(rect));
     pen = comb.end(rect);
   }
   path.Command(comb.toTip).Number(comb.line(first));

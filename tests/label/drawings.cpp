@@ -1,39 +1,12 @@
-#include "tests/label/drawings.h"
+#include "label/drawings.h"
+
+#include <algorithm>
+#include <cstdint>
 
 #include "base/utf8.h"
+#include "label/turn.h"
 
 namespace barcode::label::test {
-namespace {
-
-DotRect TurnedRect(const DotRect& rect, const Drawing& drawing, Rotation rotation) {
-  switch (rotation) {
-    case Rotation::kQuarter:
-      return {drawing.height - rect.y - rect.height, rect.x, rect.height, rect.width};
-    case Rotation::kHalf:
-      return {drawing.width - rect.x - rect.width, drawing.height - rect.y - rect.height, rect.width,
-              rect.height};
-    case Rotation::kThreeQuarters:
-      return {rect.y, drawing.width - rect.x - rect.width, rect.height, rect.width};
-    default:
-      return rect;
-  }
-}
-
-PlacedGlyph TurnedGlyph(const PlacedGlyph& glyph, const Drawing& drawing, Rotation rotation) {
-  switch (rotation) {
-    case Rotation::kQuarter:
-      return {glyph.glyph, drawing.height - glyph.y, glyph.x};
-    case Rotation::kHalf:
-      return {glyph.glyph, drawing.width - glyph.x, drawing.height - glyph.y};
-    case Rotation::kThreeQuarters:
-      return {glyph.glyph, glyph.y, drawing.width - glyph.x};
-    default:
-      return glyph;
-  }
-}
-
-}  // namespace
-
 Drawing LinearDrawing(const RunVector& pattern, int module, int height) {
   Drawing drawing;
   int x = 10 * module;
@@ -93,23 +66,14 @@ void AddLine(Drawing& drawing, std::string_view text, double size) {
 
 Drawing Turned(const Drawing& drawing, Rotation rotation) {
   Drawing turned = drawing;
-  if (rotation == Rotation::kQuarter || rotation == Rotation::kThreeQuarters) {
-    std::swap(turned.width, turned.height);
-  }
-  for (DotRect& rect : turned.dark) {
-    rect = TurnedRect(rect, drawing, rotation);
-  }
-  for (PlacedText& text : turned.texts) {
-    text.rotation = rotation;
-    for (PlacedGlyph& glyph : text.glyphs) {
-      glyph = TurnedGlyph(glyph, drawing, rotation);
-    }
-  }
+  Turn(turned, rotation);
   return turned;
 }
 
 Drawing RandomDrawing(std::mt19937& random) {
-  const auto upTo = [&random](int most) { return 1 + static_cast<int>(random() % static_cast<unsigned>(most)); };
+  const auto upTo = [&random](int most) {
+    return 1 + static_cast<int>(random() % static_cast<unsigned>(most));
+  };
   Drawing drawing;
   drawing.width = upTo(120);
   drawing.height = upTo(120);
