@@ -5,8 +5,16 @@
 namespace barcode::tool {
 namespace {
 
+constexpr std::string_view kBeforeTitle = R"(<!DOCTYPE html>
+<html lang="en">
+<head>
+<meta charset="utf-8">
+<meta name="viewport" content="width=device-width, initial-scale=1">
+<title>)";
+
 // The padding of .scan is the quiet zone of the symbols that have none.
-constexpr std::string_view kStyle = R"(<style>
+constexpr std::string_view kBehindTitle = R"(</title>
+<style>
 :root { color-scheme: light; --ink: #1c2430; --soft: #5b6675; --line: #dfe4ea; --page: #f5f6f8; --code: #f3f5f9; }
 * { box-sizing: border-box; }
 html { scroll-behavior: smooth; }
@@ -45,13 +53,11 @@ code { font-family: ui-monospace, monospace; }
 footer { padding-top: 2rem; padding-bottom: 3rem; font-size: .9rem; }
 @media print { nav { display: none; } .sample { break-inside: avoid; } }
 </style>
-)";
+</head>
+<body class=")";
 
 std::string Head(const PageFrame& frame) {
-  return Concat(
-      {"<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-       "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>",
-       HtmlEscaped(frame.title), "</title>\n", kStyle, "</head>\n<body class=\"", frame.bodyClass, "\">\n"});
+  return Concat({kBeforeTitle, HtmlEscaped(frame.title), kBehindTitle, frame.bodyClass, "\">\n"});
 }
 
 std::string SectionHead(const TypeInfo& type) {
