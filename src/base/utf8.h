@@ -50,8 +50,7 @@ constexpr Utf8Sequence ReadUtf8Sequence(std::string_view bytes) {
   if (count < 0) {
     return {};
   }
-  Utf8Sequence sequence{
-      .length = 1, .complete = true, .value = count == 0 ? lead : lead & (0x3FU >> count)};
+  Utf8Sequence sequence{.length = 1, .complete = true, .value = count == 0 ? lead : lead & (0x3FU >> count)};
   for (int i = 0; i < count; ++i) {
     const auto byte =
         sequence.length < bytes.size() ? static_cast<std::uint8_t>(bytes[sequence.length]) : std::uint8_t{0};

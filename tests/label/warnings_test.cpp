@@ -51,9 +51,10 @@ TEST(LabelWarnings, AdjustmentThatMakesBarsAlike) {
   label.request.barAdjust = 3;
   EXPECT_EQ(label.Codes(), "");
   label.request.barAdjust = -4;
-  EXPECT_EQ(label.Message(),
-            "A bar_adjust of -4 makes narrow and wide alike where a module is 4 pixels; ask for less, or for a "
-            "larger module.");
+  EXPECT_EQ(
+      label.Message(),
+      "A bar_adjust of -4 makes narrow and wide alike where a module is 4 pixels; ask for less, or for a "
+      "larger module.");
   label.request.barAdjust = 20;
   EXPECT_EQ(label.Codes(), "small_module");
 }
