@@ -107,7 +107,8 @@ std::optional<ReaderRule> WasmRule(Symbology symbology, const Content& content) 
     case Symbology::kUpcE:
       return ReaderRule{"UPCE", {"UPCE"}};
     case Symbology::kItf:
-      return ReaderRule{"ITF", {"ITF", "ITF14"}};
+      // Asked for ITF alone it takes two digits for a symbol; among all others, as it is mostly used, four.
+      return ReaderRule{"", {"ITF", "ITF14"}};
     case Symbology::kDataBar14:
       return IsStacked(content) ? ReaderRule{"DataBar", {"DataBarStk", "DataBarStkOmni"}}
                                 : ReaderRule{"DataBar", {"DataBarOmni"}};
@@ -201,6 +202,8 @@ constexpr auto kLimits = std::to_array<Limit>({
      {"wants six digits"}},
     {ReaderId::kZbar, Symbology::kItf, [](const Content& content, const Json&) { return IsShort(content, 6); },
      {"wants six digits"}},
+    {ReaderId::kWasm, Symbology::kItf, [](const Content& content, const Json&) { return IsShort(content, 4); },
+     {"wants four digits"}},
     // Interleaved 2 of 5 is so poor in marks of its own that letters pass for it. Without text the picture
     // has to be read.
     {ReaderId::kZbar, Symbology::kItf,
