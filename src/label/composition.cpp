@@ -137,11 +137,26 @@ class Composer {
 
   int Gap(std::int64_t module, std::int64_t height) const {
     const double scale = m_request.textGap.value_or(1.0);
+    if (m_digits) {
+      return std::max(1, TruncToInt(static_cast<double>(module) * scale));
+    }
     const double gap =
         m_needs.OwnHeight()
             ? kCaptionGap * static_cast<double>(module) / m_type.defaultModule * scale
             : ScaledTextGap(static_cast<unsigned>(height), kTextGapBands, static_cast<float>(scale));
     return std::max(1, TruncToInt(gap));
+  }
+
+  // Whole dots of a line above and below its base line. The digits of EAN and UPC stand close below their
+  // bars, between the guards: nothing is kept free for accents and descenders.
+  int Ascent(const TextLine& line, int size) const {
+    return m_digits ? static_cast<int>(std::ceil(m_font.CapHeight() * size / kUnitsPerEm))
+                    : line.Ascent(size);
+  }
+  int Descent(const TextLine& line, int size) const {
+    constexpr int kOvershoot =
+        64;  // round digits reach a little below the line, less than this part of the em
+    return m_digits ? (size + kOvershoot - 1) / kOvershoot : line.Descent(size);
   }
 
   // The room of the lines at the largest size, up to `wanted`, at which each fits the width; none when that
@@ -163,7 +178,7 @@ class Composer {
     }
     TextRoom room{.size = size, .gap = gap};
     for (const TextLine& line : m_lines) {
-      room.height += line.Ascent(size) + line.Descent(size);
+      room.height += Ascent(line, size) + Descent(line, size);
     }
     return room;
   }
@@ -474,14 +489,14 @@ class Composer {
       top += static_cast<int>(m_needs.guardReach) * m_module;
     }
     for (const TextLine& line : m_lines) {
-      const double baseLine = top + line.Ascent(room.size);
+      const double baseLine = top + Ascent(line, room.size);
       if (m_digits) {
         PlaceDigits(line, baseLine, room.size);
       } else {
         m_result.drawing.texts.push_back(
             Spread(line, baseLine, room.size).value_or(Centred(line, baseLine, room.size)));
       }
-      top += line.Ascent(room.size) + line.Descent(room.size);
+      top += Ascent(line, room.size) + Descent(line, room.size);
     }
   }
 
