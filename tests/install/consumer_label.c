@@ -8,7 +8,9 @@ static int Fail(const char* what) {
   return 1;
 }
 
-static BarcodeLabel* Make(const char* request) { return barcode_label_make(request, strlen(request)); }
+static BarcodeLabel* Make(const char* request) {
+  return barcode_label_make(request, strlen(request));
+}
 
 /* Whether the picture begins so. */
 static int Begins(const char* request, const char* mediaType, const char* beginning) {
@@ -26,7 +28,8 @@ int main(void) {
   if (!Begins("{\"type\": \"qr\", \"text\": \"ABC\"}", "image/png", "\x89PNG\r\n\x1a\n")) {
     return Fail("No PNG file");
   }
-  if (!Begins("{\"type\": \"jan13\", \"text\": \"490123456789\", \"format\": \"svg\"}", "image/svg+xml", "<")) {
+  if (!Begins("{\"type\": \"jan13\", \"text\": \"490123456789\", \"format\": \"svg\"}", "image/svg+xml",
+              "<")) {
     return Fail("No SVG document");
   }
   if (!Begins("{\"type\": \"code39\", \"text\": \"ABC\", \"format\": \"pdf\"}", "application/pdf", "%PDF-")) {
