@@ -26,7 +26,7 @@ programs="make:make g++:g++ cmake:cmake ninja:ninja-build pkg-config:pkg-config"
 packages="
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev fonts-roboto-unhinted
   libpng-dev libhpdf-dev libstb-dev nlohmann-json3-dev
-  libcli11-dev
+  libcli11-dev libarchive-dev
 "
 tests=no
 if [ "$purpose" = "test" ] || [ "$purpose" = lint ]; then
@@ -36,7 +36,8 @@ if [ "$tests" = yes ]; then
   programs="$programs python3:python3"
   packages="$packages
     libgtest-dev libgmock-dev libbenchmark-dev
-    libzxing-dev libzbar-dev librsvg2-dev poppler-utils locales"
+    libzxing-dev libzbar-dev librsvg2-dev poppler-utils locales
+    chromium parallel openssh-server openssh-client"
   if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
     packages="$packages nodejs npm ca-certificates"
   fi

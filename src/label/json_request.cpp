@@ -1,23 +1,17 @@
 #include "label/json_request.h"
 
-#include <algorithm>
 #include <bitset>
-#include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <string>
-#include <type_traits>
 #include <utility>
 
-#include "base/ascii.h"
-#include "base/base64.h"
 #include "base/line.h"
 #include "base/utf8.h"
 #include "label/error.h"
 #include "label/excerpt.h"
 #include "label/field_table.h"
+#include "label/field_values.h"
 
 namespace barcode::label {
 namespace {
@@ -36,51 +30,6 @@ LabelError NoObject() {
   return BadRequest(Line("The request is something else; ", kObjectWanted));
 }
 
-std::optional<int> HexDigit(char c) {
-  if (IsDigit(c)) {
-    return c - '0';
-  }
-  const char upper = ToUpper(c);
-  return upper >= 'A' && upper <= 'F' ? std::optional(upper - 'A' + 10) : std::nullopt;
-}
-
-// "#rgb", "#rrggbb" or "#rrggbbaa".
-std::optional<Colour> ParseColour(std::string_view text) {
-  const bool isShort = text.size() == 4;
-  if (!(isShort || text.size() == 7 || text.size() == 9) || text.front() != '#') {
-    return std::nullopt;
-  }
-  text.remove_prefix(1);
-  std::array<std::uint8_t, 4> bytes = {0, 0, 0, 255};
-  const std::size_t digits = isShort ? 1 : 2;
-  for (std::size_t i = 0; i * digits < text.size(); ++i) {
-    const std::optional<int> high = HexDigit(text[i * digits]);
-    const std::optional<int> low = HexDigit(text[i * digits + digits - 1]);
-    if (!high || !low) {
-      return std::nullopt;
-    }
-    bytes[i] = static_cast<std::uint8_t>(*high * 16 + *low);
-  }
-  return Colour{bytes[0], bytes[1], bytes[2], bytes[3]};
-}
-
-bool SameWord(std::string_view a, std::string_view b) {
-  return a.size() == b.size() &&
-         std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return ToUpper(x) == ToUpper(y); });
-}
-
-// The place of a word, in any case, among those of a field.
-std::optional<std::size_t> PlaceOf(const FieldInfo& field, std::string_view word) {
-  const auto found = std::find_if(field.words.begin(), field.words.end(),
-                                  [word](std::string_view known) { return SameWord(known, word); });
-  return found == field.words.end() ? std::nullopt : std::optional<std::size_t>(found - field.words.begin());
-}
-
-template <class Value>
-std::optional<Value>& MemberOf(Request& request, const FieldInfo& field) {
-  return request.*std::get<std::optional<Value> Request::*>(field.member);
-}
-
 // Builds a request from what the JSON parser meets. The parser names the functions. It never goes deeper than
 // the members of one object: a value that is an object or an array is refused where it begins.
 class RequestBuilder {
@@ -91,7 +40,8 @@ class RequestBuilder {
   using string_t = nlohmann::json::string_t;
   using binary_t = nlohmann::json::binary_t;
 
-  explicit RequestBuilder(std::string_view document) : m_document(document) {}
+  RequestBuilder(std::string_view document, const Request& defaults)
+      : m_document(document), m_request(defaults) {}
 
   Request Take() { return std::move(m_request); }
 
@@ -128,11 +78,7 @@ class RequestBuilder {
   }
 
   bool boolean(bool value) {
-    const FieldInfo& field = Field();
-    if (field.kind != FieldKind::kBoolean) {
-      throw BadValue(field);
-    }
-    MemberOf<bool>(m_request, field) = value;
+    SetBoolean(m_request, Field(), value);
     return true;
   }
 
@@ -141,26 +87,8 @@ class RequestBuilder {
   bool number_float(number_float_t value, const string_t&) { return Number(value); }
 
   bool string(string_t& value) {
-    const FieldInfo& field = Field();
-    switch (field.kind) {
-      case FieldKind::kString:
-        MemberOf<std::string>(m_request, field) = std::move(value);
-        return true;
-      case FieldKind::kBase64:
-        return Bytes(field, value);
-      case FieldKind::kKeyword:
-        return Keyword(field, value);
-      case FieldKind::kColour:
-        return ColourOrWord(field, value);
-      case FieldKind::kQuietZone:
-        if (PlaceOf(field, value)) {
-          return true;  // the same as none
-        }
-        break;
-      default:
-        break;
-    }
-    throw BadValue(field);
+    SetString(m_request, Field(), std::move(value));
+    return true;
   }
 
   // JSON has none.
@@ -195,65 +123,7 @@ class RequestBuilder {
   }
 
   bool Number(double value) {
-    const FieldInfo& field = Field();
-    if (field.kind == FieldKind::kNumber && InRange(field, value)) {
-      MemberOf<double>(m_request, field) = value;
-      return true;
-    }
-    const bool isWhole = InRange(field, value) && value == std::trunc(value);
-    if (isWhole && (field.kind == FieldKind::kInteger || field.kind == FieldKind::kQuietZone)) {
-      MemberOf<int>(m_request, field) = static_cast<int>(value);
-      return true;
-    }
-    if (isWhole && field.kind == FieldKind::kAngle) {
-      return Angle(field, static_cast<int>(value));
-    }
-    throw BadValue(field);
-  }
-
-  bool Angle(const FieldInfo& field, int degrees) {
-    const auto* const found = std::find(kAngles.begin(), kAngles.end(), degrees);
-    if (found == kAngles.end()) {
-      throw BadValue(field);
-    }
-    MemberOf<Rotation>(m_request, field) = static_cast<Rotation>(found - kAngles.begin());
-    return true;
-  }
-
-  bool Bytes(const FieldInfo& field, std::string_view text) {
-    std::optional<std::string> bytes = Base64Decode(text);
-    if (!bytes) {
-      throw BadValue(field);
-    }
-    MemberOf<std::string>(m_request, field) = std::move(bytes);
-    return true;
-  }
-
-  bool Keyword(const FieldInfo& field, std::string_view word) {
-    const std::optional<std::size_t> place = PlaceOf(field, word);
-    if (!place) {
-      throw BadValue(field);
-    }
-    std::visit([&](auto member) { Set(m_request.*member, field, *place); }, field.member);
-    return true;
-  }
-
-  template <class Value>
-  static void Set(std::optional<Value>& value, const FieldInfo& field, std::size_t place) {
-    if constexpr (std::is_same_v<Value, std::string>) {
-      value = field.words[place];
-    } else if constexpr (std::is_enum_v<Value>) {
-      value = static_cast<Value>(place);
-    }
-  }
-
-  bool ColourOrWord(const FieldInfo& field, std::string_view text) {
-    constexpr Colour kNone = {255, 255, 255, 0};
-    const std::optional<Colour> colour = PlaceOf(field, text) ? kNone : ParseColour(text);
-    if (!colour) {
-      throw BadValue(field);
-    }
-    MemberOf<Colour>(m_request, field) = colour;
+    SetNumber(m_request, Field(), value);
     return true;
   }
 
@@ -266,8 +136,8 @@ class RequestBuilder {
 
 }  // namespace
 
-Request ParseRequest(std::string_view json) {
-  RequestBuilder builder(json);
+Request ParseRequest(std::string_view json, const Request& defaults) {
+  RequestBuilder builder(json, defaults);
   if (!nlohmann::json::sax_parse(json.begin(), json.end(), &builder)) {
     throw NoObject();  // not reached: whatever stops the parser has thrown
   }

@@ -11,6 +11,7 @@ namespace barcode::label {
 // Throws LabelError for the first thing that is wrong, from front to back: kBadRequest where the text is no
 // JSON object in UTF-8, kUnknownField for a name that no field has, kBadValue for a value that the field does
 // not take and for a field that stands twice, even if it is null.
-Request ParseRequest(std::string_view json);
+// defaults: what fields have that the object does not state, or states as null.
+Request ParseRequest(std::string_view json, const Request& defaults = {});
 
 }  // namespace barcode::label
