@@ -25,7 +25,7 @@ done
 programs="make:make g++:g++ cmake:cmake ninja:ninja-build pkg-config:pkg-config"
 packages="
   libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev fonts-roboto-unhinted
-  libpng-dev libhpdf-dev libstb-dev nlohmann-json3-dev
+  libpng-dev zlib1g-dev libstb-dev nlohmann-json3-dev
   libcli11-dev libarchive-dev
 "
 tests=no

@@ -23,6 +23,12 @@ struct General {
   int precision;
 };
 
+// With at most so many decimals (AppendDecimal).
+struct Decimal {
+  double value;
+  int decimals;
+};
+
 inline void AppendPiece(std::string& out, std::string_view text) {
   out += text;
 }
@@ -47,6 +53,10 @@ inline void AppendPiece(std::string& out, const Fixed2& number) {
 
 inline void AppendPiece(std::string& out, const General& number) {
   AppendGeneral(out, number.value, number.precision);
+}
+
+inline void AppendPiece(std::string& out, const Decimal& number) {
+  AppendDecimal(out, number.value, number.decimals);
 }
 
 // Appends the pieces, one behind the other.

@@ -66,4 +66,24 @@ void AppendGeneral(std::string& out, double value, int precision) {
   AppendChars(out, value, std::chars_format::general, precision);
 }
 
+void AppendDecimal(std::string& out, double value, int decimals) {
+  std::int64_t scale = 1;
+  for (int i = 0; i < decimals; ++i) {
+    scale *= 10;
+  }
+  const std::int64_t scaled = std::llround(std::fabs(value) * static_cast<double>(scale));
+  if (value < 0 && scaled != 0) {
+    out += '-';
+  }
+  if (scaled >= scale || scaled == 0) {
+    AppendInt(out, scaled / scale);
+  }
+  if (std::int64_t rest = scaled % scale; rest != 0) {
+    out += '.';
+    for (; rest != 0; rest = rest * 10 % scale) {
+      out += static_cast<char>('0' + rest * 10 / scale);
+    }
+  }
+}
+
 }  // namespace barcode

@@ -23,4 +23,8 @@ void AppendFixed2(std::string& out, double value);
 // "%.<precision>g".
 void AppendGeneral(std::string& out, double value, int precision = 6);
 
+// Not as printf: at most so many decimals, rounded, without zeros at its ends (".5", "-2", "0"). The value
+// with its decimals is to fit 63 bits.
+void AppendDecimal(std::string& out, double value, int decimals);
+
 }  // namespace barcode

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <numeric>
@@ -37,27 +36,6 @@ constexpr std::string_view kStroke = "stroke";
 constexpr std::size_t kFrameSize = 512;
 constexpr std::size_t kBarSize = 10;
 constexpr std::size_t kGlyphSize = 120;
-
-// A number with at most so many decimals, rounded, without zeros at its ends.
-void AppendDecimal(std::string& out, double value, int decimals) {
-  std::int64_t scale = 1;
-  for (int i = 0; i < decimals; ++i) {
-    scale *= 10;
-  }
-  const std::int64_t scaled = std::llround(std::fabs(value) * static_cast<double>(scale));
-  if (value < 0 && scaled != 0) {
-    out += '-';
-  }
-  if (scaled >= scale || scaled == 0) {
-    AppendInt(out, scaled / scale);
-  }
-  if (std::int64_t rest = scaled % scale; rest != 0) {
-    out += '.';
-    for (; rest != 0; rest = rest * 10 % scale) {
-      out += static_cast<char>('0' + rest * 10 / scale);
-    }
-  }
-}
 
 std::string ShortHex(const Colour& colour) {
   constexpr std::string_view kDigits = "0123456789abcdef";

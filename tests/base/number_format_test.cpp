@@ -71,6 +71,22 @@ TEST(NumberFormat, GeneralIsPrintfG) {
   }
 }
 
+TEST(NumberFormat, DecimalsWithoutZerosAtTheirEnds) {
+  const auto decimal = [](double value, int decimals) {
+    std::string out;
+    AppendDecimal(out, value, decimals);
+    return out;
+  };
+  EXPECT_EQ(decimal(0, 2), "0");
+  EXPECT_EQ(decimal(-0.004, 2), "0");
+  EXPECT_EQ(decimal(0.5, 2), ".5");
+  EXPECT_EQ(decimal(-12.05, 2), "-12.05");
+  EXPECT_EQ(decimal(7, 5), "7");
+  EXPECT_EQ(decimal(0.999, 2), "1");
+  EXPECT_EQ(decimal(72.0 / 203, 11), ".35467980296");
+  EXPECT_EQ(decimal(14'400.00001, 5), "14400.00001");
+}
+
 TEST(NumberFormat, Integers) {
   std::string out;
   AppendInt(out, std::numeric_limits<std::int64_t>::min());
