@@ -21,11 +21,11 @@ BarShape ShapeOf(const std::vector<DotRect>& rects) {
 }
 
 bool ContinuesAcross(const DotRect& rect, const DotRect& next) {
-  return next.y == rect.y && next.height == rect.height && next.x == rect.x + rect.width;
+  return next.x == rect.x + rect.width && next.y == rect.y && next.height == rect.height;
 }
 
 bool ContinuesDown(const DotRect& rect, const DotRect& next) {
-  return next.x == rect.x && next.width == rect.width && next.y == rect.y + rect.height;
+  return next.y == rect.y + rect.height && next.x == rect.x && next.width == rect.width;
 }
 
 bool Continues(const DotRect& rect, const DotRect& next, BarShape shape) {

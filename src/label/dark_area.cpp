@@ -43,7 +43,8 @@ std::vector<Bar> BarsOf(const RunVector& pattern) {
 
 void AddBars(std::vector<DotRect>& dark, const std::vector<Bar>& bars, int module, int adjust,
              const RowPlace& place) {
-  dark.reserve(dark.size() + bars.size());
+  const std::size_t before = dark.size();
+  dark.resize(before + bars.size());
   const auto dots = [module](std::int64_t modules) { return static_cast<int>(modules * module); };
   for (std::size_t i = 0; i < bars.size(); ++i) {
     const int start = place.x + dots(bars[i].start);
@@ -52,7 +53,7 @@ void AddBars(std::vector<DotRect>& dark, const std::vector<Bar>& bars, int modul
       const int lightEnd = i + 1 < bars.size() ? place.x + dots(bars[i + 1].start) : place.lightEnd;
       width = std::clamp(width + adjust, 1, std::max(width, lightEnd - start - 1));
     }
-    dark.push_back({start, place.y, width, place.height});
+    dark[before + i] = {start, place.y, width, place.height};
   }
 }
 

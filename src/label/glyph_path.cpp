@@ -138,8 +138,8 @@ const PathTable& TheTable() {
   return table;
 }
 
-const GlyphPath* OrdinaryPath(int glyph) {
-  const std::optional<int> number = Font().OrdinaryNumber(glyph);
+const GlyphPath* OrdinaryPath(const Font& font, int glyph) {
+  const std::optional<int> number = font.OrdinaryNumber(glyph);
   if (!number) {
     return nullptr;
   }
@@ -150,12 +150,12 @@ const GlyphPath* OrdinaryPath(int glyph) {
 }  // namespace
 
 void GlyphPen::Draw(int glyph, const UnitPoint& origin) {
-  if (const GlyphPath* const path = OrdinaryPath(glyph)) {
+  if (const GlyphPath* const path = OrdinaryPath(m_font, glyph)) {
     Add(*path, origin);
     return;
   }
   TextWriter room(kLikelySize);
-  Add(PathOf(Font().GlyphOutline(glyph), room), origin);
+  Add(PathOf(m_font.GlyphOutline(glyph), room), origin);
 }
 
 void GlyphPen::Add(const GlyphPath& path, const UnitPoint& origin) {

@@ -26,6 +26,7 @@ class GlyphPen {
  private:
   void Add(const GlyphPath& path, const UnitPoint& origin);
 
+  Font m_font;
   TextWriter& m_out;
   UnitPoint m_at;
 };

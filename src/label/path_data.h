@@ -10,7 +10,7 @@ namespace barcode::label {
 // text after Flush.
 class PathData {
  public:
-  explicit PathData(TextWriter& out) : m_out(out) { Continue(); }
+  explicit PathData(TextWriter& out) : m_out(out) { Continue(kLongest); }
 
   PathData& Command(char command) {
     MakeRoom();
@@ -25,6 +25,21 @@ class PathData {
       *m_at++ = ' ';
     }
     m_at = TextWriter::WriteInteger(m_at, value);
+    m_apart = false;
+    return *this;
+  }
+
+  // A move, and a line from there: in `direction` "h" or "v". All are relative.
+  PathData& Line(int dx, int dy, char direction, int length) {
+    MakeRoom(3 * kLongest);
+    *m_at++ = 'm';
+    m_at = TextWriter::WriteInteger(m_at, dx);
+    if (dy >= 0) {
+      *m_at++ = ' ';
+    }
+    m_at = TextWriter::WriteInteger(m_at, dy);
+    *m_at++ = direction;
+    m_at = TextWriter::WriteInteger(m_at, length);
     m_apart = false;
     return *this;
   }
@@ -44,16 +59,16 @@ class PathData {
 
  private:
   // A number with the blank in front of it is the longest.
-  static constexpr std::ptrdiff_t kLongest = 1 + TextWriter::kLongestInteger;
+  static constexpr std::size_t kLongest = 1 + TextWriter::kLongestInteger;
 
-  void MakeRoom() {
-    if (m_end - m_at < kLongest) {
+  void MakeRoom(std::size_t size = kLongest) {
+    if (static_cast<std::size_t>(m_end - m_at) < size) {
       m_out.WroteTo(m_at);
-      Continue();
+      Continue(size);
     }
   }
-  void Continue() {
-    m_at = m_out.MakeRoom(kLongest);
+  void Continue(std::size_t size) {
+    m_at = m_out.MakeRoom(size);
     m_end = m_out.RoomEnd();
   }
 

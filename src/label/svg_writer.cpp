@@ -141,8 +141,9 @@ class Step {
   int Dots() const { return m_dots; }
   // To the nearest.
   int Count(int length) const {
-    const double count = length * m_inverse;
-    return static_cast<int>(count + (count < 0 ? -0.5 : 0.5));
+    // Above zero, cutting off is rounding down.
+    constexpr int kLift = 1 << 30;
+    return static_cast<int>(static_cast<std::int64_t>(length * m_inverse + (kLift + 0.5)) - kLift);
   }
   bool Divides(int length) const { return Count(length) * m_dots == length; }
 
@@ -197,8 +198,7 @@ void AppendLinesAcross(PathData& path, const std::vector<DotRect>& rects, const 
   for (const DotRect& rect : std::span(rects).subspan(1)) {
     const int x = grid.step.Count(rect.x - grid.x);
     const int width = grid.step.Count(rect.width);
-    path.Command('m').Number(x - end).Number(rect.y == y ? 0 : grid.step.Count(rect.y - y));
-    path.Command('h').Number(width);
+    path.Line(x - end, rect.y == y ? 0 : grid.step.Count(rect.y - y), 'h', width);
     end = x + width;
     y = rect.y;
   }
@@ -212,8 +212,7 @@ void AppendLinesDown(PathData& path, const std::vector<DotRect>& rects, const Gr
   for (const DotRect& rect : std::span(rects).subspan(1)) {
     const int y = grid.step.Count(rect.y - grid.y);
     const int height = grid.step.Count(rect.height);
-    path.Command('m').Number(rect.x == x ? 0 : grid.step.Count(rect.x - x)).Number(y - end);
-    path.Command('v').Number(height);
+    path.Line(rect.x == x ? 0 : grid.step.Count(rect.x - x), y - end, 'v', height);
     end = y + height;
     x = rect.x;
   }

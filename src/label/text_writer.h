@@ -74,14 +74,18 @@ class TextWriter {
 
   // Writes a number to where there is room for it; returns the end.
   static char* WriteInteger(char* out, std::int64_t value) {
-    if (value < 0 || value > 99) {
-      return WriteLongInteger(out, value);
+    const auto small = static_cast<std::uint64_t>(value);
+    if (small < 10) {
+      *out = static_cast<char>('0' + small);
+      return out + 1;
     }
-    if (value > 9) {
-      *out++ = static_cast<char>('0' + value / 10);
+    if (small < 100) {
+      const unsigned tens = static_cast<unsigned>(small) / 10;
+      out[0] = static_cast<char>('0' + tens);
+      out[1] = static_cast<char>('0' + small - 10 * tens);
+      return out + 2;
     }
-    *out++ = static_cast<char>('0' + value % 10);
-    return out;
+    return WriteLongInteger(out, value);
   }
 
  private:
