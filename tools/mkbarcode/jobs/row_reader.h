@@ -1,0 +1,111 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "mkbarcode/jobs/input_format.h"
+
+namespace barcode::tool {
+
+// No request that makes a label is near it; what has no end must not fill the memory.
+inline constexpr std::size_t kLongestRow = std::size_t{1} << 20U;
+
+enum class RowProblem : std::uint8_t {
+  kNone,
+  kTooLong,        // above kLongestRow
+  kUnclosedQuote,  // up to the end of the input, or for longer than kLongestRow
+};
+
+// One row as it stands in the input.
+struct RawRow {
+  std::string_view bytes;  // without its line end; with a problem only its beginning
+  RowProblem problem = RowProblem::kNone;
+};
+
+// Cuts bytes into rows: lines, or in a table what stands between line ends outside quotes. Line ends are LF
+// and CR LF, in a table a lone CR too. Empty lines are no rows; nor is a byte order mark a part of one.
+class RowCutter {
+ public:
+  explicit RowCutter(InputFormat format) : m_format(format) {}
+
+  // Room for more input, at least a block of it. Takes the bytes of earlier rows away.
+  struct Room {
+    char* bytes = nullptr;
+    std::size_t size = 0;
+  };
+  Room RoomForInput();
+  void Add(std::size_t count) { m_end += count; }
+  // No more will come: what is left is the last row.
+  void AddEnd() { m_isEnded = true; }
+
+  // The next row, if all of it is there; its bytes stand until there is more input. Throws RunError for
+  // UTF-16.
+  std::optional<RawRow> Next();
+
+ private:
+  enum class State : std::uint8_t { kCellStart, kPlain, kQuoted, kQuoteInQuoted };
+
+  std::string_view Pending() const { return {m_buffer.data() + m_begin, m_end - m_begin}; }
+  bool SkipByteOrderMark();
+  std::optional<RawRow> NextPiece();
+  // Moves m_scan to the line end of the row at m_begin; false when it has not come yet.
+  bool FindLineEnd();
+  bool FindEndOfTableRow();
+  bool FindEndOfLine();
+  void Step(char character);
+  // Takes the row up to m_scan, and its line end.
+  RawRow TakeRow();
+  RawRow TakeLastRow();
+  RawRow GiveUpQuote();
+  void SkipLineEnd();
+  void StartRow();
+
+  InputFormat m_format;
+  std::vector<char> m_buffer;
+  std::size_t m_begin = 0;  // of the row that is being looked for
+  std::size_t m_scan = 0;   // everything before was looked at
+  std::size_t m_end = 0;    // of what has been read
+  State m_state = State::kCellStart;
+  std::optional<std::size_t> m_firstLineEnd;  // inside the quotes of this row
+  bool m_isAtStart = true;
+  bool m_isSkipping = false;          // the rest of a row that is too long
+  bool m_mayContinueLineEnd = false;  // a CR ended the last row: an LF belongs to it
+  bool m_isEnded = false;
+};
+
+// Cuts what a descriptor has to say.
+class RowReader {
+ public:
+  // name: for messages. wakeUp: another descriptor; Fill returns without input as soon as it can be read.
+  RowReader(int descriptor, std::string name, InputFormat format, int wakeUp = -1);
+
+  // The next row that is here already; its bytes stand until Fill. Throws RunError.
+  std::optional<RawRow> Next();
+
+  enum class Filled : std::uint8_t { kSome, kWokenUp };
+  // Waits for more input, of which the end is a part: Next may find a row now. Not at the end. Throws
+  // RunError.
+  Filled Fill();
+
+  // All input has been read: when Next finds no row, there is none.
+  bool IsAtEnd() const { return m_isAtEnd; }
+
+  std::uint64_t BytesRead() const { return m_bytesRead; }
+  // Of the rows that were taken; 0 before the first.
+  std::uint64_t RowsTaken() const { return m_rowsTaken; }
+
+ private:
+  int m_descriptor;
+  std::string m_name;
+  int m_wakeUp;
+  RowCutter m_cutter;
+  std::uint64_t m_bytesRead = 0;
+  std::uint64_t m_rowsTaken = 0;
+  bool m_isAtEnd = false;
+};
+
+}  // namespace barcode::tool
