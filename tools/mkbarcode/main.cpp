@@ -4,6 +4,7 @@
 #include <variant>
 #include <vector>
 
+#include "mkbarcode/batch/batch_command.h"
 #include "mkbarcode/command_line.h"
 #include "mkbarcode/draw.h"
 #include "mkbarcode/errors.h"
@@ -67,6 +68,9 @@ int Run(const GalleryCommand& command) {
 
 int Main(const std::vector<std::string>& arguments) {
   try {
+    if (!arguments.empty() && arguments.front() == "batch") {
+      return RunBatch({arguments.begin() + 1, arguments.end()});
+    }
     return std::visit([](const auto& command) { return Run(command); }, ParseCommandLine(arguments));
   } catch (const UsageError& error) {
     WriteToStandardError(Concat({"mkbarcode: ", error.what(), "\nSee mkbarcode --help\n"}));
