@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "mkbarcode/errors.h"
-#include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/gallery/gallery_samples.h"
 #include "mkbarcode/program_runner.h"
 
 namespace barcode::tool {

@@ -1,4 +1,4 @@
-#include "mkbarcode/gallery.h"
+#include "mkbarcode/gallery/gallery.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,8 +8,8 @@
 #include <set>
 
 #include "mkbarcode/errors.h"
-#include "mkbarcode/gallery_page.h"
-#include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/gallery/gallery_page.h"
+#include "mkbarcode/gallery/gallery_samples.h"
 #include "mkbarcode/program_runner.h"
 
 namespace barcode::tool {

@@ -1,4 +1,4 @@
-#include "mkbarcode/label_gallery.h"
+#include "mkbarcode/gallery/label_gallery.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,8 +11,8 @@
 
 #include "barcode_label.h"
 #include "mkbarcode/errors.h"
-#include "mkbarcode/label_page.h"
-#include "mkbarcode/label_samples.h"
+#include "mkbarcode/gallery/label_page.h"
+#include "mkbarcode/gallery/label_samples.h"
 #include "mkbarcode/program_runner.h"
 
 namespace barcode::tool {

@@ -7,8 +7,8 @@
 #include <set>
 
 #include "barcode.h"
-#include "mkbarcode/gallery_samples.h"
-#include "mkbarcode/label_samples.h"
+#include "mkbarcode/gallery/gallery_samples.h"
+#include "mkbarcode/gallery/label_samples.h"
 #include "mkbarcode/program_runner.h"
 #include "mkbarcode/quoting.h"
 #include "mkbarcode/types.h"

@@ -7,11 +7,11 @@
 #include "mkbarcode/command_line.h"
 #include "mkbarcode/draw.h"
 #include "mkbarcode/errors.h"
-#include "mkbarcode/gallery.h"
-#include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/gallery/gallery.h"
+#include "mkbarcode/gallery/gallery_samples.h"
+#include "mkbarcode/gallery/label_gallery.h"
+#include "mkbarcode/gallery/label_samples.h"
 #include "mkbarcode/io.h"
-#include "mkbarcode/label_gallery.h"
-#include "mkbarcode/label_samples.h"
 #include "mkbarcode/quoting.h"
 
 namespace barcode::tool {

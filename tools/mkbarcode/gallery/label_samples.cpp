@@ -1,4 +1,4 @@
-#include "mkbarcode/label_samples.h"
+#include "mkbarcode/gallery/label_samples.h"
 
 #include <string_view>
 

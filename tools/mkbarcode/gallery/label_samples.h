@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "mkbarcode/label_gallery.h"
+#include "mkbarcode/gallery/label_gallery.h"
 
 namespace barcode::tool {
 

@@ -1,10 +1,10 @@
-#include "mkbarcode/gallery.h"
+#include "mkbarcode/gallery/gallery.h"
 
 #include <filesystem>
 #include <set>
 
 #include "mkbarcode/errors.h"
-#include "mkbarcode/gallery_page.h"
+#include "mkbarcode/gallery/gallery_page.h"
 #include "mkbarcode/io.h"
 #include "mkbarcode/quoting.h"
 

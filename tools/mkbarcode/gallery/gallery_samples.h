@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "mkbarcode/gallery.h"
+#include "mkbarcode/gallery/gallery.h"
 
 namespace barcode::tool {
 

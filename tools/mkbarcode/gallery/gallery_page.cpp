@@ -1,8 +1,8 @@
-#include "mkbarcode/gallery_page.h"
+#include "mkbarcode/gallery/gallery_page.h"
 
 #include <string_view>
 
-#include "mkbarcode/html_page.h"
+#include "mkbarcode/gallery/html_page.h"
 #include "mkbarcode/quoting.h"
 
 namespace barcode::tool {

@@ -1,4 +1,4 @@
-#include "mkbarcode/label_gallery.h"
+#include "mkbarcode/gallery/label_gallery.h"
 
 #include <filesystem>
 #include <memory>
@@ -6,8 +6,8 @@
 
 #include "barcode_label.h"
 #include "mkbarcode/errors.h"
+#include "mkbarcode/gallery/label_page.h"
 #include "mkbarcode/io.h"
-#include "mkbarcode/label_page.h"
 #include "mkbarcode/quoting.h"
 
 namespace barcode::tool {

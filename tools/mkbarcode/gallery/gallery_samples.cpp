@@ -1,4 +1,4 @@
-#include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/gallery/gallery_samples.h"
 
 #include <string_view>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "mkbarcode/html_page.h"
+#include "mkbarcode/gallery/html_page.h"
 
 #include "mkbarcode/quoting.h"
 

@@ -1,10 +1,10 @@
-#include "mkbarcode/label_page.h"
+#include "mkbarcode/gallery/label_page.h"
 
 #include <nlohmann/json.hpp>
 #include <string_view>
 
 #include "barcode_label.h"
-#include "mkbarcode/html_page.h"
+#include "mkbarcode/gallery/html_page.h"
 #include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
