@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "mkbarcode/quoting.h"
+
 namespace barcode::tool {
 namespace {
 
@@ -181,6 +183,11 @@ std::vector<LabelSample> LabelSamples() {
     }
   }
   return samples;
+}
+
+std::string RequestText(const LabelSample& sample, std::string_view format) {
+  return Concat(
+      {R"({"type": ")", sample.type->name, R"(", )", sample.members, R"(, "format": ")", format, R"("})"});
 }
 
 }  // namespace barcode::tool
