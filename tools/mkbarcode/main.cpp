@@ -8,11 +8,10 @@
 #include "mkbarcode/command_line.h"
 #include "mkbarcode/draw.h"
 #include "mkbarcode/errors.h"
-#include "mkbarcode/gallery.h"
-#include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/gallery/gallery.h"
+#include "mkbarcode/gallery/label_samples.h"
+#include "mkbarcode/gallery/library_samples.h"
 #include "mkbarcode/io.h"
-#include "mkbarcode/label_gallery.h"
-#include "mkbarcode/label_samples.h"
 #include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
@@ -55,15 +54,13 @@ void TellOf(const std::vector<std::string>& failures) {
 }
 
 int Run(const GalleryCommand& command) {
-  const GalleryResult symbols = WriteGallery(GallerySamples(), command.directory, command.verbose);
-  const LabelGalleryResult labels = WriteLabelGallery(LabelSamples(), command.directory);
-  TellOf(symbols.failures);
-  TellOf(labels.failures);
-  WriteAll("-", Concat({"Drew ", std::to_string(symbols.drawn), " samples of ", std::to_string(symbols.types),
-                        " symbologies. Look at ", symbols.indexFile, "\nMade ", std::to_string(labels.made),
-                        " labels of ", std::to_string(labels.types), " symbologies. Look at ",
-                        labels.pageFile, "\n"}));
-  return symbols.failures.empty() && labels.failures.empty() ? kExitDone : kExitFailed;
+  const GalleryResult result =
+      WriteGallery(LabelSamples(), LibrarySamples(), command.directory, command.verbose);
+  TellOf(result.failures);
+  WriteAll("-", Concat({"Made ", std::to_string(result.labels), " labels of ", std::to_string(result.types),
+                        " symbologies and drew ", std::to_string(result.libraryPictures),
+                        " pictures with the library. Look at ", result.indexFile, "\n"}));
+  return result.failures.empty() ? kExitDone : kExitFailed;
 }
 
 int Main(const std::vector<std::string>& arguments) {

@@ -1,6 +1,8 @@
-#include "mkbarcode/label_samples.h"
+#include "mkbarcode/gallery/label_samples.h"
 
 #include <string_view>
+
+#include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 namespace {
@@ -181,6 +183,11 @@ std::vector<LabelSample> LabelSamples() {
     }
   }
   return samples;
+}
+
+std::string RequestText(const LabelSample& sample, std::string_view format) {
+  return Concat(
+      {R"({"type": ")", sample.type->name, R"(", )", sample.members, R"(, "format": ")", format, R"("})"});
 }
 
 }  // namespace barcode::tool

@@ -1,4 +1,4 @@
-#include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/gallery/library_samples.h"
 
 #include <string_view>
 #include <utility>
@@ -255,8 +255,8 @@ std::vector<Row> TwoDimensionalRows() {
   };
 }
 
-Sample SampleOf(const Row& row) {
-  Sample sample;
+LibrarySample SampleOf(const Row& row) {
+  LibrarySample sample;
   sample.caption = row.caption;
   sample.request.type = &TypeOf(row.type);
   sample.request.text = row.text;
@@ -270,8 +270,8 @@ Sample SampleOf(const Row& row) {
 
 }  // namespace
 
-std::vector<Sample> GallerySamples() {
-  std::vector<Sample> samples;
+std::vector<LibrarySample> LibrarySamples() {
+  std::vector<LibrarySample> samples;
   for (const std::vector<Row>& rows : {LinearRows(), Gs1AndPostalRows(), TwoDimensionalRows()}) {
     for (const Row& row : rows) {
       samples.push_back(SampleOf(row));
