@@ -59,4 +59,11 @@ void AddJsonString(TextWriter& out, std::string_view text) {
   out.Add('"');
 }
 
+void AppendJsonString(std::string& out, std::string_view text) {
+  constexpr std::size_t kLikelyEscapes = 16;
+  TextWriter writer(text.size() + kLikelyEscapes);
+  AddJsonString(writer, text);
+  out += writer.Take();
+}
+
 }  // namespace barcode::label

@@ -11,6 +11,7 @@ namespace barcode::label {
 
 // Adds a text in quotes. What is not UTF-8 becomes U+FFFD: the document always is.
 void AddJsonString(TextWriter& out, std::string_view text);
+void AppendJsonString(std::string& out, std::string_view text);
 
 // Puts a document together, piece by piece, with the commas between them.
 class JsonWriter {
