@@ -33,8 +33,8 @@ constexpr std::string_view kStroke = "stroke";
 
 // Bytes of a document beside its bars and text, of a bar and of a glyph.
 constexpr std::size_t kFrameSize = 512;
-constexpr std::size_t kBarSize = 10;
-constexpr std::size_t kGlyphSize = 120;
+constexpr std::size_t kBarSize = 8;
+constexpr std::size_t kGlyphSize = 96;
 
 void AddDecimal(TextWriter& out, double value, int decimals) {
   DecimalRoom room{};

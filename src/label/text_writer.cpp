@@ -8,6 +8,20 @@
 namespace barcode::label {
 
 char* TextWriter::WriteLongInteger(char* out, std::int64_t value) {
+  const bool isNegative = value < 0;
+  const std::uint64_t size =
+      isNegative ? -static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+  if (size < 1000) {
+    const auto small = static_cast<unsigned>(size);
+    *out = '-';
+    out += isNegative ? 1 : 0;
+    *out = static_cast<char>('0' + small / 100);
+    out += small >= 100 ? 1 : 0;
+    *out = static_cast<char>('0' + small / 10 % 10);
+    out += small >= 10 ? 1 : 0;
+    *out = static_cast<char>('0' + small % 10);
+    return out + 1;
+  }
   return std::to_chars(out, out + kLongestInteger, value).ptr;
 }
 

@@ -74,16 +74,9 @@ class TextWriter {
 
   // Writes a number to where there is room for it; returns the end.
   static char* WriteInteger(char* out, std::int64_t value) {
-    const auto small = static_cast<std::uint64_t>(value);
-    if (small < 10) {
-      *out = static_cast<char>('0' + small);
+    if (value >= 0 && value < 10) {
+      *out = static_cast<char>('0' + value);
       return out + 1;
-    }
-    if (small < 100) {
-      const unsigned tens = static_cast<unsigned>(small) / 10;
-      out[0] = static_cast<char>('0' + tens);
-      out[1] = static_cast<char>('0' + small - 10 * tens);
-      return out + 2;
     }
     return WriteLongInteger(out, value);
   }
