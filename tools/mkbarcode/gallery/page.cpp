@@ -113,8 +113,7 @@ std::string PageWriter::Tabs(std::span<const Snippet> snippets, std::string_view
     choices += Concat({"<input type=\"radio\" class=\"", word, "\" name=\"", group, "\" id=\"", id,
                        "\" value=\"", word, "\"", snippet.language == Language::kShell ? " checked" : "",
                        "><label for=\"", id, "\">", TitleOf(snippet.language), "</label>\n"});
-    blocks +=
-        Concat({"<pre class=\"", word, "\" tabindex=\"0\"><code>", CodeHtml(snippet), "</code></pre>\n"});
+    blocks += Concat({"<pre class=\"", word, "\"><code>", CodeHtml(snippet), "</code></pre>\n"});
   }
   return Concat({"<div class=\"code\" role=\"group\" aria-label=\"Code\" data-file=\"", HtmlEscaped(file),
                  "\">\n", choices, "<button type=\"button\" class=\"copy\" hidden>Copy</button>\n", blocks,

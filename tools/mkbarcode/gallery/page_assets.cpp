@@ -89,8 +89,8 @@ figcaption a + a { margin-left: .75rem; }
 .code input:checked + label { background: var(--code); color: var(--ink); font-weight: 600; }
 .code input:focus-visible + label { outline: 2px solid var(--accent); outline-offset: -2px; }
 .code pre { display: none; width: 100%; margin: 0; padding: .75rem .9rem; border-radius: 0 .4rem .4rem .4rem;
-  background: var(--code); font-size: .78125rem; line-height: 1.6; overflow-x: auto; tab-size: 2; }
-.code pre.shell { white-space: pre-wrap; overflow-wrap: anywhere; border-top-left-radius: 0; }
+  background: var(--code); font-size: .78125rem; line-height: 1.6; white-space: pre-wrap; overflow-wrap: anywhere; }
+.code pre.shell { border-top-left-radius: 0; }
 .shell span { display: inline-block; max-width: 100%; }
 .code .shell:checked ~ pre.shell, .code .python:checked ~ pre.python, .code .node:checked ~ pre.node,
 .code .c:checked ~ pre.c { display: block; }

@@ -88,16 +88,16 @@ std::string LabelC(const ordered_json& request, std::string_view file) {
 #include <string.h>
 
 int main(void) {
-  const char *request = )",
+  const char* request = )",
                  CLiteral(SpacedJson(request)), R"(;
-  BarcodeLabel *label = barcode_label_make(request, strlen(request));
+  BarcodeLabel* label = barcode_label_make(request, strlen(request));
   if (!barcode_label_ok(label)) {
     fprintf(stderr, "%s\n", barcode_label_report(label));
     return 1;
   }
   size_t length = 0;
-  const unsigned char *data = barcode_label_data(label, &length);
-  FILE *file = fopen()",
+  const unsigned char* data = barcode_label_data(label, &length);
+  FILE* file = fopen()",
                  CLiteral(file), R"(, "wb");
   fwrite(data, 1, length, file);
   barcode_label_free(label);
@@ -163,7 +163,7 @@ std::string LibraryNode(const DrawRequest& request, std::string_view file) {
 std::string LibraryC(const DrawRequest& request, std::string_view file) {
   constexpr std::string_view kLast = "barcode_destroy(h);\n";
   std::string calls = CallsText(request);
-  calls.insert(calls.size() - kLast.size(), Concat({"FILE *file = fopen(", CLiteral(file), R"(, "wb");
+  calls.insert(calls.size() - kLast.size(), Concat({"FILE* file = fopen(", CLiteral(file), R"(, "wb");
 fwrite(png, 1, (size_t)length, file);
 )"}));
   std::string body;
