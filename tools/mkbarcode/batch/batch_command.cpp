@@ -22,6 +22,8 @@
 #include "mkbarcode/batch/name_template.h"
 #include "mkbarcode/batch/output.h"
 #include "mkbarcode/batch/progress.h"
+#include "mkbarcode/cli/help_page.h"
+#include "mkbarcode/cli/parser.h"
 #include "mkbarcode/descriptor.h"
 #include "mkbarcode/errors.h"
 #include "mkbarcode/io.h"
@@ -285,25 +287,29 @@ void AddOwnOptions(CLI::App& app, BatchOptions& options) {
   app.add_flag("-q,--quiet", options.quiet, "No progress and no summary");
 }
 
+std::unique_ptr<CLI::App> BuildBatchApp(BatchOptions& options) {
+  auto app =
+      std::make_unique<CLI::App>("Draws a label for each row of a table or of lines of JSON.", "batch");
+  app->set_help_flag("-h,--help", "Print this help");
+  AddOwnOptions(*app, options);
+  AddLabelOption(*app, options.defaults, label::InfoOf(label::FieldId::kType));
+  AddLabelOptions(*app, options.defaults);
+  return app;
+}
+
 }  // namespace
 
-void AddBatchOptions(CLI::App& app, BatchOptions& options) {
-  AddOwnOptions(app, options);
-  AddLabelOption(app, options.defaults, label::InfoOf(label::FieldId::kType));
-  AddLabelOptions(app, options.defaults);
+CommandDescription DescribeBatchCommand() {
+  BatchOptions options;
+  return Describe(*BuildBatchApp(options));
 }
 
 int RunBatch(const std::vector<std::string>& arguments) {
   BatchOptions options;
-  CLI::App app("Draws a label for each row of a table or of lines of JSON.\n", "mkbarcode batch");
-  AddBatchOptions(app, options);
-  try {
-    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // it takes the last one first
-  } catch (const CLI::CallForHelp&) {
-    WriteAll("-", app.help());
+  const std::unique_ptr<CLI::App> app = BuildBatchApp(options);
+  if (!RunParser(*app, arguments)) {
+    WriteAll("-", HelpPage(Describe(*app)));
     return kExitDone;
-  } catch (const CLI::ParseError& error) {
-    throw UsageError(error.what());
   }
   return BatchRun(options).Run();
 }

@@ -6,10 +6,7 @@
 #include <vector>
 
 #include "label/request.h"
-
-namespace CLI {
-class App;
-}
+#include "mkbarcode/cli/description.h"
 
 namespace barcode::tool {
 
@@ -28,8 +25,7 @@ struct BatchOptions {
   label::Request defaults;
 };
 
-// The options, on a parser that is made for them; they land in `options`, which is to outlive it.
-void AddBatchOptions(CLI::App& app, BatchOptions& options);
+CommandDescription DescribeBatchCommand();
 
 // Runs the command with what stands behind its name. Throws UsageError and RunError.
 int RunBatch(const std::vector<std::string>& arguments);
