@@ -13,6 +13,7 @@
 #include "mkbarcode/label_gallery.h"
 #include "mkbarcode/label_samples.h"
 #include "mkbarcode/quoting.h"
+#include "mkbarcode/sheet/sheet_command.h"
 
 namespace barcode::tool {
 namespace {
@@ -67,6 +68,9 @@ int Run(const GalleryCommand& command) {
 
 int Main(const std::vector<std::string>& arguments) {
   try {
+    if (!arguments.empty() && arguments.front() == "sheet") {
+      return RunSheet({arguments.begin() + 1, arguments.end()});
+    }
     return std::visit([](const auto& command) { return Run(command); }, ParseCommandLine(arguments));
   } catch (const UsageError& error) {
     WriteToStandardError(Concat({"mkbarcode: ", error.what(), "\nSee mkbarcode --help\n"}));
