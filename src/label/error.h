@@ -39,23 +39,33 @@ struct Size {
   bool operator==(const Size&) const = default;
 };
 
+struct SizeMm {
+  double width = 0;
+  double height = 0;
+
+  bool operator==(const SizeMm&) const = default;
+};
+
 // A refusal: thrown by whatever finds it, a value in the result of Make (label.h).
 class LabelError : public std::runtime_error {
  public:
   // field: as the request names it, "" where none is to blame. message: one English sentence that says what
-  // to do, with its full stop. needed: dots of the smallest picture that would do.
+  // to do, with its full stop. needed: dots of the smallest picture that would do. neededMm: of the smallest
+  // cell of a sheet.
   LabelError(ErrorCode code, std::string_view field, const std::string& message,
-             std::optional<Size> needed = std::nullopt)
-      : std::runtime_error(message), m_code(code), m_field(field), m_needed(needed) {}
+             std::optional<Size> needed = std::nullopt, std::optional<SizeMm> neededMm = std::nullopt)
+      : std::runtime_error(message), m_code(code), m_field(field), m_needed(needed), m_neededMm(neededMm) {}
 
   ErrorCode Code() const { return m_code; }
   const std::string& Field() const { return m_field; }
   std::optional<Size> Needed() const { return m_needed; }
+  std::optional<SizeMm> NeededMm() const { return m_neededMm; }
 
  private:
   ErrorCode m_code;
   std::string m_field;
   std::optional<Size> m_needed;
+  std::optional<SizeMm> m_neededMm;
 };
 
 // What a delivered label has to say beside its picture; one of the codes from kLowContrast on.

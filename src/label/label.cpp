@@ -36,22 +36,11 @@ std::string_view MediaType(Format format) {
   return "application/pdf";
 }
 
-// The composition has those of the symbol.
-std::vector<Warning> AllWarnings(const TypeInfo& type, const Request& request,
-                                 const Composition& composition) {
-  std::vector<Warning> warnings = PrintWarnings(type, request, composition);
-  warnings.insert(warnings.end(), composition.warnings.begin(), composition.warnings.end());
-  return warnings;
-}
-
 Label Deliver(const Request& request) {
   const TypeInfo& type = ValidateRequest(request);
   const Symbol symbol = EncodeSymbol(type.type, request);
   const Composition composition = Compose(type, request, symbol);
-  const std::vector<Warning> warnings = AllWarnings(type, request, composition);
-  if (request.strict == true && !warnings.empty()) {
-    throw LabelError(warnings.front().code, "", warnings.front().message);
-  }
+  const std::vector<Warning> warnings = WarningsOf(type, request, composition);
   const Format format = request.format.value_or(Format::kPng);
   Label label;
   label.data = Write(composition.drawing, format);

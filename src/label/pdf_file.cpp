@@ -17,6 +17,9 @@ constexpr std::size_t kMostKids = 1000;
 
 constexpr int kDecimals = 5;
 
+// Bytes of the table of objects that are written at once.
+constexpr std::size_t kBlock = 65'536;
+
 // The second line tells programs that carry files about that this one is no text.
 constexpr std::string_view kHeader = "%PDF-1.4\n%\xE2\xE3\xCF\xD3\n";
 
@@ -168,11 +171,15 @@ void PdfFile::WriteCrossReferences() {
   const std::uint64_t start = m_written;
   const std::size_t count = m_offsets.size() + 1;
   Write(Line("xref\n0 ", count, "\n0000000000 65535 f \n"));
+  m_scratch.clear();
   for (const std::uint64_t offset : m_offsets) {
-    m_scratch.clear();
     AppendOffset(m_scratch, offset);
-    Write(m_scratch);
+    if (m_scratch.size() >= kBlock) {
+      Write(m_scratch);
+      m_scratch.clear();
+    }
   }
+  Write(m_scratch);
   Write(Line("trailer\n<< /Size ", count, " /Root ", catalog, " 0 R /Info ", info, " 0 R >>\nstartxref\n",
              start, "\n%%EOF\n"));
 }

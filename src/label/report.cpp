@@ -73,6 +73,28 @@ void WriteModules(JsonWriter& json, const Composition& composition) {
   json.EndObject();
 }
 
+void WriteError(JsonWriter& json, const LabelError& error) {
+  json.BeginObject();
+  json.Member("code", WordOf(error.Code()));
+  json.Member("field", error.Field());
+  json.Member("message", std::string_view(error.what()));
+  if (const std::optional<Size> needed = error.Needed()) {
+    json.Key("needed");
+    json.BeginObject();
+    json.Member("width", needed->width);
+    json.Member("height", needed->height);
+    json.EndObject();
+  }
+  if (const std::optional<SizeMm> needed = error.NeededMm()) {
+    json.Key("needed_mm");
+    json.BeginObject();
+    json.Member("width", needed->width);
+    json.Member("height", needed->height);
+    json.EndObject();
+  }
+  json.EndObject();
+}
+
 }  // namespace
 
 std::string_view WordOf(ErrorCode code) {
@@ -101,24 +123,20 @@ std::string RefusedReport(const LabelError& error, const TypeInfo* type) {
   json.BeginObject();
   json.Member("ok", false);
   json.Key("error");
-  json.BeginObject();
-  json.Member("code", WordOf(error.Code()));
-  json.Member("field", error.Field());
-  json.Member("message", std::string_view(error.what()));
-  if (const std::optional<Size> needed = error.Needed()) {
-    json.Key("needed");
-    json.BeginObject();
-    json.Member("width", needed->width);
-    json.Member("height", needed->height);
-    json.EndObject();
-  }
-  json.EndObject();
+  WriteError(json, error);
   WriteWarnings(json, {});
   if (type != nullptr) {
     json.Member("type", type->name);
   }
   json.EndObject();
   return json.Take();
+}
+
+std::string ErrorJson(const LabelError& error) {
+  std::string text;
+  JsonWriter json(text);
+  WriteError(json, error);
+  return text;
 }
 
 }  // namespace barcode::label

@@ -32,6 +32,9 @@ std::string DeliveredReport(const Delivery& delivery);
 // type: of the request, when it names one.
 std::string RefusedReport(const LabelError& error, const TypeInfo* type);
 
+// The object "error" of such a report alone.
+std::string ErrorJson(const LabelError& error);
+
 // The report when there is no memory to make one.
 inline constexpr const char* kOutOfMemoryReport =
     R"({"ok":false,"error":{"code":"out_of_memory","field":"","message":"Memory is exhausted; free some, or ask )"

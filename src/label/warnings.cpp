@@ -140,4 +140,14 @@ std::vector<Warning> PrintWarnings(const TypeInfo& type, const Request& request,
   return warnings;
 }
 
+std::vector<Warning> WarningsOf(const TypeInfo& type, const Request& request,
+                                const Composition& composition) {
+  std::vector<Warning> warnings = PrintWarnings(type, request, composition);
+  warnings.insert(warnings.end(), composition.warnings.begin(), composition.warnings.end());
+  if (request.strict == true && !warnings.empty()) {
+    throw LabelError(warnings.front().code, "", warnings.front().message);
+  }
+  return warnings;
+}
+
 }  // namespace barcode::label

@@ -15,4 +15,8 @@ namespace barcode::label {
 std::vector<Warning> PrintWarnings(const TypeInfo& type, const Request& request,
                                    const Composition& composition);
 
+// These and those of the composition. Where there are any, throws LabelError for the first one if the request
+// is strict.
+std::vector<Warning> WarningsOf(const TypeInfo& type, const Request& request, const Composition& composition);
+
 }  // namespace barcode::label

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <span>
@@ -139,6 +140,51 @@ std::vector<GreyImage> GreyOfPdfs(const std::vector<PdfPage>& pages) {
     images.push_back(ReadPgm(folder.File("page" + std::to_string(i) + ".pgm")));
   }
   return images;
+}
+
+std::vector<GreyImage> GreyOfPages(const std::string& pdf, int dpi) {
+  const ScratchFolder folder;
+  const std::string file = folder.File("pages.pdf");
+  std::ofstream(file, std::ios::binary) << pdf;
+  const std::string command = "'" TEST_PDFTOPPM "' -q -gray -r " + std::to_string(dpi) + " '" + file + "' '" +
+                              folder.File("page") + "'";
+  (void)std::system(command.c_str());  // NOLINT(cert-env33-c): paths of this build, nothing from outside
+  // Named by their numbers, with as many digits as the last one has.
+  std::vector<std::string> files;
+  for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(file).parent_path())) {
+    if (entry.path().extension() == ".pgm") {
+      files.push_back(entry.path().string());
+    }
+  }
+  std::ranges::sort(files);
+  std::vector<GreyImage> images;
+  for (const std::string& page : files) {
+    images.push_back(ReadPgm(page));
+  }
+  return images;
+}
+
+std::string PdfInfo(const std::string& pdf) {
+  const ScratchFolder folder;
+  const std::string file = folder.File("file.pdf");
+  const std::string info = folder.File("info");
+  std::ofstream(file, std::ios::binary) << pdf;
+  const std::string command =
+      "'" TEST_PDFINFO "' -f 1 -l 3 '" + file + "' >'" + info + "' 2>'" + folder.File("complaints") + "'";
+  (void)std::system(command.c_str());  // NOLINT(cert-env33-c): paths of this build, nothing from outside
+  std::ostringstream complaints;
+  complaints << std::ifstream(folder.File("complaints")).rdbuf();
+  std::ifstream in(info);
+  std::string result;
+  for (std::string line; complaints.str().empty() && std::getline(in, line);) {
+    if (line.starts_with("Page") && line.find("rot:") == std::string::npos) {
+      // One space is enough.
+      line.erase(std::unique(line.begin(), line.end(), [](char a, char b) { return a == ' ' && b == ' '; }),
+                 line.end());
+      result += line + '\n';
+    }
+  }
+  return result;
 }
 
 Millimetres PageOfPdf(std::string_view pdf) {

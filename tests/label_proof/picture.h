@@ -25,6 +25,13 @@ struct PdfPage {
 };
 std::vector<GreyImage> GreyOfPdfs(const std::vector<PdfPage>& pages);
 
+// All pages of one PDF, at so many pixels an inch.
+std::vector<GreyImage> GreyOfPages(const std::string& pdf, int dpi);
+
+// What poppler says of a PDF, a line for each of its sizes, page by page: "Pages: 2", "Page 1 size: 595 x
+// 842 pts". "" when it does not like it.
+std::string PdfInfo(const std::string& pdf);
+
 struct Millimetres {
   double width = 0;
   double height = 0;

@@ -183,52 +183,93 @@ bool TakeOver(int descriptor, const struct stat& earlier) {
   return fchmod(descriptor, mode) == 0;
 }
 
-void WriteInPlace(const std::string& file, std::string_view bytes, const std::string& failure) {
-  Descriptor descriptor(open(file.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC | O_NOCTTY));
-  if (descriptor.Number() < 0 || !WriteDescriptor(descriptor.Number(), bytes) || !descriptor.Close()) {
+// What stands under the name, if anything does.
+std::optional<struct stat> StatusOf(const std::string& file, const std::string& failure) {
+  std::optional<struct stat> status(std::in_place);
+  if (stat(file.c_str(), &*status) == 0) {
+    return status;
+  }
+  // Links in a circle and names that lead through a file end here.
+  if (errno != ENOENT) {
     FailWithErrno(failure);
   }
-}
-
-// earlier: what stands under the name now, if anything does.
-void WriteBeside(const fs::path& file, const std::optional<struct stat>& earlier, std::string_view bytes,
-                 const std::string& failure) {
-  constexpr mode_t kDefaultMode = 0666;
-  constexpr mode_t kPrivateMode = 0600;
-  // Whoever protected a file from being written did not have in mind that it be replaced.
-  if (earlier && faccessat(AT_FDCWD, file.c_str(), W_OK, AT_EACCESS) != 0) {
-    FailWithErrno(failure);
-  }
-  const fs::path directory = DirectoryOf(file);
-  NewFile newFile(directory, earlier ? kPrivateMode : kDefaultMode);
-  if (newFile.Number() < 0) {
-    FailWithErrno(Concat({failure, ": cannot make a file in ", directory.string()}));
-  }
-  const bool isTakenOver = !earlier || TakeOver(newFile.Number(), *earlier);
-  if (!isTakenOver || !WriteDescriptor(newFile.Number(), bytes) || !newFile.Flush() ||
-      !newFile.Rename(file)) {
-    FailWithErrno(failure);
-  }
+  return std::nullopt;
 }
 
 }  // namespace
 
-void ReplaceFile(const std::string& file, std::string_view bytes) {
-  const std::string failure = "cannot write " + file;
-  std::optional<struct stat> earlier(std::in_place);
-  if (stat(file.c_str(), &*earlier) != 0) {
-    // Links in a circle and names that lead through a file end here.
-    if (errno != ENOENT) {
-      FailWithErrno(failure);
+// A new file that takes a name at the end, or a file that is written in place.
+class FileReplacement::Target {
+ public:
+  explicit Target(const std::string& file) : m_failure("cannot write " + file) {
+    const std::optional<struct stat> earlier = StatusOf(file, m_failure);
+    const bool isRegular = !earlier || S_ISREG(earlier->st_mode);
+    if (const std::optional<fs::path> name = isRegular ? FollowLinks(file) : std::nullopt) {
+      OpenBeside(*name, earlier);
+    } else {
+      OpenInPlace(file);
     }
-    earlier.reset();
   }
-  const bool isRegular = !earlier || S_ISREG(earlier->st_mode);
-  if (const std::optional<fs::path> name = isRegular ? FollowLinks(file) : std::nullopt) {
-    WriteBeside(*name, earlier, bytes, failure);
-  } else {
-    WriteInPlace(file, bytes, failure);
+
+  void Write(std::string_view bytes) const { Require(WriteDescriptor(Number(), bytes)); }
+
+  void Commit() {
+    if (m_newFile) {
+      Require(m_newFile->Flush() && m_newFile->Rename(m_name));
+    } else {
+      Require(m_inPlace->Close());
+    }
   }
+
+ private:
+  void OpenInPlace(const std::string& file) {
+    m_inPlace.emplace(open(file.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC | O_NOCTTY));
+    Require(Number() >= 0);
+  }
+
+  void OpenBeside(const fs::path& name, const std::optional<struct stat>& earlier) {
+    constexpr mode_t kDefaultMode = 0666;
+    constexpr mode_t kPrivateMode = 0600;
+    m_name = name;
+    // Whoever protected a file from being written did not have in mind that it be replaced.
+    Require(!earlier || faccessat(AT_FDCWD, name.c_str(), W_OK, AT_EACCESS) == 0);
+    const fs::path directory = DirectoryOf(name);
+    m_newFile.emplace(directory, earlier ? kPrivateMode : kDefaultMode);
+    if (Number() < 0) {
+      FailWithErrno(Concat({m_failure, ": cannot make a file in ", directory.string()}));
+    }
+    Require(!earlier || TakeOver(Number(), *earlier));
+  }
+
+  int Number() const { return m_newFile ? m_newFile->Number() : m_inPlace->Number(); }
+
+  void Require(bool succeeded) const {
+    if (!succeeded) {
+      FailWithErrno(m_failure);
+    }
+  }
+
+  std::string m_failure;
+  fs::path m_name;
+  std::optional<NewFile> m_newFile;
+  std::optional<Descriptor> m_inPlace;
+};
+
+FileReplacement::FileReplacement(const std::string& file) : m_target(std::make_unique<Target>(file)) {}
+FileReplacement::~FileReplacement() = default;
+
+void FileReplacement::Write(std::string_view bytes) {
+  m_target->Write(bytes);
+}
+
+void FileReplacement::Commit() {
+  m_target->Commit();
+}
+
+void ReplaceFile(const std::string& file, std::string_view bytes) {
+  FileReplacement replacement(file);
+  replacement.Write(bytes);
+  replacement.Commit();
 }
 
 }  // namespace barcode::tool

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -15,5 +16,23 @@ namespace barcode::tool {
 //
 // Throws RunError.
 void ReplaceFile(const std::string& file, std::string_view bytes);
+
+// The same for bytes that come piece by piece. There is one at a time.
+class FileReplacement {
+ public:
+  explicit FileReplacement(const std::string& file);
+  FileReplacement(const FileReplacement&) = delete;
+  FileReplacement& operator=(const FileReplacement&) = delete;
+  // Without Commit() the name stands for what it stood for before.
+  ~FileReplacement();
+
+  void Write(std::string_view bytes);
+  void Commit();
+
+ private:
+  class Target;
+
+  std::unique_ptr<Target> m_target;
+};
 
 }  // namespace barcode::tool

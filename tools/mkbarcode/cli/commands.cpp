@@ -7,6 +7,7 @@
 #include "mkbarcode/gallery/gallery_command.h"
 #include "mkbarcode/library/library_command.h"
 #include "mkbarcode/quoting.h"
+#include "mkbarcode/sheet/sheet_command.h"
 #include "mkbarcode/single/label_command.h"
 
 namespace barcode::tool {
@@ -14,6 +15,7 @@ namespace {
 
 constexpr std::array kCommands = {
     CommandEntry{"batch", RunBatch, DescribeBatchCommand},
+    CommandEntry{"sheet", RunSheet, DescribeSheetCommand},
     CommandEntry{"library", RunLibraryCommand, DescribeLibraryCommand},
     CommandEntry{"gallery", RunGalleryCommand, DescribeGalleryCommand},
 };

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+
+namespace barcode::label {
+
+inline constexpr double kMillimetresPerInch = 25.4;
+
+// A length in dots that is worked out from millimetres is off by no more than this.
+inline constexpr double kDotTolerance = 1e-6;
+
+// A page of label paper, in millimetres.
+struct SheetGrid {
+  double pageWidth = 210;
+  double pageHeight = 297;
+  int columns = 1;
+  int rows = 1;
+  double margin = 10;  // on all four sides
+  double gap = 2;      // between cells, in both directions
+};
+
+// In millimetres from the upper left corner of the page, y downwards.
+struct Cell {
+  double x = 0;
+  double y = 0;
+  double width = 0;
+  double height = 0;
+};
+
+// The number of cells on a page.
+std::int64_t CellsOf(const SheetGrid& grid);
+
+// A cell by its number on the page, row by row, from 0. All have the same size, which is not above 0 where
+// margin and gaps take all the room.
+Cell CellAt(const SheetGrid& grid, std::int64_t number);
+
+// Where in a range an object of whole dots stands: in its middle, to the nearest dot from the start of the
+// page, and inside it; exactly in its middle where no whole dot lets it stand inside. All in dots; the object
+// is no larger than the range.
+double PlaceInRange(double begin, double length, int object);
+
+}  // namespace barcode::label

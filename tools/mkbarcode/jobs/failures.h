@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "mkbarcode/descriptor.h"
+
+namespace barcode::tool {
+
+// Where the rows that failed go, as lines of JSON.
+class Failures {
+ public:
+  // file: what is in it goes; "" for standard error. jobs: the file of the rows, which it must not be. Throws
+  // UsageError and RunError.
+  Failures(const std::string& file, const std::string& jobs);
+
+  // row, error: in JSON. Throws RunError.
+  void Write(std::uint64_t number, std::string_view row, std::string_view error) const;
+
+ private:
+  std::string m_name;
+  Descriptor m_file;
+};
+
+}  // namespace barcode::tool
