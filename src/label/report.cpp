@@ -133,10 +133,9 @@ std::string RefusedReport(const LabelError& error, const TypeInfo* type) {
 }
 
 std::string ErrorJson(const LabelError& error) {
-  std::string text;
-  JsonWriter json(text);
+  JsonWriter json(kLikelySize);
   WriteError(json, error);
-  return text;
+  return json.Take();
 }
 
 }  // namespace barcode::label

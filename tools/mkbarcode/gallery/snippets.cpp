@@ -138,11 +138,11 @@ h = ctypes.c_void_p(lib.barcode_create()",
                              std::to_string(static_cast<int>(request.type->number)), "))  # ",
                              request.type->constant, "\n"});
   for (const Setting& setting : request.settings) {
-    code += Concat({"lib.", OptionOf(setting.option).setterName, "(h, ", PythonArguments(setting), ")\n"});
+    code += Concat({"lib.", OptionOf(setting.option).SetterName(), "(h, ", PythonArguments(setting), ")\n"});
   }
   const DrawFunction& draw = ChooseDrawFunction(request);
-  const bool hasBox = std::holds_alternative<BoxDraw>(draw.function);
-  code += Concat({"lib.", draw.name, "(h, ", PythonBytes(request.text), ", ",
+  const bool hasBox = std::holds_alternative<BoxDraw>(draw);
+  code += Concat({"lib.", NameOf(draw), "(h, ", PythonBytes(request.text), ", ",
                   hasBox ? Concat({std::to_string(request.size.width), ", "}) : std::string(),
                   std::to_string(request.size.height), R"()
 length = ctypes.c_int()
