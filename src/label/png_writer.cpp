@@ -188,7 +188,9 @@ class TextRows {
     std::size_t i = 0;
     for (int row = box.top; row < box.bottom; ++row) {
       for (int x = box.left; x < box.right; ++x, ++i) {
-        DrawDot(rows[static_cast<std::size_t>(row - y)], static_cast<std::size_t>(x), levels[i]);
+        if (levels[i] != 0) {
+          DrawDot(rows[static_cast<std::size_t>(row - y)], static_cast<std::size_t>(x), levels[i]);
+        }
       }
     }
   }
