@@ -350,7 +350,7 @@ BARCODE_API void barcode_set_y_height(BarcodeHandle handle, int height);
 
 /* Form of GS1 DataBar (type 12): "OMNIDIRECTIONAL" (default), "STACKED", "STACKED_OMNIDIRECTIONAL". Other words
  * change nothing. The one-row form is drawn with the colours of ISO/IEC 24724 exchanged, beginning with a bar: for a
- * scanner draw it in white on black, into a width that is a multiple of 96. The stacked forms have the standard's
+ * scanner draw it in white on black, 192 pixels wide or wider, without fit-width. The stacked forms have the standard's
  * colours. */
 BARCODE_API void barcode_set_symbol_type_14(BarcodeHandle handle, const char* type);
 

@@ -21,8 +21,8 @@ std::string CharactersOf(std::string_view set) {
   for (std::size_t i = 0; i < set.size(); ++i) {
     const bool isRange = i + 2 < set.size() && set[i + 1] == '-';
     const char last = isRange ? set[i + 2] : set[i];
-    for (int c = set[i]; c <= last; ++c) {
-      characters += static_cast<char>(c);
+    for (char c = set[i]; c <= last; ++c) {
+      characters += c;
     }
     i += isRange ? 2 : 0;
   }
