@@ -7,9 +7,11 @@
 #include <set>
 
 #include "barcode.h"
+#include "mkbarcode/io.h"
 #include "mkbarcode/library/types.h"
 #include "mkbarcode/program_runner.h"
 #include "mkbarcode/quoting.h"
+#include "support/symbologies.h"
 
 namespace barcode::tool {
 namespace {
@@ -34,6 +36,52 @@ TEST(LibraryProgram, DrawsAPngWithoutAWord) {
   // Width and height of the IHDR chunk.
   EXPECT_EQ(png.substr(16, 8), std::string("\0\0\x01\x2C\0\0\0\x64", 8));
   EXPECT_THAT(png, testing::EndsWith("IEND\xAE\x42\x60\x82"));
+}
+
+// What a host gets from the functions, drawn in this process.
+struct Drawn {
+  std::string bytes;
+  std::string document;
+  std::string uri;
+};
+
+Drawn DrawAsHost(const TypeInfo& type, const char* text) {
+  const Redirection output = Redirection::ToNothing(STDOUT_FILENO);
+  const Redirection errors = Redirection::ToNothing(STDERR_FILENO);
+  Drawn drawn;
+  for (const char* const format : {"png", "svg"}) {
+    const BarcodeHandle handle = barcode_create(type.number);
+    barcode_set_output_format(handle, format);
+    EXPECT_EQ(barcode_draw_1d(handle, text, 310, 120), 1) << type.name;
+    int length = 0;
+    if (const unsigned char* const bytes = barcode_get_image_data(handle, &length); bytes != nullptr) {
+      drawn.bytes.assign(bytes, bytes + length);
+      drawn.uri = barcode_get_base64(handle);
+    } else {
+      drawn.document = barcode_get_svg(handle);
+    }
+    barcode_destroy(handle);
+  }
+  return drawn;
+}
+
+TEST(LibraryProgram, WritesWhatAHostGetsByteForByte) {
+  for (const TypeInfo& type : AllTypes()) {
+    const std::string name(type.name);
+    const std::string text = test::ValidText(type.number);
+    const Drawn drawn = DrawAsHost(type, text.c_str());
+    ASSERT_THAT(drawn.bytes, StartsWith(kPngSignature)) << name;
+    ASSERT_THAT(drawn.document, StartsWith("<?xml")) << name;
+    const auto run = [&](const std::vector<std::string>& more) {
+      std::vector<std::string> arguments = {"library", name, "--size", "310x120"};
+      arguments.insert(arguments.end(), more.begin(), more.end());
+      arguments.insert(arguments.end(), {"--", text});
+      return RunProgram(arguments).output;
+    };
+    EXPECT_EQ(run({"-o", "-"}), drawn.bytes) << name;
+    EXPECT_EQ(run({"-o", "-", "--format", "svg"}), drawn.document) << name;
+    EXPECT_EQ(run({"--data-uri"}), drawn.uri + "\n") << name;
+  }
 }
 
 TEST(LibraryProgram, DrawsAnSvg) {

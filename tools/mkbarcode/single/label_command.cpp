@@ -183,6 +183,8 @@ std::unique_ptr<CLI::App> BuildLabelApp(LabelCommand& command) {
       ->each([&command](const std::string& text) { command.request.text = text; });
   AddFiles(*app, command);
   AddLabelOptions(*app, command.request);
+  app->get_option("--format")
+      ->description("The format of the picture: png, svg or pdf (default: by the suffix of FILE; png for -)");
   return app;
 }
 
