@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "mkbarcode/draw.h"
+#include "mkbarcode/library/draw.h"
 
 namespace barcode::tool {
 

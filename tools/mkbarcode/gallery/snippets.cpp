@@ -12,9 +12,9 @@ namespace {
 
 using nlohmann::ordered_json;
 
-// The suffix of the file says the format, the first words what is encoded.
+// The first words say what is encoded, the suffix of the file its format.
 bool IsOption(std::string_view field) {
-  return field != "type" && field != "text" && field != "text_base64" && field != "format";
+  return field != "type" && field != "text" && field != "format";
 }
 
 std::string OptionText(std::string_view field, const ordered_json& value) {
@@ -36,9 +36,8 @@ std::string LabelShell(const ordered_json& request, std::string_view file) {
   }
   options += Concat({" -o ", ShellQuoted(file)});
   const std::string command = Concat({"mkbarcode ", request["type"].get<std::string>()});
-  if (request.contains("text_base64")) {
-    return Concat({"echo ", ShellQuoted(request["text_base64"].get<std::string>()), " | base64 -d | ",
-                   command, " --input - --keep-newline", options});
+  if (!request.contains("text")) {
+    return Concat({command, options});
   }
   const auto text = request["text"].get<std::string>();
   return text.starts_with('-') ? Concat({command, options, " -- ", ShellQuoted(text)})
@@ -138,11 +137,11 @@ h = ctypes.c_void_p(lib.barcode_create()",
                              std::to_string(static_cast<int>(request.type->number)), "))  # ",
                              request.type->constant, "\n"});
   for (const Setting& setting : request.settings) {
-    code += Concat({"lib.", OptionOf(setting.option).setterName, "(h, ", PythonArguments(setting), ")\n"});
+    code += Concat({"lib.", OptionOf(setting.option).SetterName(), "(h, ", PythonArguments(setting), ")\n"});
   }
   const DrawFunction& draw = ChooseDrawFunction(request);
-  const bool hasBox = std::holds_alternative<BoxDraw>(draw.function);
-  code += Concat({"lib.", draw.name, "(h, ", PythonBytes(request.text), ", ",
+  const bool hasBox = std::holds_alternative<BoxDraw>(draw);
+  code += Concat({"lib.", NameOf(draw), "(h, ", PythonBytes(request.text), ", ",
                   hasBox ? Concat({std::to_string(request.size.width), ", "}) : std::string(),
                   std::to_string(request.size.height), R"()
 length = ctypes.c_int()

@@ -1,0 +1,68 @@
+#include "mkbarcode/label_options.h"
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+#include "label/error.h"
+#include "label/field_values.h"
+#include "mkbarcode/errors.h"
+#include "mkbarcode/label_words.h"
+#include "mkbarcode/quoting.h"
+
+namespace barcode::tool {
+namespace {
+
+using label::FieldId;
+using label::FieldInfo;
+using label::FieldKind;
+
+std::string NamesFor(const FieldInfo& field) {
+  const std::string name = OptionName(field);
+  return field.kind == FieldKind::kBoolean ? Concat({"--", name, ",--no-", name, "{false}"})
+                                           : Concat({"--", name});
+}
+
+// "Degrees clockwise: 0, 90, 180 or 270".
+std::string HelpOf(const FieldInfo& field) {
+  std::string help(field.meaning);
+  if (help.ends_with('.')) {
+    help.pop_back();
+  }
+  const std::string values = AcceptedValues(field);
+  return values.empty() ? help : Concat({help, ": ", values});
+}
+
+// Also what --x=VALUE says to a boolean.
+void Set(label::Request& request, const FieldInfo& field, const std::string& value) {
+  try {
+    label::SetFromText(request, field, value);
+  } catch (const label::LabelError& error) {
+    throw UsageError(InWordsOfOptions(error.what()));
+  }
+}
+
+}  // namespace
+
+CLI::Option* AddLabelOption(CLI::App& app, label::Request& request, const FieldInfo& field) {
+  const std::string help = HelpOf(field);
+  CLI::Option* const option = field.kind == FieldKind::kBoolean ? app.add_flag(NamesFor(field), help)
+                                                                : app.add_option(NamesFor(field), help);
+  option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  return option->each([&request, &field, option](const std::string& value) {
+    if (option->count() > 1) {
+      throw UsageError(Concat({"The option \"", NameForUsers(field), "\" stands twice; give it once."}));
+    }
+    Set(request, field, value);
+  });
+}
+
+void AddLabelOptions(CLI::App& app, label::Request& request) {
+  for (const FieldInfo& field : label::AllFields()) {
+    if (field.id == FieldId::kType || field.id == FieldId::kText || field.id == FieldId::kTextBase64) {
+      continue;
+    }
+    AddLabelOption(app, request, field);
+  }
+}
+
+}  // namespace barcode::tool
