@@ -75,10 +75,12 @@ std::string NodeObject(const ordered_json& request) {
 }
 
 std::string LabelNode(const ordered_json& request, std::string_view file) {
-  return Concat(
-      {"import { writeFileSync } from \"node:fs\";\nimport { label } from \"libbarcode\";\n\n"
-       "const { data } = label(",
-       NodeObject(request), ");\nwriteFileSync(", ordered_json(file).dump(), ", data);\n"});
+  constexpr std::string_view kImports = R"(import { writeFileSync } from "node:fs";
+import { label } from "libbarcode";
+
+)";
+  return Concat({kImports, "const { data } = label(", NodeObject(request), ");\nwriteFileSync(",
+                 ordered_json(file).dump(), ", data);\n"});
 }
 
 std::string LabelC(const ordered_json& request, std::string_view file) {
