@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "mkbarcode/gallery/label_samples.h"
 #include "mkbarcode/library/types.h"
 #include "mkbarcode/program_runner.h"

@@ -7,8 +7,6 @@
 #include "mkbarcode/cli/parser.h"
 #include "mkbarcode/errors.h"
 #include "mkbarcode/gallery/gallery.h"
-#include "mkbarcode/gallery/label_samples.h"
-#include "mkbarcode/gallery/library_samples.h"
 #include "mkbarcode/io.h"
 #include "mkbarcode/quoting.h"
 
@@ -21,8 +19,9 @@ struct GalleryCommand {
 };
 
 std::unique_ptr<CLI::App> BuildGalleryApp(GalleryCommand& command) {
-  auto app =
-      std::make_unique<CLI::App>("Draws samples of every type, with a page that shows them.", "gallery");
+  auto app = std::make_unique<CLI::App>(
+      "Writes a page of labels of every type beside what the library draws, with the code for each.",
+      "gallery");
   app->set_help_flag("-h,--help", "Print this help");
   app->add_option("DIR", command.directory, "Directory to write; it is made where it is missing");
   app->add_flag("--verbose", command.verbose, "Show the library's diagnostics on standard error");

@@ -12,9 +12,9 @@ namespace {
 
 using nlohmann::ordered_json;
 
-// The suffix of the file says the format, the first words what is encoded.
+// The first words say what is encoded, the suffix of the file its format.
 bool IsOption(std::string_view field) {
-  return field != "type" && field != "text" && field != "text_base64" && field != "format";
+  return field != "type" && field != "text" && field != "format";
 }
 
 std::string OptionText(std::string_view field, const ordered_json& value) {
@@ -36,9 +36,8 @@ std::string LabelShell(const ordered_json& request, std::string_view file) {
   }
   options += Concat({" -o ", ShellQuoted(file)});
   const std::string command = Concat({"mkbarcode ", request["type"].get<std::string>()});
-  if (request.contains("text_base64")) {
-    return Concat({"echo ", ShellQuoted(request["text_base64"].get<std::string>()), " | base64 -d | ",
-                   command, " --input - --keep-newline", options});
+  if (!request.contains("text")) {
+    return Concat({command, options});
   }
   const auto text = request["text"].get<std::string>();
   return text.starts_with('-') ? Concat({command, options, " -- ", ShellQuoted(text)})
@@ -76,10 +75,12 @@ std::string NodeObject(const ordered_json& request) {
 }
 
 std::string LabelNode(const ordered_json& request, std::string_view file) {
-  return Concat(
-      {"import { writeFileSync } from \"node:fs\";\nimport { label } from \"libbarcode\";\n\n"
-       "const { data } = label(",
-       NodeObject(request), ");\nwriteFileSync(", ordered_json(file).dump(), ", data);\n"});
+  constexpr std::string_view kImports = R"(import { writeFileSync } from "node:fs";
+import { label } from "libbarcode";
+
+)";
+  return Concat({kImports, "const { data } = label(", NodeObject(request), ");\nwriteFileSync(",
+                 ordered_json(file).dump(), ", data);\n"});
 }
 
 std::string LabelC(const ordered_json& request, std::string_view file) {

@@ -33,7 +33,7 @@ TEST(LabelSnippets, WriteFieldsAsOptions) {
   EXPECT_EQ(LabelCode(R"({"type": "nw7", "text": "-1", "format": "svg"})", Language::kShell),
             "mkbarcode nw7 -o x.svg -- -1\n");
   EXPECT_EQ(LabelCode(R"({"type": "qr", "text_base64": "AP8=", "format": "svg"})", Language::kShell),
-            "echo AP8= | base64 -d | mkbarcode qr --input - --keep-newline -o x.svg\n");
+            "mkbarcode qr --text-base64 AP8= -o x.svg\n");
 }
 
 TEST(LabelSnippets, WriteValuesOfTheLanguage) {
