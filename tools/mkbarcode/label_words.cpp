@@ -16,7 +16,7 @@ using label::FieldInfo;
 using label::FieldKind;
 
 bool IsWordCharacter(char c) {
-  return (c >= 'a' && c <= 'z') || c == '_';
+  return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
 }
 
 // A field that stands in a sentence by its name: quoted, or as a word that is none of English.

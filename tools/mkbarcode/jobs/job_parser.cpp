@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <system_error>
 
+#include "base/ascii.h"
 #include "base/line.h"
 #include "base/utf8.h"
 #include "label/excerpt.h"
@@ -15,7 +16,6 @@
 #include "mkbarcode/errors.h"
 #include "mkbarcode/jobs/json_members.h"
 #include "mkbarcode/jobs/table_row.h"
-#include "mkbarcode/parse.h"
 
 namespace barcode::tool {
 namespace {
@@ -52,13 +52,16 @@ std::optional<LabelError> ErrorOf(RowProblem problem) {
   return BadRow("The row has a quote that nothing closes; close it, or write a quote inside a cell twice.");
 }
 
-// The field that a name may mean: "Quiet-Zone" and "quiet zone" are quiet_zone.
+// The field that a name may mean: "Quiet-Zone" and " quiet zone" are quiet_zone.
 const FieldInfo* FieldLike(std::string_view name) {
-  const std::size_t start = std::min(name.find_first_not_of(' '), name.size());
-  std::string plain = LowerCase(name.substr(start, name.find_last_not_of(' ') + 1 - start));
+  std::string plain = ToUpper(name);
+  plain.erase(0, plain.find_first_not_of(' '));
   std::replace_if(
       plain.begin(), plain.end(), [](char c) { return c == '-' || c == ' '; }, '_');
-  return label::FindField(plain);
+  const std::span<const FieldInfo> fields = label::AllFields();
+  const auto found =
+      std::find_if(fields.begin(), fields.end(), [&](const FieldInfo& field) { return ToUpper(field.name) == plain; });
+  return found == fields.end() ? nullptr : &*found;
 }
 
 std::string UnknownColumn(std::string_view name, std::size_t number, bool isAlone) {
@@ -87,11 +90,11 @@ std::string AsJsonValue(const FieldInfo& field, const std::string& cell) {
     return nlohmann::json::accept(cell) ? cell : nlohmann::json(number).dump();
   }
   if (field.kind == FieldKind::kBoolean) {
-    const std::string word = LowerCase(cell);
-    if (word == "true" || word == "1") {
+    const std::string word = ToUpper(std::string_view(cell));
+    if (word == "TRUE" || word == "1") {
       return "true";
     }
-    if (word == "false" || word == "0") {
+    if (word == "FALSE" || word == "0") {
       return "false";
     }
   }

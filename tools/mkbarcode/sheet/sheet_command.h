@@ -7,6 +7,7 @@
 
 #include "label/request.h"
 #include "label/sheet_writer.h"
+#include "mkbarcode/cli/description.h"
 
 namespace CLI {
 class App;
@@ -20,8 +21,6 @@ struct SheetCommand {
   std::string output;
   std::optional<std::string> inputFormat;
   label::SheetOptions sheet;
-  bool hasPage = false;
-  bool hasGrid = false;
   std::string errors;  // "" is standard error
   bool ignoreUnknown = false;
   bool quiet = false;
@@ -30,6 +29,8 @@ struct SheetCommand {
 
 // Its parser. The values land in `command`, which is to outlive it.
 std::unique_ptr<CLI::App> BuildSheetApp(SheetCommand& command);
+
+CommandDescription DescribeSheetCommand();
 
 // Runs the command with what stands behind its name; the exit status. Throws UsageError and RunError.
 int RunSheet(const std::vector<std::string>& arguments);
