@@ -15,8 +15,10 @@
 #include "label/field_table.h"
 #include "label/report.h"
 #include "label/sheet_label.h"
+#include "label/types.h"
 #include "mkbarcode/cli/help_page.h"
 #include "mkbarcode/cli/parser.h"
+#include "mkbarcode/cli/suggestion.h"
 #include "mkbarcode/descriptor.h"
 #include "mkbarcode/errors.h"
 #include "mkbarcode/file_replacement.h"
@@ -58,20 +60,12 @@ struct Counts {
 void AddPaperOptions(CLI::App& app, SheetCommand& command) {
   label::SheetGrid& grid = command.sheet.grid;
   app.add_option_function<std::string>(
-         "--page",
-         [&command, &grid](const std::string& page) {
-           SetPage(grid, page);
-           command.hasPage = true;
-         },
+         "--page", [&grid](const std::string& page) { SetPage(grid, page); },
          "Size of the page: A4, letter or one such as 100x150mm")
       ->type_name("SIZE")
       ->group(kPaperGroup);
   app.add_option_function<std::string>(
-         "--grid",
-         [&command, &grid](const std::string& cells) {
-           SetCells(grid, cells);
-           command.hasGrid = true;
-         },
+         "--grid", [&grid](const std::string& cells) { SetCells(grid, cells); },
          "Number of cells across and down, such as 3x8")
       ->type_name("COLUMNSxROWS")
       ->group(kPaperGroup);
@@ -96,14 +90,13 @@ void AddPaperOptions(CLI::App& app, SheetCommand& command) {
 
 void AddFiles(CLI::App& app, SheetCommand& command) {
   app.add_option("JOBS", command.jobs,
-                 "The rows: a table (.csv) or lines of JSON (.jsonl, .ndjson, .json); - is standard input")
-      ->type_name("");
+                 "The rows: a table (.csv) or lines of JSON (.jsonl, .ndjson, .json); - is standard input");
   app.add_option("-o,--output", command.output, "PDF to write; - is standard output")
       ->type_name("FILE")
       ->group(kGroup);
   app.add_option("--input-format", command.inputFormat,
-                 "csv or jsonl (default: by the suffix; jsonl for standard input)")
-      ->type_name("FORMAT")
+                 "How the rows are written (default: by the suffix; jsonl for standard input)")
+      ->type_name("csv|jsonl")
       ->group(kGroup);
   app.add_flag("--ignore-unknown", command.ignoreUnknown, "Pass over columns that are no fields")
       ->group(kGroup);
@@ -114,22 +107,35 @@ void AddFiles(CLI::App& app, SheetCommand& command) {
   app.add_flag("-q,--quiet", command.quiet, "No warnings and no summary")->group(kGroup);
 }
 
-void Check(const SheetCommand& command) {
+void CheckType(const label::Request& defaults) {
+  if (!defaults.type || label::FindType(*defaults.type) != nullptr) {
+    return;
+  }
+  std::vector<std::string> names;
+  for (const label::TypeInfo& type : label::AllTypes()) {
+    names.emplace_back(type.name);
+  }
+  throw UsageError(Line("There is no type \"", *defaults.type, '"', DidYouMean(*defaults.type, names),
+                        " \"mkbarcode --list\" names all types."));
+}
+
+void Check(const CLI::App& app, const SheetCommand& command) {
   if (command.jobs.empty()) {
-    throw UsageError("no jobs: give a file of them, or - for standard input");
+    throw UsageError("No jobs are given: add a file of them, or - for standard input.");
   }
   if (command.output.empty()) {
-    throw UsageError("no output: give -o FILE, or -o - for standard output");
+    throw UsageError("No output is given: add -o FILE, or -o - for standard output.");
   }
-  if (!command.hasPage) {
-    throw UsageError("no page: give --page A4, --page letter or a size such as --page 100x150mm");
+  if (!WasGiven(app, "--page")) {
+    throw UsageError("No page is given: add --page A4, --page letter or a size such as --page 100x150mm.");
   }
-  if (!command.hasGrid) {
-    throw UsageError("no grid: give --grid COLUMNSxROWS, such as --grid 3x8");
+  if (!WasGiven(app, "--grid")) {
+    throw UsageError("No grid is given: add --grid COLUMNSxROWS, such as --grid 3x8.");
   }
   if (command.defaults.format.value_or(label::Format::kPdf) != label::Format::kPdf) {
     throw UsageError("The option \"--format\" must be pdf, or be left out: a sheet is a PDF.");
   }
+  CheckType(command.defaults);
   CheckPaper(command.sheet.grid, command.sheet.firstCell + 1);
 }
 
@@ -242,24 +248,28 @@ std::unique_ptr<CLI::App> BuildSheetApp(SheetCommand& command) {
   app->set_help_flag("-h,--help", "Print this help")->group(kGroup);
   AddPaperOptions(*app, command);
   AddFiles(*app, command);
-  AddLabelOption(*app, command.defaults, label::InfoOf(label::FieldId::kType));
+  AddLabelOption(*app, command.defaults, label::InfoOf(label::FieldId::kType))
+      ->description("The symbology of rows that name none: a name or an alias from mkbarcode --list")
+      ->type_name("TYPE");
   AddLabelOptions(*app, command.defaults);
   return app;
 }
 
 CommandDescription DescribeSheetCommand() {
   SheetCommand command;
-  return Describe(*BuildSheetApp(command));
+  CommandDescription description = Describe(*BuildSheetApp(command));
+  description.usage = {"sheet JOBS -o FILE --page SIZE --grid COLUMNSxROWS [OPTIONS]"};
+  return description;
 }
 
 int RunSheet(const std::vector<std::string>& arguments) {
   SheetCommand command;
   const std::unique_ptr<CLI::App> app = BuildSheetApp(command);
   if (!RunParser(*app, arguments)) {
-    WriteAll("-", HelpPage(Describe(*app)));
+    WriteAll("-", HelpPage(DescribeSheetCommand()));
     return kExitDone;
   }
-  Check(command);
+  Check(*app, command);
   return SheetRun(command).Run();
 }
 

@@ -21,8 +21,6 @@ struct SheetCommand {
   std::string output;
   std::optional<std::string> inputFormat;
   label::SheetOptions sheet;
-  bool hasPage = false;
-  bool hasGrid = false;
   std::string errors;  // "" is standard error
   bool ignoreUnknown = false;
   bool quiet = false;
