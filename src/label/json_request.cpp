@@ -130,8 +130,9 @@ class RequestBuilder {
   // What follows a number tells whether it is one: of 02, which is no JSON, the parser takes the 0 first. A
   // value that the field does not take is therefore refused by what comes next.
   bool Number(double value) {
+    const FieldInfo& field = Field();
     try {
-      SetNumber(m_request, Field(), value);
+      SetNumber(m_request, field, value);
     } catch (const LabelError& error) {
       m_badNumber = error;
     }

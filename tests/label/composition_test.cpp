@@ -358,7 +358,7 @@ TEST(Composition, StrictTextThatSuffersNamesTheSizeThatWouldDoAndItDoes) {
       Request request;
       request.rotate = rotation;
       ExpectTextFitsWhatIsNeeded(LinearType(), request, LinearOf(text));
-      request.module = 7;
+      request.module = 3;
       request.height = 90;
       request.textScale = 1.5;
       ExpectTextFitsWhatIsNeeded(LinearType(), request, LinearOf(text));
