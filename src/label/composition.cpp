@@ -37,6 +37,9 @@ constexpr double kCaptionGap = 3.0;
 // Light kept on either side of a text that reaches across the picture, in dots: glyphs may lean out a little.
 constexpr double kTextMargin = 1.0;
 
+// The largest module of a request, in dots.
+constexpr std::int64_t kMostModule = 100;
+
 // ---- Sizes in dots ----
 
 // The room of the text: nothing when size is 0.
@@ -75,7 +78,7 @@ class Composer {
 
     m_result.module = static_cast<int>(sizes.module);
     m_result.columns = static_cast<int>(m_needs.columns);
-    m_result.rows = static_cast<int>(std::max<std::int64_t>(1, m_needs.rows));
+    m_result.rows = m_type.twoDimensional ? static_cast<int>(m_needs.rows) : 1;
     m_result.quietZone = m_quiet;
     m_result.warnings.insert(m_result.warnings.begin(), m_symbol.warnings.begin(), m_symbol.warnings.end());
     Drawing& drawing = m_result.drawing;
@@ -201,14 +204,16 @@ class Composer {
     if (sizes.text.size == 0) {
       Warn(ErrorCode::kTextLeftOut,
            "The text was left out because it does not fit even at 6 pixels; give it fewer characters or the "
-           "picture more room.");
+           "picture more room.",
+           SizeForText(sizes));
       m_lines.clear();
       return;
     }
     if (sizes.text.size < m_wantedSize) {
       Warn(ErrorCode::kTextShrunk,
            Line("The text was set at ", sizes.text.size, " pixels instead of ", m_wantedSize,
-                " to fit; give it fewer characters or the picture more room."));
+                " to fit; give it fewer characters or the picture more room."),
+           SizeForText(sizes));
     }
     std::string missing;
     for (const TextLine& line : m_lines) {
@@ -236,12 +241,56 @@ class Composer {
     }
   }
 
-  void Warn(ErrorCode code, std::string message) { m_result.warnings.push_back({code, std::move(message)}); }
+  void Warn(ErrorCode code, std::string message, std::optional<Size> needed = std::nullopt) {
+    m_result.warnings.push_back({code, std::move(message), needed});
+  }
+
+  // A box that holds the text at the size that it wants there, for who refuses it otherwise: no smaller than
+  // the picture, with its module or, where that is of no use, a larger one. Nothing where the text fits none.
+  std::optional<Size> SizeForText(const Sizes& sizes) const {
+    if (!m_request.strict.value_or(false) || m_tooLong) {
+      return std::nullopt;
+    }
+    for (std::int64_t module = sizes.module; module <= kMostModule; ++module) {
+      if (const std::optional<Size> size = SizeForText(sizes, module)) {
+        return Turned(*size);
+      }
+    }
+    return std::nullopt;
+  }
+
+  std::optional<Size> SizeForText(const Sizes& present, std::int64_t module) const {
+    Sizes sizes;
+    sizes.module = module;
+    // A higher box has a larger text, which wants a higher box.
+    for (std::int64_t least = present.height; least != sizes.height;) {
+      sizes.height = least;
+      const int wanted = WantedSize(module, sizes.height);
+      sizes.width = std::max(present.width, ModulesAcross() * module);
+      for (const TextLine& line : m_lines) {
+        const double width = std::ceil(line.Width(wanted) + 2 * kTextMargin);
+        sizes.width = m_digits ? sizes.width : std::max(sizes.width, static_cast<std::int64_t>(width));
+      }
+      if (sizes.width > m_maxPixels / sizes.height) {
+        return std::nullopt;
+      }
+      sizes.text = RoomFor(wanted, Gap(module, sizes.height), module, sizes.width);
+      if (sizes.text.size < wanted) {
+        return std::nullopt;
+      }
+      sizes.barHeight = LeastBars() * module;
+      least = std::max(sizes.height, Height(sizes));
+    }
+    return Size{ClampToInt(sizes.width), ClampToInt(sizes.height)};
+  }
 
   // ---- Sizes ----
 
   std::int64_t ModulesAcross() const { return m_quiet.left + m_needs.columns + m_quiet.right; }
   std::int64_t QuietRows() const { return m_quiet.top + m_quiet.bottom; }
+
+  // Modules of the bars at least.
+  std::int64_t LeastBars() const { return m_needs.OwnHeight() ? m_needs.rows : m_needs.leastHeight; }
 
   // What text and guard bars add below the bars.
   std::int64_t FootHeight(const TextRoom& text, std::int64_t module) const {
@@ -337,7 +386,7 @@ class Composer {
         }
       }
     }
-    const Size needed = Turned(Outer(1, m_needs.OwnHeight() ? m_needs.rows : m_needs.leastHeight));
+    const Size needed = Turned(Outer(1, LeastBars()));
     throw LabelError(ErrorCode::kTooSmall, needed.width > *m_request.width ? "width" : "height",
                      Line("The symbol does not fit ", *m_request.width, " x ", *m_request.height,
                           " pixels; give it at least ", needed.width, " x ", needed.height, "."),
@@ -374,7 +423,7 @@ class Composer {
   std::int64_t BarsInBox(const Sizes& sizes) const {
     const std::int64_t room =
         sizes.height - FootHeight(sizes.text, sizes.module) - QuietRows() * sizes.module;
-    const std::int64_t least = (m_needs.OwnHeight() ? m_needs.rows : m_needs.leastHeight) * sizes.module;
+    const std::int64_t least = LeastBars() * sizes.module;
     if (room < least) {
       return 0;
     }

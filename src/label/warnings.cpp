@@ -145,7 +145,8 @@ std::vector<Warning> WarningsOf(const TypeInfo& type, const Request& request,
   std::vector<Warning> warnings = PrintWarnings(type, request, composition);
   warnings.insert(warnings.end(), composition.warnings.begin(), composition.warnings.end());
   if (request.strict == true && !warnings.empty()) {
-    throw LabelError(warnings.front().code, "", warnings.front().message);
+    const Warning& first = warnings.front();
+    throw LabelError(first.code, "", first.message, first.needed);
   }
   return warnings;
 }
