@@ -3,7 +3,7 @@
 .PHONY: help deps deps-test deps-lint deps-fuzz build demo everything test asan tsan fuzz soak proof same lint bench install clean
 
 help:
-	@echo "make demo       install what is missing, build, draw the gallery of symbols and labels into build/gallery/"
+	@echo "make demo       install what is missing, build, draw the gallery into build/gallery/index.html"
 	@echo "make test       install what is missing, build, run every test"
 	@echo "The targets below install no packages; they say so if any is missing."
 	@echo "make deps       install what the library and mkbarcode need to build"

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "base/numeric.h"
+
 namespace barcode {
 namespace {
 
@@ -66,24 +68,31 @@ void AppendGeneral(std::string& out, double value, int precision) {
   AppendChars(out, value, std::chars_format::general, precision);
 }
 
-void AppendDecimal(std::string& out, double value, int decimals) {
+std::string_view WriteDecimal(DecimalRoom& room, double value, int decimals) {
   std::int64_t scale = 1;
   for (int i = 0; i < decimals; ++i) {
     scale *= 10;
   }
-  const std::int64_t scaled = std::llround(std::fabs(value) * static_cast<double>(scale));
+  char* out = room.data();
+  const std::int64_t scaled = RoundToInt64(std::fabs(value) * static_cast<double>(scale));
   if (value < 0 && scaled != 0) {
-    out += '-';
+    *out++ = '-';
   }
   if (scaled >= scale || scaled == 0) {
-    AppendInt(out, scaled / scale);
+    out = std::to_chars(out, room.data() + room.size(), scaled / scale).ptr;
   }
   if (std::int64_t rest = scaled % scale; rest != 0) {
-    out += '.';
+    *out++ = '.';
     for (; rest != 0; rest = rest * 10 % scale) {
-      out += static_cast<char>('0' + rest * 10 / scale);
+      *out++ = static_cast<char>('0' + rest * 10 / scale);
     }
   }
+  return {room.data(), out};
+}
+
+void AppendDecimal(std::string& out, double value, int decimals) {
+  DecimalRoom room{};
+  out += WriteDecimal(room, value, decimals);
 }
 
 }  // namespace barcode

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace barcode {
 
@@ -26,5 +28,7 @@ void AppendGeneral(std::string& out, double value, int precision = 6);
 // Not as printf: at most so many decimals, rounded, without zeros at its ends (".5", "-2", "0"). The value
 // with its decimals is to fit 63 bits.
 void AppendDecimal(std::string& out, double value, int decimals);
+using DecimalRoom = std::array<char, 24>;
+std::string_view WriteDecimal(DecimalRoom& room, double value, int decimals);  // the same into the room
 
 }  // namespace barcode

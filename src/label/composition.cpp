@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <utility>
 
 #include "base/line.h"
@@ -96,12 +97,11 @@ class Composer {
     if (!m_request.showText.value_or(true)) {
       return;
     }
-    std::vector<std::string> texts = m_symbol.lines;
     m_captioned = m_request.caption.has_value();
-    if (m_captioned) {
-      texts = {*m_request.caption};
-    }
-    for (std::string& text : texts) {
+    const std::span<const std::string> texts =
+        m_captioned ? std::span(&*m_request.caption, 1) : std::span(m_symbol.lines);
+    m_lines.reserve(texts.size());
+    for (const std::string& text : texts) {
       if (text.empty()) {
         continue;
       }
@@ -111,8 +111,7 @@ class Composer {
         m_lines.clear();
         return;
       }
-      m_lines.emplace_back(m_font, text);
-      m_texts.push_back(std::move(text));
+      m_lines.emplace_back(Font(), text);
     }
     m_digits = !m_captioned && m_needs.guard != nullptr && !m_lines.empty();
   }
@@ -150,7 +149,7 @@ class Composer {
   // Whole dots of a line above and below its base line. The digits of EAN and UPC stand close below their
   // bars, between the guards: nothing is kept free for accents and descenders.
   int Ascent(const TextLine& line, int size) const {
-    return m_digits ? static_cast<int>(std::ceil(m_font.CapHeight() * size / kUnitsPerEm))
+    return m_digits ? static_cast<int>(std::ceil(Font().CapHeight() * size / kUnitsPerEm))
                     : line.Ascent(size);
   }
   int Descent(const TextLine& line, int size) const {
@@ -222,9 +221,9 @@ class Composer {
       Warn(ErrorCode::kMissingGlyph, Line("The text has characters that the font lacks (", missing,
                                           "), shown as boxes; give a caption without them."));
     }
-    for (const std::string& text : m_texts) {
+    for (const TextLine& line : m_lines) {
       m_result.displayText += m_result.displayText.empty() ? "" : "\n";
-      m_result.displayText += text;
+      m_result.displayText += line.Text();
     }
   }
 
@@ -493,8 +492,8 @@ class Composer {
       if (m_digits) {
         PlaceDigits(line, baseLine, room.size);
       } else {
-        m_result.drawing.texts.push_back(
-            Spread(line, baseLine, room.size).value_or(Centred(line, baseLine, room.size)));
+        std::optional<PlacedText> spread = Spread(line, baseLine, room.size);
+        m_result.drawing.texts.push_back(spread ? std::move(*spread) : Centred(line, baseLine, room.size));
       }
       top += Ascent(line, room.size) + Descent(line, room.size);
     }
@@ -522,12 +521,8 @@ class Composer {
         last + widest / 2 > m_result.drawing.width - kTextMargin) {
       return std::nullopt;
     }
-    std::vector<double> centres;
-    centres.reserve(line.Length());
-    for (std::size_t i = 0; i < line.Length(); ++i) {
-      centres.push_back(static_cast<double>(spacing.Centre(i)));
-    }
-    return line.SetAround(centres, baseLine, size);
+    const auto centreOf = [&spacing](std::size_t i) { return static_cast<double>(spacing.Centre(i)); };
+    return line.SetAround(centreOf, baseLine, size);
   }
 
   // The digits of EAN and UPC symbols: groups under their bars, single ones beside them.
@@ -555,7 +550,8 @@ class Composer {
         centres[group.first + i] = left + pitch * (static_cast<double>(i) + 0.5);
       }
     }
-    m_result.drawing.texts.push_back(line.SetAround(centres, baseLine, size));
+    m_result.drawing.texts.push_back(
+        line.SetAround([&centres](std::size_t i) { return centres[i]; }, baseLine, size));
   }
 
   // Modules between the bars and a digit beside them.
@@ -584,15 +580,13 @@ class Composer {
   const Request& m_request;
   const Symbol& m_symbol;
   long long m_maxPixels;
-  Font m_font;
   Needs m_needs;
   QuietZone m_quiet;
   bool m_stacked = false;
   bool m_tooLong = false;  // more text than is looked at
   bool m_captioned = false;
-  bool m_digits = false;  // of EAN and UPC, which stand in groups
-  std::vector<TextLine> m_lines;
-  std::vector<std::string> m_texts;
+  bool m_digits = false;          // of EAN and UPC, which stand in groups
+  std::vector<TextLine> m_lines;  // of the texts of the symbol or the request
   int m_wantedSize = 0;
   int m_x = 0;  // of the symbol
   int m_y = 0;

@@ -354,7 +354,9 @@ void TypeCount::CheckClaims(const SymbologyInfo& info) {
     const int unread = Of(reader, Outcome::kNotKnown) + ofContent[i];
     const bool readsNone = unread == drawn - refused;
     const char* const wanted = readsNone ? "no" : unread == 0 ? "yes" : "which texts or forms it reads";
-    const bool isWanted = readsNone ? claim == "no" : (claim != "no" && (claim == "yes") == (unread == 0));
+    // Where all texts are read, the words may tell of what looks are not.
+    const bool isRight = unread == 0 ? claim == "yes" || HasLimits(reader, info.symbology) : claim != "yes";
+    const bool isWanted = readsNone ? claim == "no" : claim != "no" && isRight;
     // Few labels hold few of the texts that a reader does not read.
     constexpr int kEnough = 200;
     constexpr int kEnoughForAny = 50;

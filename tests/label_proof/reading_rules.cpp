@@ -309,6 +309,11 @@ std::vector<ReaderLimit> LimitsOf(ReaderId reader, Symbology symbology, const Co
   return limits;
 }
 
+bool HasLimits(ReaderId reader, Symbology symbology) {
+  return std::ranges::any_of(
+      kLimits, [&](const Limit& limit) { return limit.reader == reader && limit.symbology == symbology; });
+}
+
 // ZBar finds edges from the slopes between neighbouring dots, which bars and spaces of one dot are too narrow
 // for. Of such symbols it sees about nine in ten, and once in some thousand it takes characters for others
 // whose edges are alike: in Code 128, "L" for "%".

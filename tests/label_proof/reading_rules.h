@@ -42,6 +42,9 @@ struct ReaderLimit {
 std::vector<ReaderLimit> LimitsOf(ReaderId reader, Symbology symbology, const Content& content,
                                   const Json& request);
 
+// Whether there is any limit of the reader on the symbology.
+bool HasLimits(ReaderId reader, Symbology symbology);
+
 // Whether the reader's lines are too coarse for one dot a module, so that it may even report something else.
 // Enlarged, the picture has to be read.
 bool MisreadsSingleDots(ReaderId reader, Symbology symbology);

@@ -1,24 +1,27 @@
-#include "mkbarcode/gallery.h"
+#include "mkbarcode/gallery/gallery.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 #include <set>
 
 #include "mkbarcode/errors.h"
-#include "mkbarcode/gallery_page.h"
-#include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/gallery/page.h"
+#include "mkbarcode/gallery/picture.h"
 #include "mkbarcode/program_runner.h"
 
 namespace barcode::tool {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
 
-Sample Code39Sample(const std::string& text) {
-  Sample sample;
+LibrarySample Code39Sample(const std::string& text) {
+  LibrarySample sample;
   sample.caption = "Caption of <" + text + ">";
   sample.request.type = &TypeOf(BARCODE_CODE39);
   sample.request.text = text;
@@ -26,9 +29,21 @@ Sample Code39Sample(const std::string& text) {
   return sample;
 }
 
-TEST(GallerySamples, ShowEveryTypeSeveralTimes) {
+LabelSample Code39Label(const std::string& text, bool isRefused = false) {
+  return {.type = &TypeOf(BARCODE_CODE39),
+          .caption = "Label <" + text + ">",
+          .members = R"("text": ")" + text + R"(")",
+          .isRefused = isRefused};
+}
+
+GalleryResult Write(const std::vector<LabelSample>& labels, const std::vector<LibrarySample>& samples,
+                    const std::string& directory) {
+  return WriteGallery(labels, samples, directory, false);
+}
+
+TEST(LibrarySamples, ShowEveryTypeSeveralTimes) {
   std::map<const TypeInfo*, int> counts;
-  for (const Sample& sample : GallerySamples()) {
+  for (const LibrarySample& sample : LibrarySamples()) {
     ++counts[sample.request.type];
   }
   for (const TypeInfo& type : AllTypes()) {
@@ -36,11 +51,12 @@ TEST(GallerySamples, ShowEveryTypeSeveralTimes) {
   }
 }
 
-TEST(GallerySamples, AreInTheOrderOfTheTypesAndAllDifferent) {
-  const std::vector<Sample> samples = GallerySamples();
-  EXPECT_TRUE(std::is_sorted(samples.begin(), samples.end(), [](const Sample& left, const Sample& right) {
-    return left.request.type->number < right.request.type->number;
-  }));
+TEST(LibrarySamples, AreInTheOrderOfTheTypesAndAllDifferent) {
+  const std::vector<LibrarySample> samples = LibrarySamples();
+  EXPECT_TRUE(std::is_sorted(samples.begin(), samples.end(),
+                             [](const LibrarySample& left, const LibrarySample& right) {
+                               return left.request.type->number < right.request.type->number;
+                             }));
   for (std::size_t i = 0; i < samples.size(); ++i) {
     EXPECT_NE(samples[i].caption, "");
     for (std::size_t j = 0; j < i; ++j) {
@@ -49,17 +65,17 @@ TEST(GallerySamples, AreInTheOrderOfTheTypesAndAllDifferent) {
   }
 }
 
-TEST(GallerySamples, AskForNothingThatTheirTypeDoesNotServe) {
-  for (const Sample& sample : GallerySamples()) {
+TEST(LibrarySamples, AskForNothingThatTheirTypeDoesNotServe) {
+  for (const LibrarySample& sample : LibrarySamples()) {
     EXPECT_NO_THROW(CheckRequest(sample.request)) << sample.caption;
   }
 }
 
-TEST(GallerySamples, ShowEveryOptionThatChangesASymbol) {
+TEST(LibrarySamples, ShowEveryOptionThatChangesASymbol) {
   std::set<OptionId> shown = {OptionId::kColumns, OptionId::kRows,
                               OptionId::kErrorLevel};  // these change none
   std::set<Form> forms;
-  for (const Sample& sample : GallerySamples()) {
+  for (const LibrarySample& sample : LibrarySamples()) {
     forms.insert(sample.request.form);
     for (const Setting& setting : sample.request.settings) {
       shown.insert(setting.option);
@@ -81,11 +97,11 @@ int CheckSum(std::string_view digits) {
   return sum % 10;
 }
 
-TEST(GallerySamples, CarryCorrectCheckDigits) {
+TEST(LibrarySamples, CarryCorrectCheckDigits) {
   const std::map<int, std::size_t> fullLengths = {
       {BARCODE_JAN8, 8}, {BARCODE_JAN13, 13}, {BARCODE_UPC_A, 12}};
   int checked = 0;
-  for (const Sample& sample : GallerySamples()) {
+  for (const LibrarySample& sample : LibrarySamples()) {
     std::string_view text = sample.request.text;
     if (text.starts_with("{FNC1}")) {
       text.remove_prefix(6);
@@ -105,72 +121,148 @@ TEST(GallerySamples, CarryCorrectCheckDigits) {
   EXPECT_GE(checked, 7);
 }
 
-TEST(GalleryPage, ShowsImagesCommandsAndCalls) {
-  const DrawRequest request = Code39Sample("A$B").request;
-  const std::vector<Exhibit> exhibits = {
-      {"Less < more", request.type, {{"a.png", request, ""}, {"a.svg", request, "it <failed>"}}},
-      {"Second", request.type, {{"b.png", request, ""}}},
-  };
-  const std::string page = GalleryPage(exhibits);
+LabelExhibit Code39Exhibit(const std::string& caption, const std::string& report) {
+  return {.caption = caption,
+          .type = &TypeOf(BARCODE_CODE39),
+          .name = "code39-1",
+          .request = nlohmann::ordered_json::parse(R"({"type": "code39", "text": "A$B", "format": "svg"})"),
+          .report = nlohmann::json::parse(report)};
+}
+
+constexpr const char* kDelivery =
+    R"({"ok": true, "warnings": [{"code": "low_contrast", "message": "Choose < or >."}], "width": 30, "height": 9})";
+constexpr const char* kRefusal =
+    R"({"ok": false, "error": {"code": "bad_text", "message": "No \"_\"."}, "warnings": []})";
+
+TEST(GalleryPage, ShowsTheLabelBesideTheLibrarysPicture) {
+  LabelExhibit exhibit = Code39Exhibit("Less < more", kDelivery);
+  exhibit.library = LibraryPicture{.name = "code39-1", .request = Code39Sample("A$B").request};
+  const std::vector<TypeExhibits> types = {{.type = exhibit.type, .labels = {exhibit, exhibit}}};
+  const std::string page = GalleryPage(types);
   EXPECT_THAT(page, HasSubstr("<h3>Less &lt; more</h3>"));
-  EXPECT_THAT(page, HasSubstr("<img src=\"a.png\" alt=\"Less &lt; more\">"));
-  EXPECT_THAT(page, HasSubstr("mkbarcode library code39 &#39;A$B&#39; --size 300x100 -o a.png"));
-  EXPECT_THAT(page, HasSubstr("barcode_draw_1d(h, &quot;A$B&quot;, 300, 100);"));
-  EXPECT_THAT(page, HasSubstr("<p class=\"failed\">it &lt;failed&gt;</p>"));
-  EXPECT_THAT(page, testing::Not(HasSubstr("<img src=\"a.svg\"")));
+  EXPECT_THAT(page,
+              HasSubstr("<img src=\"labels/code39-1.svg\" alt=\"Less &lt; more\" width=\"30\" height=\"9\""));
+  EXPECT_THAT(page, HasSubstr("<img src=\"library/code39-1.png\""));
+  EXPECT_THAT(page, HasSubstr("<a href=\"labels/code39-1.pdf\">PDF</a>"));
+  EXPECT_THAT(page, HasSubstr("<li><code>low_contrast</code> Choose &lt; or &gt;.</li>"));
   EXPECT_EQ(page.find("<section id=\"code39\">"), page.rfind("<section "));
-  EXPECT_EQ(page.find("<a href=\"#code39\">"), page.rfind("<a "));
-  EXPECT_THAT(page, HasSubstr("<a href=\"labels.html\">"));
+  EXPECT_EQ(page.find("<li><a href=\"#code39\">"), page.rfind("<li><a "));
 }
 
-TEST(GalleryPage, NeedsNothingFromElsewhere) {
-  std::vector<Exhibit> exhibits;
-  for (const Sample& sample : GallerySamples()) {
-    exhibits.push_back({sample.caption, sample.request.type, {{"x.png", sample.request, ""}}});
-  }
-  std::string page = GalleryPage(exhibits);
-  EXPECT_THAT(page, testing::StartsWith("<!DOCTYPE html>"));
+TEST(GalleryPage, SaysWhereTheLibrarysPictureIsTheSame) {
+  LabelExhibit exhibit = Code39Exhibit("Same", kDelivery);
+  exhibit.library = LibraryPicture{.name = "code39-1", .request = Code39Sample("A$B").request};
+  exhibit.isSamePicture = true;
+  const std::vector<TypeExhibits> types = {{.type = exhibit.type, .labels = {exhibit}}};
+  const std::string page = GalleryPage(types);
+  EXPECT_THAT(page, Not(HasSubstr("<img src=\"library/")));
+  EXPECT_THAT(page, HasSubstr("data-file=\"library/code39-1.png\""));
+}
+
+TEST(GalleryPage, ShowsRefusalsAndFailuresInsteadOfPictures) {
+  LibraryExhibit failed{.caption = "Failed", .picture = {.name = "code39-own-1", .request = {}}};
+  failed.picture.request = Code39Sample("A").request;
+  failed.picture.failure = "it <failed>";
+  const std::vector<TypeExhibits> types = {
+      {.type = &TypeOf(BARCODE_CODE39), .labels = {Code39Exhibit("Refused", kRefusal)}, .library = {failed}}};
+  const std::string page = GalleryPage(types);
+  EXPECT_THAT(page, HasSubstr("<p class=\"refusal\"><code>bad_text</code> No &quot;_&quot;.</p>"));
+  EXPECT_THAT(page, HasSubstr("<p class=\"refusal\">it &lt;failed&gt;</p>"));
+  EXPECT_THAT(page, HasSubstr("<h4>Failed</h4>"));
+  EXPECT_THAT(page, Not(HasSubstr("<img ")));
+}
+
+TEST(WriteGallery, NeedsNothingFromElsewhere) {
+  const ScratchDirectory scratch;
+  const std::string page = ReadFile(Write(LabelSamples(), LibrarySamples(), scratch.Path()).indexFile);
+  EXPECT_THAT(page, StartsWith("<!DOCTYPE html>"));
   for (const std::string_view outside :
-       {"src=\"http", "href=\"http", "src=\"//", "@import", "url(", "<script", "<link"}) {
-    EXPECT_THAT(page, testing::Not(HasSubstr(outside)));
+       {"src=\"http", "href=\"http", "src=\"//", "@import", "url(", "<script src", "rel=\"stylesheet"}) {
+    EXPECT_THAT(page, Not(HasSubstr(outside)));
   }
 }
 
-TEST(WriteGallery, WritesImagesAndPage) {
+TEST(WriteGallery, WritesPicturesAndPage) {
   const ScratchDirectory scratch;
-  const std::vector<Sample> samples = {Code39Sample("ABC"), Code39Sample("DEF")};
-  const GalleryResult result = WriteGallery(samples, scratch.File("new/gallery"), false);
-  EXPECT_EQ(result.drawn, 2U);
+  const GalleryResult result = Write({Code39Label("ABC"), Code39Label("A_B", true)}, {Code39Sample("DEF")},
+                                     scratch.File("new/gallery"));
+  EXPECT_EQ(result.labels, 2U);
+  EXPECT_EQ(result.libraryPictures, 2U);
   EXPECT_EQ(result.types, 1U);
-  EXPECT_TRUE(result.failures.empty());
+  EXPECT_THAT(result.failures, testing::IsEmpty());
   EXPECT_EQ(result.indexFile, scratch.File("new/gallery/index.html"));
-  EXPECT_THAT(ReadFile(result.indexFile), HasSubstr("code39-2.svg"));
-  EXPECT_THAT(ReadFile(scratch.File("new/gallery/code39-1.png")), testing::StartsWith("\x89PNG\r\n\x1A\n"));
-  EXPECT_THAT(ReadFile(scratch.File("new/gallery/code39-2.svg")), testing::EndsWith("</svg>\n"));
+  const std::string labels = scratch.File("new/gallery/labels/");
+  EXPECT_THAT(ReadFile(labels + "code39-1.png"), StartsWith("\x89PNG\r\n\x1A\n"));
+  EXPECT_THAT(ReadFile(labels + "code39-1.svg"), HasSubstr("<svg"));
+  EXPECT_THAT(ReadFile(labels + "code39-1.pdf"), StartsWith("%PDF-"));
+  EXPECT_FALSE(std::filesystem::exists(labels + "code39-2.png"));
+  for (const std::string name : {"code39-1", "code39-own-1"}) {
+    const std::string file = scratch.File("new/gallery/library/") + name;
+    EXPECT_THAT(ReadFile(file + ".png"), StartsWith("\x89PNG\r\n\x1A\n"));
+    EXPECT_THAT(ReadFile(file + ".svg"), testing::EndsWith("</svg>\n"));
+  }
 }
 
-TEST(WriteGallery, RecordsAFailedDrawAndGoesOn) {
+TEST(WriteGallery, LeavesOutSamplesThatStandBesideALabel) {
   const ScratchDirectory scratch;
-  const std::vector<Sample> samples = {Code39Sample("A_B"), Code39Sample("DEF")};
+  const std::vector<LibrarySample> samples = {Code39Sample("ABC"), Code39Sample("DEF")};
+  const GalleryResult result = Write({Code39Label("ABC")}, samples, scratch.Path());
+  EXPECT_EQ(result.libraryPictures, 2U);
+  const std::string page = ReadFile(result.indexFile);
+  EXPECT_THAT(page, Not(HasSubstr("Caption of &lt;ABC&gt;")));
+  EXPECT_THAT(page, HasSubstr("Caption of &lt;DEF&gt;"));
+}
+
+TEST(WriteGallery, ComparesThePicturesOfAllLabels) {
+  const ScratchDirectory scratch;
+  const LabelSample qr = {.type = &TypeOf(BARCODE_QR), .caption = "QR", .members = R"("text": "hello")"};
+  const std::string page = ReadFile(Write({Code39Label("ABC"), qr}, {}, scratch.Path()).indexFile);
+  EXPECT_THAT(page, HasSubstr("<img src=\"library/code39-1.png\""));
+  EXPECT_THAT(page, Not(HasSubstr("<img src=\"library/qr-1.png\"")));
+  EXPECT_THAT(page, HasSubstr("The same picture, pixel for pixel, without the quiet zone."));
+}
+
+TEST(WriteGallery, RecordsWhatDoesNotComeOutAndGoesOn) {
+  const ScratchDirectory scratch;
   testing::internal::CaptureStderr();
-  const GalleryResult result = WriteGallery(samples, scratch.Path(), false);
+  const GalleryResult result = Write({Code39Label("A_B"), Code39Label("ABC", true), Code39Label("DEF")},
+                                     {Code39Sample("A_B"), Code39Sample("GHI")}, scratch.Path());
   EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("[Code39] Invalid character in CODE39: _\n"));
-  EXPECT_EQ(result.drawn, 1U);
-  ASSERT_EQ(result.failures.size(), 2U);
-  EXPECT_THAT(result.failures[0], testing::StartsWith("code39-1.png (Caption of <A_B>): "));
-  EXPECT_THAT(result.failures[1], testing::StartsWith("code39-1.svg"));
-  EXPECT_THAT(ReadFile(result.indexFile), HasSubstr("class=\"failed\""));
-  EXPECT_TRUE(std::filesystem::exists(scratch.File("code39-2.png")));
-  EXPECT_FALSE(std::filesystem::exists(scratch.File("code39-1.png")));
+  EXPECT_EQ(result.labels, 1U);
+  EXPECT_EQ(result.libraryPictures, 3U);
+  ASSERT_EQ(result.failures.size(), 8U);
+  EXPECT_THAT(result.failures[0], StartsWith("labels/code39-1.png (Label <A_B>): {"));
+  EXPECT_THAT(result.failures[0], HasSubstr("bad_text"));
+  EXPECT_THAT(result.failures[5], StartsWith("labels/code39-2.pdf (Label <ABC>): {"));
+  EXPECT_THAT(result.failures[6], StartsWith("library/code39-own-1.png (Caption of <A_B>): "));
+  EXPECT_THAT(result.failures[7], StartsWith("library/code39-own-1.svg"));
+  EXPECT_THAT(ReadFile(result.indexFile), HasSubstr("class=\"refusal\""));
+  EXPECT_TRUE(std::filesystem::exists(scratch.File("labels/code39-3.pdf")));
+  EXPECT_TRUE(std::filesystem::exists(scratch.File("library/code39-own-2.png")));
+  EXPECT_FALSE(std::filesystem::exists(scratch.File("library/code39-own-1.png")));
 }
 
 TEST(WriteGallery, RefusesADirectoryThatCannotBe) {
   const ScratchDirectory scratch;
   WriteFile(scratch.File("file"), "");
-  const std::vector<Sample> samples = {Code39Sample("ABC")};
-  EXPECT_THROW(WriteGallery(samples, scratch.File("file"), false), RunError);
-  EXPECT_THROW(WriteGallery(samples, scratch.File("file/below"), false), RunError);
-  EXPECT_THROW(WriteGallery({}, scratch.File("empty"), false), RunError);
+  EXPECT_THROW(Write({Code39Label("ABC")}, {}, scratch.File("file")), RunError);
+  EXPECT_THROW(Write({Code39Label("ABC")}, {}, scratch.File("file/below")), RunError);
+  EXPECT_THROW(Write({}, {}, scratch.File("empty")), RunError);
+  WriteFile(scratch.File("labels"), "");
+  EXPECT_THROW(Write({Code39Label("ABC")}, {}, scratch.Path()), RunError);
+}
+
+TEST(Picture, RefusesWhatIsNoPng) {
+  EXPECT_THROW(DecodePng(""), RunError);
+  EXPECT_THROW(DecodePng("<svg/>"), RunError);
+}
+
+TEST(Picture, IsCutToAnArea) {
+  const Picture picture = {.width = 3, .height = 2, .pixels = {0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 3,
+                                                               0, 0, 0, 4, 0, 0, 0, 5, 0, 0, 0, 6}};
+  EXPECT_EQ(Cropped(picture, {.left = 0, .top = 0, .width = 3, .height = 2}), picture);
+  EXPECT_EQ(Cropped(picture, {.left = 1, .top = 1, .width = 2, .height = 1}),
+            (Picture{.width = 2, .height = 1, .pixels = {0, 0, 0, 5, 0, 0, 0, 6}}));
 }
 
 }  // namespace

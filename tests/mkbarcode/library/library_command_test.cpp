@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "mkbarcode/errors.h"
-#include "mkbarcode/gallery_samples.h"
+#include "mkbarcode/gallery/library_samples.h"
 #include "mkbarcode/program_runner.h"
 
 namespace barcode::tool {
@@ -183,7 +183,7 @@ std::vector<Arguments> SplitByShell(const std::vector<std::string>& commands) {
 TEST(LibraryCommand, TheGallerysCommandsSayWhatTheGalleryDraws) {
   std::vector<DrawRequest> requests;
   std::vector<std::string> commands;
-  for (const Sample& sample : GallerySamples()) {
+  for (const LibrarySample& sample : LibrarySamples()) {
     for (const std::string format : {"png", "svg"}) {
       requests.push_back(sample.request);
       requests.back().format = format;

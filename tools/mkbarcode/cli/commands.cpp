@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "mkbarcode/gallery_command.h"
+#include "mkbarcode/batch/batch_command.h"
+#include "mkbarcode/gallery/gallery_command.h"
 #include "mkbarcode/library/library_command.h"
 #include "mkbarcode/quoting.h"
 #include "mkbarcode/sheet/sheet_command.h"
@@ -13,6 +14,7 @@ namespace barcode::tool {
 namespace {
 
 constexpr std::array kCommands = {
+    CommandEntry{"batch", RunBatch, DescribeBatchCommand},
     CommandEntry{"sheet", RunSheet, DescribeSheetCommand},
     CommandEntry{"library", RunLibraryCommand, DescribeLibraryCommand},
     CommandEntry{"gallery", RunGalleryCommand, DescribeGalleryCommand},

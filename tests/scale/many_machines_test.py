@@ -1,0 +1,219 @@
+#!/usr/bin/env python3
+"""Labels on many machines: GNU parallel hands the rows of one batch to hosts over ssh.
+
+Two ssh servers of the test's own, on loopback ports with keys of their own, stand for the hosts. Nothing of the
+user's ssh configuration is read or written.
+
+    many_machines_test.py MKBARCODE [unittest arguments]
+"""
+
+import base64
+import getpass
+import json
+import os
+import pathlib
+import shutil
+import signal
+import socket
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+import unittest
+
+MKBARCODE = pathlib.Path()
+SSHD = shutil.which("sshd", path=os.environ.get("PATH", "") + ":/usr/sbin:/sbin")
+ROWS = 2000
+ROWS_OF_A_JOB = 100
+PATIENCE = 60  # seconds for what takes one
+
+
+def free_port():
+    with socket.socket() as listener:
+        listener.bind(("127.0.0.1", 0))
+        return listener.getsockname()[1]
+
+
+def children(pid):
+    """All processes below a process."""
+    found = []
+    waiting = [pid]
+    while waiting:
+        parent = waiting.pop()
+        try:
+            tasks = pathlib.Path(f"/proc/{parent}/task/{parent}/children").read_text(encoding="ascii")
+        except OSError:
+            continue
+        below = [int(word) for word in tasks.split()]
+        found += below
+        waiting += below
+    return found
+
+
+def name_of(pid):
+    try:
+        return pathlib.Path(f"/proc/{pid}/comm").read_text(encoding="utf-8").strip()
+    except OSError:
+        return ""
+
+
+def is_stopped(pid):
+    try:
+        return pathlib.Path(f"/proc/{pid}/stat").read_text(encoding="utf-8").rsplit(")", 1)[1].split()[0] == "T"
+    except OSError:
+        return False
+
+
+def send(pid, number):
+    try:
+        os.kill(pid, number)
+        return True
+    except ProcessLookupError:
+        return False
+
+
+class Host:
+    """An ssh server on a port of loopback."""
+
+    def __init__(self, folder, name):
+        self.name = name
+        self.port = free_port()
+        configuration = folder / f"sshd_{name}"
+        configuration.write_text(
+            f"Port {self.port}\nListenAddress 127.0.0.1\nHostKey {folder}/host_key\n"
+            f"AuthorizedKeysFile {folder}/key.pub\nPidFile none\nUsePAM no\nStrictModes no\n"
+            "PasswordAuthentication no\nKbdInteractiveAuthentication no\nPermitRootLogin prohibit-password\n"
+            "MaxStartups 50\n",
+            encoding="utf-8")
+        self.log = folder / f"sshd_{name}.log"
+        self.process = subprocess.Popen([SSHD, "-D", "-f", configuration, "-E", self.log])
+        deadline = time.monotonic() + PATIENCE
+        while time.monotonic() < deadline:
+            try:
+                socket.create_connection(("127.0.0.1", self.port), timeout=1).close()
+                return
+            except OSError:
+                time.sleep(0.05)
+        raise RuntimeError(f"{name} does not answer: " + self.log.read_text(encoding="utf-8"))
+
+    def drawing(self):
+        """The mkbarcode processes that this host runs."""
+        return [pid for pid in children(self.process.pid) if name_of(pid) == "mkbarcode"]
+
+    def kill(self):
+        """As if the plug were pulled: server, connections and what they run."""
+        below = children(self.process.pid)
+        send(self.process.pid, signal.SIGKILL)
+        for pid in below:
+            send(pid, signal.SIGKILL)
+        self.process.wait()
+
+
+class ManyMachines(unittest.TestCase):
+    def setUp(self):
+        self.assertIsNotNone(SSHD, "there is no sshd; scripts/install-deps.sh --test installs it")
+        self.assertIsNotNone(shutil.which("parallel"), "there is no parallel")
+        if os.geteuid() == 0:
+            pathlib.Path("/run/sshd").mkdir(mode=0o755, exist_ok=True)  # sshd of root asks for it
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+        for key in ("host_key", "key"):
+            subprocess.run(["ssh-keygen", "-q", "-t", "ed25519", "-N", "", "-f", self.folder / key], check=True)
+        self.hosts = []
+        for name in ("one", "two"):
+            self.hosts.append(Host(self.folder, name))
+            self.addCleanup(self.hosts[-1].kill)
+        lines = [f"Host {host.name}\n  Port {host.port}\n" for host in self.hosts]
+        self.configuration = self.folder / "ssh_config"
+        self.configuration.write_text(
+            "".join(lines) + f"Host *\n  HostName 127.0.0.1\n  User {getpass.getuser()}\n"
+            f"  IdentityFile {self.folder}/key\n  IdentitiesOnly yes\n  IdentityAgent none\n"
+            f"  UserKnownHostsFile {self.folder}/known_hosts\n  StrictHostKeyChecking no\n  LogLevel ERROR\n",
+            encoding="utf-8")
+
+    def start(self):
+        """The command of docs/scale.md, waiting for rows."""
+        environment = {**os.environ, "HOME": str(self.folder), "PARALLEL_HOME": str(self.folder / "parallel")}
+        environment.pop("PARALLEL", None)
+        self.output = self.folder / "labels.jsonl"
+        command = [
+            "parallel", "--will-cite", "--ssh", f"ssh -F {self.configuration}", "--pipe", "-N", str(ROWS_OF_A_JOB),
+            "-k", "--retries", "3", "--sshlogin", "2/one,2/two",
+            f"{MKBARCODE} batch - -o - --quiet --errors /dev/null || test $? -eq 1"
+        ]
+        with self.output.open("wb") as output:
+            process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=output, stderr=subprocess.PIPE,
+                                       env=environment)
+        self.complaints = []
+        self.addCleanup(process.stderr.close)
+        reader = threading.Thread(target=lambda: self.complaints.append(process.stderr.read()))
+        reader.start()
+        self.addCleanup(reader.join)
+        self.addCleanup(process.kill)
+        return process
+
+    @staticmethod
+    def row(number):
+        """Every hundredth row is one that Code 39 cannot encode."""
+        text = f"ROW-{number:06}" if number % 100 else f"ROW_{number:06}"
+        return json.dumps({"type": "code39", "text": text, "format": ("png", "svg")[number % 2]}).encode() + b"\n"
+
+    def write(self, process):
+        for number in range(1, ROWS + 1):
+            process.stdin.write(self.row(number))
+        process.stdin.close()
+
+    def finish(self, process):
+        self.assertEqual(process.wait(timeout=4 * PATIENCE), 0, self.complaints)
+
+    def check_rows(self):
+        """Each row stands in its place, once, and is the label that one machine makes."""
+        alone = subprocess.run([MKBARCODE, "batch", "-", "-o", "-", "--quiet", "--errors", "/dev/null"],
+                               input=b"".join(self.row(number) for number in range(1, ROWS + 1)),
+                               stdout=subprocess.PIPE, check=False)
+        self.assertEqual(alone.returncode, 1)
+        expected = [json.loads(line) for line in alone.stdout.splitlines()]
+        found = [json.loads(line) for line in self.output.read_bytes().splitlines()]
+        self.assertEqual(len(expected), ROWS)
+        self.assertEqual(len(found), ROWS)
+        for number, (label, wanted) in enumerate(zip(found, expected), start=1):
+            self.assertEqual(label["ok"], number % 100 != 0)
+            # Each job counts its own rows.
+            self.assertEqual(label["n"], (number - 1) % ROWS_OF_A_JOB + 1)
+            self.assertEqual({**label, "n": number}, wanted)
+        self.assertTrue(base64.b64decode(found[1]["data"]).startswith(b"\x89PNG"))
+
+    def test_every_row_comes_out_once(self):
+        process = self.start()
+        self.write(process)
+        self.finish(process)
+        self.check_rows()
+
+    def test_a_host_that_dies_in_the_middle_loses_nothing(self):
+        process = self.start()
+        writer = threading.Thread(target=self.write, args=(process,))
+        writer.start()
+        self.addCleanup(writer.join)
+        self.hold(self.hosts[1])
+        self.hosts[1].kill()
+        self.finish(process)
+        self.check_rows()
+
+    def hold(self, host):
+        """Stops a process that draws on the host, so that rows are in its hands for sure."""
+        deadline = time.monotonic() + PATIENCE
+        while time.monotonic() < deadline:
+            for pid in host.drawing():
+                if send(pid, signal.SIGSTOP):
+                    time.sleep(0.05)
+                    if is_stopped(pid):
+                        return
+            time.sleep(0.002)
+        self.fail("the second host never drew")
+
+
+if __name__ == "__main__":
+    MKBARCODE = pathlib.Path(sys.argv.pop(1)).resolve()
+    unittest.main()

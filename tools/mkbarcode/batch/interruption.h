@@ -1,0 +1,31 @@
+#pragma once
+
+#include <array>
+#include <csignal>
+
+namespace barcode::tool {
+
+// While it lives, SIGINT, SIGTERM and SIGHUP are noted instead of ending the program, the first of them; a
+// second one ends it at once, without leaving temporary files behind. That nobody reads the output any more,
+// or that a file grows too large, is an error of the write alone. There is one at a time.
+class Interruption {
+ public:
+  Interruption();
+  Interruption(const Interruption&) = delete;
+  Interruption& operator=(const Interruption&) = delete;
+  ~Interruption();
+
+  // 0 as long as there was none.
+  static int Signal();
+
+  // Can be read as soon as there was one, or after WakeUp.
+  int WakeUpDescriptor() const { return m_wakeUp; }
+  // Whoever waits for it is to look around.
+  void WakeUp() const;
+
+ private:
+  int m_wakeUp;
+  std::array<struct sigaction, 5> m_before{};
+};
+
+}  // namespace barcode::tool

@@ -1,0 +1,80 @@
+#include <poll.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "base/base64.h"
+#include "label/json_writer.h"
+#include "mkbarcode/batch/output.h"
+#include "mkbarcode/descriptor.h"
+
+namespace barcode::tool {
+namespace {
+
+constexpr std::string_view kSvg = "image/svg+xml";
+
+void AppendData(std::string& line, const label::Label& label) {
+  if (label.mediaType == kSvg) {
+    line += R"(","svg":)";
+    label::AppendJsonString(line, label.data);
+    return;
+  }
+  line += R"(","data":")";
+  AppendBase64(line, {reinterpret_cast<const std::uint8_t*>(label.data.data()), label.data.size()});
+  line += '"';
+}
+
+class JsonLinesPacker : public Packer {
+ public:
+  void Pack(const FinishedRow& row, Parcel& parcel) override {
+    std::string& line = parcel.bytes;
+    AppendPieces(line, R"({"n":)", row.number, R"(,"ok":true,"media_type":")", row.label.mediaType);
+    AppendData(line, row.label);
+    AppendPieces(line, R"(,"report":)", row.label.report, "}\n");
+  }
+
+  void PackRefused(const FinishedRow& row, Parcel& parcel) override {
+    AppendPieces(parcel.bytes, R"({"n":)", row.number, R"(,"ok":false,"report":)", row.label.report, "}\n");
+  }
+};
+
+class JsonLines : public Output {
+ public:
+  explicit JsonLines(int descriptor) : m_descriptor(descriptor) {}
+
+  std::unique_ptr<Packer> NewPacker() override { return std::make_unique<JsonLinesPacker>(); }
+
+  void Write(Parcel& parcel) override {
+    if (!WriteFully(m_descriptor, parcel.bytes)) {
+      FailWithErrno("cannot write to standard output");
+    }
+  }
+
+ private:
+  int m_descriptor;
+};
+
+}  // namespace
+
+bool WriteFully(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = write(descriptor, bytes.data(), bytes.size());
+    if (count >= 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+      continue;
+    }
+    if (errno == EAGAIN) {
+      pollfd wait = {descriptor, POLLOUT, 0};
+      poll(&wait, 1, -1);
+    } else if (errno != EINTR) {
+      return false;
+    }
+  }
+  return true;
+}
+
+std::unique_ptr<Output> JsonLinesOutput(int descriptor) {
+  return std::make_unique<JsonLines>(descriptor);
+}
+
+}  // namespace barcode::tool
