@@ -13,10 +13,13 @@ Cell CellAt(const SheetGrid& grid, std::int64_t number) {
   const auto column = static_cast<double>(number % grid.columns);
   const auto row = static_cast<double>(number / grid.columns);
   Cell cell;
-  cell.width = (grid.pageWidth - 2 * grid.margin - (grid.columns - 1) * grid.gap) / grid.columns;
-  cell.height = (grid.pageHeight - 2 * grid.margin - (grid.rows - 1) * grid.gap) / grid.rows;
-  cell.x = grid.margin + column * (cell.width + grid.gap);
-  cell.y = grid.margin + row * (cell.height + grid.gap);
+  const auto length = [](double page, double margin, double gap, int count) {
+    return (page - 2 * margin - (count - 1) * gap) / count;
+  };
+  cell.width = length(grid.pageWidth, grid.margin.across, grid.gap.across, grid.columns);
+  cell.height = length(grid.pageHeight, grid.margin.down, grid.gap.down, grid.rows);
+  cell.x = grid.margin.across + column * (cell.width + grid.gap.across);
+  cell.y = grid.margin.down + row * (cell.height + grid.gap.down);
   return cell;
 }
 

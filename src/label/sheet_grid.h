@@ -9,14 +9,23 @@ inline constexpr double kMillimetresPerInch = 25.4;
 // A length in dots that is worked out from millimetres is off by no more than this.
 inline constexpr double kDotTolerance = 1e-6;
 
+// A length for each direction, or one for both.
+struct Spacing {
+  double across = 0;
+  double down = 0;
+
+  constexpr Spacing(double both) : across(both), down(both) {}  // NOLINT: a length is one
+  constexpr Spacing(double ofColumns, double ofRows) : across(ofColumns), down(ofRows) {}
+};
+
 // A page of label paper, in millimetres.
 struct SheetGrid {
   double pageWidth = 210;
   double pageHeight = 297;
   int columns = 1;
   int rows = 1;
-  double margin = 10;  // on all four sides
-  double gap = 2;      // between cells, in both directions
+  Spacing margin = 10;  // left and right of all cells, above and below them
+  Spacing gap = 2;      // between columns, between rows
 };
 
 // In millimetres from the upper left corner of the page, y downwards.

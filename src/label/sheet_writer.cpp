@@ -51,19 +51,22 @@ void SheetWriter::TurnPage() {
 void SheetWriter::BeginPage() {
   m_content = PdfContent();
   ++m_pages;
-  if (!m_options.outline) {
-    return;
+}
+
+void SheetWriter::EndPage() {
+  if (m_options.outline) {
+    DrawOutlines();
   }
+  m_file.AddPage(Points(m_options.grid.pageWidth), Points(m_options.grid.pageHeight), m_content);
+}
+
+void SheetWriter::DrawOutlines() {
   const SheetGrid& grid = m_options.grid;
   for (std::int64_t number = 0; number < CellsOf(grid); ++number) {
     const Cell cell = CellAt(grid, number);
     m_content.Frame({.x = Points(cell.x), .y = Points(grid.pageHeight - cell.y - cell.height)},
                     Points(cell.width), Points(cell.height), Points(kOutlineMm));
   }
-}
-
-void SheetWriter::EndPage() {
-  m_file.AddPage(Points(m_options.grid.pageWidth), Points(m_options.grid.pageHeight), m_content);
 }
 
 }  // namespace barcode::label

@@ -37,6 +37,8 @@ class SheetWriter {
   void TurnPage();
   void BeginPage();
   void EndPage();
+  // Over the labels: grounds would cover half of the lines.
+  void DrawOutlines();
 
   SheetOptions m_options;
   PdfFile m_file;

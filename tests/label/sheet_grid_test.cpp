@@ -35,6 +35,12 @@ TEST(SheetGrid, WithoutMarginAndGapTheCellsAreThePage) {
   ExpectCell(CellAt(grid, 5), 50.8, 101.6, 50.8, 50.8);
 }
 
+TEST(SheetGrid, EachDirectionHasItsMarginAndGap) {
+  const SheetGrid grid{.columns = 3, .rows = 7, .margin = {7.25, 15.15}, .gap = {2.5, 0}};
+  ExpectCell(CellAt(grid, 0), 7.25, 15.15, 190.5 / 3, 38.1);
+  ExpectCell(CellAt(grid, 20), 139.25, 243.75, 190.5 / 3, 38.1);
+}
+
 TEST(SheetGrid, TheLastCellEndsAtTheMargin) {
   std::mt19937 random(1);
   for (int i = 0; i < 200; ++i) {
@@ -44,8 +50,8 @@ TEST(SheetGrid, TheLastCellEndsAtTheMargin) {
     grid.margin = static_cast<double>(random() % 300) / 10;
     grid.gap = static_cast<double>(random() % 30) / 10;
     const Cell last = CellAt(grid, CellsOf(grid) - 1);
-    EXPECT_NEAR(last.x + last.width, grid.pageWidth - grid.margin, kNothing);
-    EXPECT_NEAR(last.y + last.height, grid.pageHeight - grid.margin, kNothing);
+    EXPECT_NEAR(last.x + last.width, grid.pageWidth - grid.margin.across, kNothing);
+    EXPECT_NEAR(last.y + last.height, grid.pageHeight - grid.margin.down, kNothing);
   }
 }
 

@@ -70,16 +70,25 @@ TEST(SheetPaper, Grids) {
   }
 }
 
-TEST(SheetPaper, Lengths) {
-  EXPECT_EQ(LengthOf("--gap", "0"), 0);
-  EXPECT_EQ(LengthOf("--gap", "2.54"), 2.54);
-  EXPECT_EQ(LengthOf("--gap", "1000"), 1000);
-  for (const char* const length : {"", "-0", "-1", "1000.1", "2mm", "1e1", "two", "2,5", "nan"}) {
+void ExpectSpacing(const std::string& text, double across, double down) {
+  const label::Spacing spacing = SpacingOf("--gap", text);
+  EXPECT_EQ(spacing.across, across) << text;
+  EXPECT_EQ(spacing.down, down) << text;
+}
+
+TEST(SheetPaper, MarginsAndGaps) {
+  ExpectSpacing("0", 0, 0);
+  ExpectSpacing("2.54", 2.54, 2.54);
+  ExpectSpacing("1000", 1000, 1000);
+  ExpectSpacing("7.25x15.1", 7.25, 15.1);
+  ExpectSpacing("2.5X0", 2.5, 0);
+  for (const char* const text :
+       {"", "-0", "-1", "1000.1", "2mm", "1e1", "two", "2,5", "nan", "x", "1x", "x1", "1x1x1", "1x1001"}) {
     EXPECT_EQ(
-        MessageOf([&] { (void)LengthOf("--gap", length); }),
-        std::string(
-            "The option \"--gap\" must be a length from 0 to 1000 in millimetres, such as 2.5, not \"") +
-            length + "\".");
+        MessageOf([&] { (void)SpacingOf("--gap", text); }),
+        std::string("The option \"--gap\" must be millimetres from 0 to 1000, such as 2.5, or ACROSSxDOWN, "
+                    "such as 2.5x0, not \"") +
+            text + "\".");
   }
 }
 
@@ -103,6 +112,12 @@ TEST(SheetPaper, CellsNeedRoom) {
       "a smaller margin, smaller gaps or fewer cells.");
   EXPECT_NE(MessageOf([] { CheckPaper({.columns = 1, .rows = 100, .gap = 3}, 1); }), "no error");
   EXPECT_EQ(MessageOf([] { CheckPaper({.columns = 1, .rows = 1, .margin = 104.9}, 1); }), "no error");
+  EXPECT_EQ(
+      MessageOf([] {
+        CheckPaper({.columns = 3, .rows = 1, .margin = {10, 148.5}}, 1);
+      }),
+      "A margin of 10 x 148.5 mm and gaps of 2 mm leave no room for 3 x 1 cells on a page of 210 x 297 mm; "
+      "choose a smaller margin, smaller gaps or fewer cells.");
 }
 
 }  // namespace

@@ -296,8 +296,8 @@ TEST(LabelProgram, OptionsOfTheLibraryFormAreTold) {
     EXPECT_THAT(outcome.errors, HasSubstr("\"mkbarcode library\""));
   }
   EXPECT_EQ(RunProgram({"library", "code39", "A", "-o", "x.png", "--caption=x"}).errors,
-            "mkbarcode: The option \"--caption\" belongs to \"mkbarcode TYPE TEXT\".\nSee mkbarcode library "
-            "--help\n");
+            "mkbarcode: The option \"--caption\" belongs to \"mkbarcode TYPE TEXT\", \"mkbarcode batch\", "
+            "\"mkbarcode sheet\".\nSee mkbarcode library --help\n");
 }
 
 TEST(LabelProgram, WhatTheSymbologyRefusesIsStatusOne) {

@@ -51,6 +51,10 @@ bool IsSide(const std::optional<double>& length) {
   return length && *length >= kShortestSide && *length <= kLongestSide;
 }
 
+bool IsSpace(const std::optional<double>& length) {
+  return length && *length <= kMostLength;
+}
+
 bool IsCount(const std::optional<int>& number) {
   return number && *number >= 1 && *number <= kMostCells;
 }
@@ -59,6 +63,10 @@ bool IsCount(const std::optional<int>& number) {
 double Told(double millimetres) {
   constexpr double kHundredths = 100;
   return std::floor(millimetres * kHundredths + label::kDotTolerance) / kHundredths;
+}
+
+std::string Told(const label::Spacing& spacing) {
+  return spacing.across == spacing.down ? Line(spacing.across) : Line(spacing.across, " x ", spacing.down);
 }
 
 }  // namespace
@@ -102,11 +110,14 @@ void SetCells(label::SheetGrid& grid, std::string_view cells) {
   throw Wrong("--grid", "COLUMNSxROWS, such as 3x8, with 1 to 100 of each", cells);
 }
 
-double LengthOf(std::string_view option, std::string_view length) {
-  if (const std::optional<double> value = Length(length); value && *value <= kMostLength) {
-    return *value;
+label::Spacing SpacingOf(std::string_view option, std::string_view text) {
+  const auto sides = Sides(text).value_or(std::pair(text, text));
+  const std::optional<double> across = Length(sides.first);
+  const std::optional<double> down = Length(sides.second);
+  if (!IsSpace(across) || !IsSpace(down)) {
+    throw Wrong(option, "millimetres from 0 to 1000, such as 2.5, or ACROSSxDOWN, such as 2.5x0", text);
   }
-  throw Wrong(option, "a length from 0 to 1000 in millimetres, such as 2.5", length);
+  return {*across, *down};
 }
 
 std::int64_t CellNumber(std::string_view number) {
@@ -119,9 +130,10 @@ std::int64_t CellNumber(std::string_view number) {
 void CheckPaper(const label::SheetGrid& grid, std::int64_t cellNumber) {
   const label::Cell cell = label::CellAt(grid, 0);
   if (Told(cell.width) <= 0 || Told(cell.height) <= 0) {
-    throw UsageError(Line("A margin of ", grid.margin, " mm and gaps of ", grid.gap, " mm leave no room for ",
-                          grid.columns, " x ", grid.rows, " cells on a page of ", grid.pageWidth, " x ",
-                          grid.pageHeight, " mm; choose a smaller margin, smaller gaps or fewer cells."));
+    throw UsageError(Line("A margin of ", Told(grid.margin), " mm and gaps of ", Told(grid.gap),
+                          " mm leave no room for ", grid.columns, " x ", grid.rows, " cells on a page of ",
+                          grid.pageWidth, " x ", grid.pageHeight,
+                          " mm; choose a smaller margin, smaller gaps or fewer cells."));
   }
   if (cellNumber > label::CellsOf(grid)) {
     throw UsageError(Line("The option \"--start-at\" must be a cell of the page, from 1 to ",

@@ -15,8 +15,8 @@ void SetPage(label::SheetGrid& grid, std::string_view page);
 // --grid: "3x8".
 void SetCells(label::SheetGrid& grid, std::string_view cells);
 
-// --margin and --gap: millimetres. option: for the message.
-double LengthOf(std::string_view option, std::string_view length);
+// --margin and --gap: millimetres, "2.5" or "ACROSSxDOWN". option: for the message.
+label::Spacing SpacingOf(std::string_view option, std::string_view text);
 
 // --start-at: the number of a cell, from 1.
 std::int64_t CellNumber(std::string_view number);

@@ -70,13 +70,13 @@ void AddPaperOptions(CLI::App& app, SheetCommand& command) {
       ->type_name("COLUMNSxROWS")
       ->group(kPaperGroup);
   app.add_option_function<std::string>(
-         "--margin", [&grid](const std::string& length) { grid.margin = LengthOf("--margin", length); },
-         "Millimetres around all cells (default 10)")
+         "--margin", [&grid](const std::string& length) { grid.margin = SpacingOf("--margin", length); },
+         "Millimetres around all cells (default 10); 7.2x15 is 7.2 left and right, 15 above and below")
       ->type_name("MM")
       ->group(kPaperGroup);
   app.add_option_function<std::string>(
-         "--gap", [&grid](const std::string& length) { grid.gap = LengthOf("--gap", length); },
-         "Millimetres between cells (default 2)")
+         "--gap", [&grid](const std::string& length) { grid.gap = SpacingOf("--gap", length); },
+         "Millimetres between cells (default 2); 2.5x0 is 2.5 between columns and none between rows")
       ->type_name("MM")
       ->group(kPaperGroup);
   app.add_flag("--outline", command.sheet.outline, "Draw a thin line around each cell")->group(kPaperGroup);
