@@ -10,16 +10,16 @@ std::int64_t CellsOf(const SheetGrid& grid) {
 }
 
 Cell CellAt(const SheetGrid& grid, std::int64_t number) {
-  const auto column = static_cast<double>(number % grid.columns);
-  const auto row = static_cast<double>(number / grid.columns);
+  const std::int64_t column = number % grid.columns;
+  const std::int64_t row = number / grid.columns;
   Cell cell;
   const auto length = [](double page, double margin, double gap, int count) {
     return (page - 2 * margin - (count - 1) * gap) / count;
   };
   cell.width = length(grid.pageWidth, grid.margin.across, grid.gap.across, grid.columns);
   cell.height = length(grid.pageHeight, grid.margin.down, grid.gap.down, grid.rows);
-  cell.x = grid.margin.across + column * (cell.width + grid.gap.across);
-  cell.y = grid.margin.down + row * (cell.height + grid.gap.down);
+  cell.x = grid.margin.across + static_cast<double>(column) * (cell.width + grid.gap.across);
+  cell.y = grid.margin.down + static_cast<double>(row) * (cell.height + grid.gap.down);
   return cell;
 }
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <stdexcept>
@@ -100,7 +99,7 @@ TEST(SheetWriter, PagesAreMadeAsTheyAreNeeded) {
 
 TEST(SheetWriter, ThousandsOfPagesHangOnBranches) {
   const SheetGrid grid{.pageWidth = 30, .pageHeight = 30, .margin = 1};
-  for (const std::size_t pages : {999, 1'000, 1'001, 2'000, 2'500}) {
+  for (const std::size_t pages : {999U, 1'000U, 1'001U, 2'000U, 2'500U}) {
     std::vector<json> rows(pages);
     rows.back() = Request("qr", "last");
     const std::string pdf = SheetOf({.grid = grid}, rows);
@@ -121,10 +120,10 @@ TEST(SheetWriter, ThousandsOfPagesHangOnBranches) {
 TEST(SheetWriter, LabelsAreTheirPicturesDotByDot) {
   std::vector<json> requests;
   const SheetGrid grid{.columns = 4, .rows = 5, .margin = 7.3, .gap = 1.9};
-  for (const char* const rotate : {"0", "90", "180", "270"}) {
+  for (const int rotate : {0, 90, 180, 270}) {
     for (json request : {Request("code128", "Dot by dot"), Request("qr", "dots"), Request("pdf417", "dots"),
                          Request("databar-expanded", "(01)90012345678908"), Request("itf", "123456")}) {
-      request["rotate"] = std::atoi(rotate);
+      request["rotate"] = rotate;
       request["show_text"] = false;
       if (request["type"] == "qr" || request["type"] == "pdf417") {
         request.erase("show_text");

@@ -158,6 +158,7 @@ std::vector<GreyImage> GreyOfPages(const std::string& pdf, int dpi) {
   }
   std::ranges::sort(files);
   std::vector<GreyImage> images;
+  images.reserve(files.size());
   for (const std::string& page : files) {
     images.push_back(ReadPgm(page));
   }

@@ -18,8 +18,8 @@ constexpr double kLongestSide = 5080;
 constexpr double kMostLength = 1000;
 constexpr int kMostCells = 100;  // in a row and in a column
 
-UsageError Wrong(std::string_view option, std::string_view wanted, std::string_view given) {
-  return UsageError(Line("The option \"", option, "\" must be ", wanted, ", not \"", given, "\"."));
+[[noreturn]] void Refuse(std::string_view option, std::string_view wanted, std::string_view given) {
+  throw UsageError(Line("The option \"", option, "\" must be ", wanted, ", not \"", given, "\"."));
 }
 
 // Digits, with a decimal point or without.
@@ -94,7 +94,7 @@ void SetPage(label::SheetGrid& grid, std::string_view page) {
       return;
     }
   }
-  throw Wrong("--page", "A4, letter or a size such as 100x150mm, with sides from 5 to 5080 mm", page);
+  Refuse("--page", "A4, letter or a size such as 100x150mm, with sides from 5 to 5080 mm", page);
 }
 
 void SetCells(label::SheetGrid& grid, std::string_view cells) {
@@ -107,7 +107,7 @@ void SetCells(label::SheetGrid& grid, std::string_view cells) {
       return;
     }
   }
-  throw Wrong("--grid", "COLUMNSxROWS, such as 3x8, with 1 to 100 of each", cells);
+  Refuse("--grid", "COLUMNSxROWS, such as 3x8, with 1 to 100 of each", cells);
 }
 
 label::Spacing SpacingOf(std::string_view option, std::string_view text) {
@@ -115,7 +115,7 @@ label::Spacing SpacingOf(std::string_view option, std::string_view text) {
   const std::optional<double> across = Length(sides.first);
   const std::optional<double> down = Length(sides.second);
   if (!IsSpace(across) || !IsSpace(down)) {
-    throw Wrong(option, "millimetres from 0 to 1000, such as 2.5, or ACROSSxDOWN, such as 2.5x0", text);
+    Refuse(option, "millimetres from 0 to 1000, such as 2.5, or ACROSSxDOWN, such as 2.5x0", text);
   }
   return {*across, *down};
 }
@@ -124,7 +124,7 @@ std::int64_t CellNumber(std::string_view number) {
   if (const std::optional<int> value = WholeNumber(number); value && *value >= 1) {
     return *value;
   }
-  throw Wrong("--start-at", "the number of a cell, from 1", number);
+  Refuse("--start-at", "the number of a cell, from 1", number);
 }
 
 void CheckPaper(const label::SheetGrid& grid, std::int64_t cellNumber) {
