@@ -37,7 +37,8 @@ if [ "$tests" = yes ]; then
   packages="$packages
     libgtest-dev libgmock-dev libbenchmark-dev
     libzxing-dev libzbar-dev librsvg2-dev poppler-utils locales
-    chromium parallel openssh-server openssh-client"
+    chromium parallel openssh-server openssh-client
+    zsh fish man-db mandoc"
   if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
     packages="$packages nodejs npm ca-certificates"
   fi

@@ -114,7 +114,7 @@ TEST(GalleryPage, ShowsImagesCommandsAndCalls) {
   const std::string page = GalleryPage(exhibits);
   EXPECT_THAT(page, HasSubstr("<h3>Less &lt; more</h3>"));
   EXPECT_THAT(page, HasSubstr("<img src=\"a.png\" alt=\"Less &lt; more\">"));
-  EXPECT_THAT(page, HasSubstr("mkbarcode code39 &#39;A$B&#39; --size 300x100 -o a.png"));
+  EXPECT_THAT(page, HasSubstr("mkbarcode library code39 &#39;A$B&#39; --size 300x100 -o a.png"));
   EXPECT_THAT(page, HasSubstr("barcode_draw_1d(h, &quot;A$B&quot;, 300, 100);"));
   EXPECT_THAT(page, HasSubstr("<p class=\"failed\">it &lt;failed&gt;</p>"));
   EXPECT_THAT(page, testing::Not(HasSubstr("<img src=\"a.svg\"")));

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "mkbarcode/draw.h"
+#include "mkbarcode/library/draw.h"
 
 namespace barcode::tool {
 

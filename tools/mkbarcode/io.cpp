@@ -41,6 +41,18 @@ std::string ReadAll(const std::string& file) {
   return ReadDescriptor(descriptor.Number(), file);
 }
 
+std::string ReadText(const std::string& file, bool keepNewline) {
+  std::string text = ReadAll(file);
+  if (keepNewline || !text.ends_with('\n')) {
+    return text;
+  }
+  text.pop_back();
+  if (text.ends_with('\r')) {
+    text.pop_back();
+  }
+  return text;
+}
+
 void WriteAll(const std::string& file, std::string_view bytes) {
   if (file != "-") {
     ReplaceFile(file, bytes);

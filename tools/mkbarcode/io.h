@@ -13,6 +13,9 @@ void ReserveStandardDescriptors();
 // All bytes of a file, or of standard input for "-". Throws RunError.
 std::string ReadAll(const std::string& file);
 
+// The same as a text: one line end at the end is dropped unless it is to be kept.
+std::string ReadText(const std::string& file, bool keepNewline);
+
 // Writes standard output for "-", else a file (see ReplaceFile). Throws RunError when not every byte was
 // accepted.
 void WriteAll(const std::string& file, std::string_view bytes);

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "mkbarcode/types.h"
+#include "mkbarcode/library/types.h"
 
 namespace barcode::tool {
 

@@ -22,14 +22,38 @@ std::string NamesFor(const FieldInfo& field) {
                                            : Concat({"--", name});
 }
 
-// "Degrees clockwise: 0, 90, 180 or 270".
+// "Degrees clockwise: 0, 90, 180 or 270 (default 0)".
 std::string HelpOf(const FieldInfo& field) {
   std::string help(field.meaning);
   if (help.ends_with('.')) {
     help.pop_back();
   }
-  const std::string values = AcceptedValues(field);
-  return values.empty() ? help : Concat({help, ": ", values});
+  if (const std::string values = AcceptedValues(field); !values.empty()) {
+    help += Concat({": ", values});
+  }
+  if (const std::string value = DefaultValue(field); !value.empty()) {
+    help += Concat({" (default ", value, ")"});
+  }
+  return help;
+}
+
+// What stands for the value in the help.
+const char* PlaceholderOf(const FieldInfo& field) {
+  switch (field.kind) {
+    case FieldKind::kInteger:
+    case FieldKind::kNumber:
+      return "NUMBER";
+    case FieldKind::kColour:
+      return "COLOR";
+    case FieldKind::kString:
+      return "TEXT";
+    case FieldKind::kKeyword:
+      return "WORD";
+    case FieldKind::kAngle:
+      return "DEGREES";
+    default:
+      return "VALUE";
+  }
 }
 
 // Also what --x=VALUE says to a boolean.
@@ -45,8 +69,10 @@ void Set(label::Request& request, const FieldInfo& field, const std::string& val
 
 CLI::Option* AddLabelOption(CLI::App& app, label::Request& request, const FieldInfo& field) {
   const std::string help = HelpOf(field);
-  CLI::Option* const option = field.kind == FieldKind::kBoolean ? app.add_flag(NamesFor(field), help)
-                                                                : app.add_option(NamesFor(field), help);
+  CLI::Option* const option = field.kind == FieldKind::kBoolean
+                                  ? app.add_flag(NamesFor(field), help)
+                                  : app.add_option(NamesFor(field), help)->type_name(PlaceholderOf(field));
+  option->group(GroupOf(field));
   option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   return option->each([&request, &field, option](const std::string& value) {
     if (option->count() > 1) {
@@ -57,11 +83,15 @@ CLI::Option* AddLabelOption(CLI::App& app, label::Request& request, const FieldI
 }
 
 void AddLabelOptions(CLI::App& app, label::Request& request) {
-  for (const FieldInfo& field : label::AllFields()) {
-    if (field.id == FieldId::kType || field.id == FieldId::kText || field.id == FieldId::kTextBase64) {
-      continue;
+  // Those of every type first, as a group each in the help.
+  for (const bool isOfEveryType : {true, false}) {
+    for (const FieldInfo& field : label::AllFields()) {
+      const bool isText =
+          field.id == FieldId::kType || field.id == FieldId::kText || field.id == FieldId::kTextBase64;
+      if (!isText && (field.types == kEveryType) == isOfEveryType) {
+        AddLabelOption(app, request, field);
+      }
     }
-    AddLabelOption(app, request, field);
   }
 }
 

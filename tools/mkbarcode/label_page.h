@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "mkbarcode/types.h"
+#include "mkbarcode/library/types.h"
 
 namespace barcode::tool {
 

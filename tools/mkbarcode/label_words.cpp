@@ -16,7 +16,7 @@ using label::FieldInfo;
 using label::FieldKind;
 
 bool IsWordCharacter(char c) {
-  return (c >= 'a' && c <= 'z') || c == '_';
+  return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
 }
 
 // A field that stands in a sentence by its name: quoted, or as a word that is none of English.
@@ -47,6 +47,51 @@ std::string ListOf(std::span<const std::string_view> words) {
 
 std::string RangeOf(const FieldInfo& field) {
   return Line(field.minimum, " to ", field.maximum);
+}
+
+// The JSON as people write it.
+std::string PlainValue(std::string_view json) {
+  if (json == "true") {
+    return "on";
+  }
+  if (json == "false") {
+    return "off";
+  }
+  const bool isQuoted = json.size() > 1 && json.front() == '"';
+  return std::string(isQuoted ? json.substr(1, json.size() - 2) : json);
+}
+
+struct DefaultOfTypes {
+  std::string value;
+  std::string types;
+  std::size_t count = 0;
+};
+
+std::vector<DefaultOfTypes> DefaultsOfTypes(const FieldInfo& field) {
+  std::vector<DefaultOfTypes> defaults;
+  for (const label::TypeInfo& type : label::AllTypes()) {
+    const std::string value = PlainValue(label::DefaultJson(field, type));
+    if (!label::Takes(type.type, field) || value.empty()) {
+      continue;
+    }
+    auto known = std::ranges::find(defaults, value, &DefaultOfTypes::value);
+    if (known == defaults.end()) {
+      known = defaults.insert(known, {value, "", 0});
+    }
+    known->types += Concat({known->count == 0 ? "" : ", ", type.name});
+    ++known->count;
+  }
+  return defaults;
+}
+
+std::string NamesOfTypes(const FieldInfo& field) {
+  std::string names;
+  for (const label::TypeInfo& type : label::AllTypes()) {
+    if (label::Takes(type.type, field)) {
+      names += Concat({names.empty() ? "" : ", ", type.name});
+    }
+  }
+  return names;
 }
 
 }  // namespace
@@ -93,9 +138,8 @@ std::string AcceptedValues(const FieldInfo& field) {
   switch (field.kind) {
     case FieldKind::kString:
     case FieldKind::kBoolean:
-      return "";
     case FieldKind::kBase64:
-      return "Base64 with padding";
+      return "";
     case FieldKind::kInteger:
     case FieldKind::kNumber:
       return RangeOf(field);
@@ -112,6 +156,31 @@ std::string AcceptedValues(const FieldInfo& field) {
       break;
   }
   return Line(label::kAngles[0], ", ", label::kAngles[1], ", ", label::kAngles[2], " or ", label::kAngles[3]);
+}
+
+std::string DefaultValue(const FieldInfo& field) {
+  // Two fields alone have a default of the type's own.
+  if (field.id != FieldId::kModule && field.id != FieldId::kForm) {
+    return PlainValue(field.defaultJson);
+  }
+  std::string text;
+  for (const DefaultOfTypes& known : DefaultsOfTypes(field)) {
+    const bool isOfMost = known.count > label::kTypeCount / 2;
+    text +=
+        Concat({text.empty() ? "" : "; ", isOfMost ? "" : known.types, isOfMost ? "" : ": ", known.value});
+  }
+  return text;
+}
+
+std::string GroupOf(const FieldInfo& field) {
+  if (field.types == kEveryType) {
+    return "Options of every type";
+  }
+  const auto isOfBars = [&field](const label::TypeInfo& type) {
+    return label::Takes(type.type, field) == label::HasBarHeight(type.type);
+  };
+  return std::ranges::all_of(label::AllTypes(), isOfBars) ? "Options of the linear types, yubin excepted"
+                                                          : Concat({"Options of ", NamesOfTypes(field)});
 }
 
 }  // namespace barcode::tool

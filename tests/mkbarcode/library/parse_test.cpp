@@ -1,4 +1,4 @@
-#include "mkbarcode/parse.h"
+#include "mkbarcode/library/parse.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,9 @@
-#include "mkbarcode/list.h"
+#include "mkbarcode/library/list.h"
 
 #include <algorithm>
 #include <string_view>
 
-#include "barcode.h"
-#include "mkbarcode/types.h"
+#include "mkbarcode/library/types.h"
 
 namespace barcode::tool {
 namespace {
@@ -35,10 +34,6 @@ std::string ListText() {
     text += line + "\n";
   }
   return text;
-}
-
-std::string VersionText() {
-  return "mkbarcode " BARCODE_VERSION_STRING "\n";
 }
 
 }  // namespace barcode::tool

@@ -9,13 +9,13 @@
 
 #include "label/fields.h"
 #include "label/types.h"
-#include "mkbarcode/options.h"
-#include "mkbarcode/types.h"
+#include "mkbarcode/library/options.h"
+#include "mkbarcode/library/types.h"
 
 namespace barcode::tool {
 namespace {
 
-TEST(LabelTypes, NamesTitlesAndAliasesAreThoseOfTheTool) {
+TEST(LabelTypes, AreThoseOfTheTool) {
   ASSERT_EQ(label::AllTypes().size(), AllTypes().size());
   for (const TypeInfo& type : AllTypes()) {
     const label::TypeInfo& other = label::InfoOf(static_cast<label::Type>(type.number));

@@ -1,4 +1,4 @@
-#include "mkbarcode/types.h"
+#include "mkbarcode/library/types.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 #include <set>
 #include <sstream>
 
-#include "mkbarcode/options.h"
+#include "mkbarcode/library/options.h"
 #include "mkbarcode/program_runner.h"
 #include "mkbarcode/quoting.h"
 #include "support/symbologies.h"

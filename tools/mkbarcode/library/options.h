@@ -7,31 +7,32 @@
 #include <vector>
 
 #include "barcode.h"
-#include "mkbarcode/parse.h"
-#include "mkbarcode/types.h"
+#include "mkbarcode/library/parse.h"
+#include "mkbarcode/library/shared_library.h"
+#include "mkbarcode/library/types.h"
 
 namespace barcode::tool {
 
 // The kinds of setter, each with what it accepts.
 struct FlagSetter {
-  void (*set)(BarcodeHandle, int);
+  LibraryFunction<void(BarcodeHandle, int)> set;
 };
 struct IntegerSetter {
-  void (*set)(BarcodeHandle, int);
+  LibraryFunction<void(BarcodeHandle, int)> set;
   int lowest;
   int highest;
 };
 struct RealSetter {
-  void (*set)(BarcodeHandle, double);
+  LibraryFunction<void(BarcodeHandle, double)> set;
   double lowest;
   double highest;
 };
 struct WordSetter {
-  void (*set)(BarcodeHandle, const char*);
+  LibraryFunction<void(BarcodeHandle, const char*)> set;
   std::span<const std::string_view> words;
 };
 struct ColorSetter {
-  void (*set)(BarcodeHandle, int, int, int, int);
+  LibraryFunction<void(BarcodeHandle, int, int, int, int)> set;
 };
 using Setter = std::variant<FlagSetter, IntegerSetter, RealSetter, WordSetter, ColorSetter>;
 
@@ -40,10 +41,12 @@ struct OptionInfo {
   OptionId id;
   std::string_view name;   // without the leading dashes
   std::string_view alias;  // a second name, or empty
-  std::string_view setterName;
   Setter setter;
   std::string_view help;
 
+  std::string_view SetterName() const {
+    return std::visit([](const auto& kind) { return std::string_view(kind.set.name); }, setter);
+  }
   bool IsFlag() const { return std::holds_alternative<FlagSetter>(setter); }
 };
 

@@ -4,9 +4,6 @@
 
 namespace barcode::tool {
 
-// What --list prints: a line for each type that this build of the library offers.
-std::string ListText();
-
 // What --version prints.
 std::string VersionText();
 

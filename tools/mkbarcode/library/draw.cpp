@@ -1,28 +1,49 @@
-#include "mkbarcode/draw.h"
+#include "mkbarcode/library/draw.h"
 
 #include <unistd.h>
 
+#include <cmath>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <type_traits>
 
 #include "mkbarcode/errors.h"
 #include "mkbarcode/io.h"
+#include "mkbarcode/library/drawn_width.h"
 #include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 namespace {
 
-constexpr DrawFunction kDraw1d = {"barcode_draw_1d", BoxDraw{barcode_draw_1d}};
-constexpr DrawFunction kDraw2d = {"barcode_draw_2d", LengthDraw{barcode_draw_2d}};
-constexpr DrawFunction kDraw2dRect = {"barcode_draw_2d_rect", BoxDraw{barcode_draw_2d_rect}};
-constexpr DrawFunction kDrawConvenience = {"barcode_draw_convenience", BoxDraw{barcode_draw_convenience}};
-constexpr DrawFunction kDrawStacked = {"barcode_draw_stacked", BoxDraw{barcode_draw_stacked}};
-constexpr DrawFunction kDrawYubin = {"barcode_draw_yubin", LengthDraw{barcode_draw_yubin}};
-constexpr DrawFunction kDrawYubinWithWidth = {"barcode_draw_yubin_with_width",
-                                              BoxDraw{barcode_draw_yubin_with_width}};
+// That the signatures are those of the header.
+template <class Function>
+constexpr DrawFunction Named(const char* name) {
+  return LibraryFunction<Function>{name};
+}
 
-using HandleOwner = std::unique_ptr<std::remove_pointer_t<BarcodeHandle>, decltype(&barcode_destroy)>;
+constexpr DrawFunction kDraw1d = Named<decltype(barcode_draw_1d)>("barcode_draw_1d");
+constexpr DrawFunction kDraw2d = Named<decltype(barcode_draw_2d)>("barcode_draw_2d");
+constexpr DrawFunction kDraw2dRect = Named<decltype(barcode_draw_2d_rect)>("barcode_draw_2d_rect");
+constexpr DrawFunction kDrawConvenience =
+    Named<decltype(barcode_draw_convenience)>("barcode_draw_convenience");
+constexpr DrawFunction kDrawStacked = Named<decltype(barcode_draw_stacked)>("barcode_draw_stacked");
+constexpr DrawFunction kDrawYubin = Named<decltype(barcode_draw_yubin)>("barcode_draw_yubin");
+constexpr DrawFunction kDrawYubinWithWidth =
+    Named<decltype(barcode_draw_yubin_with_width)>("barcode_draw_yubin_with_width");
+
+constexpr LibraryFunction<decltype(barcode_create)> kCreate = {"barcode_create"};
+constexpr LibraryFunction<decltype(barcode_destroy)> kDestroy = {"barcode_destroy"};
+constexpr LibraryFunction<decltype(barcode_set_output_format)> kSetOutputFormat = {
+    "barcode_set_output_format"};
+constexpr LibraryFunction<decltype(barcode_get_svg)> kGetSvg = {"barcode_get_svg"};
+constexpr LibraryFunction<decltype(barcode_get_base64)> kGetBase64 = {"barcode_get_base64"};
+constexpr LibraryFunction<decltype(barcode_get_image_data)> kGetImageData = {"barcode_get_image_data"};
+
+struct DestroyHandle {
+  void operator()(BarcodeHandle handle) const { kDestroy(handle); }
+};
+using HandleOwner = std::unique_ptr<std::remove_pointer_t<BarcodeHandle>, DestroyHandle>;
 
 // Forms that one type alone has.
 struct FormInfo {
@@ -49,37 +70,37 @@ bool IsSvg(const DrawRequest& request) {
 }
 
 int CallDraw(const DrawFunction& draw, BarcodeHandle handle, const DrawRequest& request) {
-  if (const auto* box = std::get_if<BoxDraw>(&draw.function)) {
+  if (const auto* const box = std::get_if<BoxDraw>(&draw)) {
     return (*box)(handle, request.text.c_str(), request.size.width, request.size.height);
   }
-  return std::get<LengthDraw>(draw.function)(handle, request.text.c_str(), request.size.height);
+  return std::get<LengthDraw>(draw)(handle, request.text.c_str(), request.size.height);
 }
 
 // The finished image, or nothing.
 std::optional<std::string> Fetch(BarcodeHandle handle, const DrawRequest& request) {
   if (IsSvg(request)) {
-    std::string document = barcode_get_svg(handle);
+    std::string document = kGetSvg(handle);
     return document.empty() ? std::nullopt : std::optional(std::move(document));
   }
   // The bytes are fetched for a data URI too: when there are none, the URI would be that of an empty picture.
   int length = 0;
-  const unsigned char* const bytes = barcode_get_image_data(handle, &length);
+  const unsigned char* const bytes = kGetImageData(handle, &length);
   if (bytes == nullptr || length <= 0) {
     return std::nullopt;
   }
   if (!request.asDataUri) {
     return std::string(bytes, bytes + length);
   }
-  std::string uri = barcode_get_base64(handle);
+  std::string uri = kGetBase64(handle);
   return uri.starts_with("data:") ? std::optional(std::move(uri)) : std::nullopt;
 }
 
 std::optional<std::string> DrawAndFetch(const DrawRequest& request) {
-  const HandleOwner handle(barcode_create(request.type->number), &barcode_destroy);
+  const HandleOwner handle(kCreate(request.type->number));
   if (handle == nullptr) {
     return std::nullopt;
   }
-  barcode_set_output_format(handle.get(), request.format.c_str());
+  kSetOutputFormat(handle.get(), request.format.c_str());
   for (const Setting& setting : request.settings) {
     Apply(handle.get(), setting);
   }
@@ -103,22 +124,54 @@ std::string WithoutStepLog(std::string_view lines) {
   return kept;
 }
 
-std::optional<std::string> DrawQuietly(const DrawRequest& request) {
-  const Redirection output = Redirection::ToNothing(STDOUT_FILENO);
+// The image, and what the library printed to standard output meanwhile.
+struct Drawing {
   std::optional<std::string> image;
+  std::string printed;
+};
+
+Drawing DrawQuietly(const DrawRequest& request) {
+  Drawing drawing;
   std::string messages;
   {
+    const Redirection output = Redirection::ToBuffer(STDOUT_FILENO);
     const Redirection errors = Redirection::ToBuffer(STDERR_FILENO);
-    image = DrawAndFetch(request);
+    drawing.image = DrawAndFetch(request);
     messages = errors.Contents();
+    drawing.printed = output.Contents();
   }
   WriteToStandardError(WithoutStepLog(messages));
-  return image;
+  return drawing;
 }
 
-std::optional<std::string> DrawVerbosely(const DrawRequest& request) {
-  const Redirection output = Redirection::ToDescriptor(STDOUT_FILENO, STDERR_FILENO);
-  return DrawAndFetch(request);
+Drawing DrawVerbosely(const DrawRequest& request) {
+  Drawing drawing;
+  {
+    const Redirection both = Redirection::ToBuffer(STDOUT_FILENO);
+    const Redirection errors = Redirection::ToDescriptor(STDERR_FILENO, STDOUT_FILENO);
+    drawing.image = DrawAndFetch(request);
+    drawing.printed = both.Contents();
+  }
+  WriteToStandardError(drawing.printed);
+  return drawing;
+}
+
+// A symbol in a picture, of which the library prints no width, is drawn once more as a document.
+double WidthOfDocumentFor(const DrawRequest& request) {
+  DrawRequest asDocument = request;
+  asDocument.format = "svg";
+  asDocument.asDataUri = false;
+  const Redirection output = Redirection::ToNothing(STDOUT_FILENO);
+  const Redirection errors = Redirection::ToNothing(STDERR_FILENO);
+  return WidthOfDocument(DrawAndFetch(asDocument).value_or(""));
+}
+
+double WidthOf(const DrawRequest& request, const Drawing& drawing) {
+  if (IsSvg(request)) {
+    return WidthOfDocument(*drawing.image);
+  }
+  const std::optional<double> printed = PrintedWidth(drawing.printed);
+  return printed ? *printed : WidthOfDocumentFor(request);
 }
 
 std::string SizeText(const Size& size) {
@@ -139,6 +192,10 @@ std::string_view FetchText(const DrawRequest& request) {
 }
 
 }  // namespace
+
+std::string_view NameOf(const DrawFunction& draw) {
+  return std::visit([](const auto& function) { return std::string_view(function.name); }, draw);
+}
 
 Size DefaultSize(const TypeInfo& type) {
   constexpr Size kBox = {300, 100, false};
@@ -184,7 +241,10 @@ void CheckRequest(const DrawRequest& request) {
   }
 }
 
-std::string DrawImage(const DrawRequest& request, bool verbose) {
+namespace {
+
+// Its image is there.
+Drawing DrawChecked(const DrawRequest& request, bool verbose) {
   CheckRequest(request);
   if (!IsOffered(*request.type)) {
     throw UsageError(
@@ -193,11 +253,37 @@ std::string DrawImage(const DrawRequest& request, bool verbose) {
   if (request.text.find('\0') != std::string::npos) {
     throw RunError("the text holds a NUL byte, which no barcode text can");
   }
-  std::optional<std::string> image = verbose ? DrawVerbosely(request) : DrawQuietly(request);
-  if (!image) {
+  Drawing drawing = verbose ? DrawVerbosely(request) : DrawQuietly(request);
+  if (!drawing.image) {
     throw RunError(Concat({request.type->name, " at ", SizeText(request.size), " could not be drawn"}));
   }
-  return *std::move(image);
+  return drawing;
+}
+
+}  // namespace
+
+DrawnImage Draw(const DrawRequest& request, bool verbose) {
+  Drawing drawing = DrawChecked(request, verbose);
+  const double width = WidthOf(request, drawing);
+  return {*std::move(drawing.image), width};
+}
+
+std::string DrawImage(const DrawRequest& request, bool verbose) {
+  return *DrawChecked(request, verbose).image;
+}
+
+std::optional<std::string> TooWide(const DrawRequest& request, const DrawnImage& image) {
+  // The postal code is drawn by its height alone when no box is given.
+  const bool hasWidth = !request.size.isSingle || request.type->IsTwoDimensional();
+  constexpr double kRounding = 0.05;
+  if (!hasWidth || image.width <= request.size.width + kRounding) {
+    return std::nullopt;
+  }
+  const std::string wanted = std::to_string(static_cast<std::int64_t>(std::ceil(image.width - kRounding)));
+  const std::string size =
+      request.size.isSingle ? wanted : Concat({wanted, "x", std::to_string(request.size.height)});
+  return Concat({"The symbol is ", wanted, " pixels wide, and its box ", std::to_string(request.size.width),
+                 "; ask for --size ", size, "."});
 }
 
 std::string CallsText(const DrawRequest& request) {
@@ -209,8 +295,8 @@ std::string CallsText(const DrawRequest& request) {
     lines += Concat({CallText(setting), "\n"});
   }
   const DrawFunction& draw = ChooseDrawFunction(request);
-  lines += Concat({draw.name, "(h, ", CLiteral(request.text), ", "});
-  if (std::holds_alternative<BoxDraw>(draw.function)) {
+  lines += Concat({NameOf(draw), "(h, ", CLiteral(request.text), ", "});
+  if (std::holds_alternative<BoxDraw>(draw)) {
     lines += Concat({std::to_string(request.size.width), ", "});
   }
   lines += Concat({std::to_string(request.size.height), ");\n", FetchText(request), "barcode_destroy(h);\n"});
@@ -218,7 +304,7 @@ std::string CallsText(const DrawRequest& request) {
 }
 
 std::string CommandText(const DrawRequest& request, std::string_view file) {
-  std::string command = Concat({"mkbarcode ", request.type->name});
+  std::string command = Concat({"mkbarcode library ", request.type->name});
   const bool looksLikeOption = request.text.starts_with('-');
   if (!looksLikeOption) {
     command += Concat({" ", ShellQuoted(request.text)});

@@ -1,73 +1,42 @@
-#include "mkbarcode/command_line.h"
+#include "mkbarcode/library/library_command.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 
+#include "mkbarcode/cli/help_page.h"
+#include "mkbarcode/cli/parser.h"
+#include "mkbarcode/cli/suggestion.h"
+#include "mkbarcode/cli/version.h"
 #include "mkbarcode/errors.h"
-#include "mkbarcode/list.h"
+#include "mkbarcode/io.h"
+#include "mkbarcode/library/list.h"
 #include "mkbarcode/quoting.h"
 
 namespace barcode::tool {
 namespace {
 
-constexpr std::size_t kHelpColumn = 36;
-constexpr std::size_t kHelpTextWidth = 68;
-
-constexpr const char* kDescription = "Draws barcodes as PNG or SVG.\n";
-constexpr const char* kUsage =
-    "Usage: mkbarcode TYPE TEXT [--size WxH] [OPTIONS] -o FILE\n"
-    "       mkbarcode TYPE --input FILE [--size WxH] [OPTIONS] -o FILE\n"
-    "       mkbarcode gallery DIR [--verbose]\n"
-    "       mkbarcode --list | --version | --help\n";
-constexpr const char* kFooter =
-    "\nAn option may be given only to the types that it serves.\n"
-    "Put -- before a text that begins with a dash: mkbarcode nw7 -o out.png -- -123-\n"
-    "\nExamples:\n"
-    "  mkbarcode code39 \"ABC-123\" --size 300x100 -o out.png\n"
-    "  mkbarcode ean13 490123456789 --size 320x120 -o out.svg\n"
-    "  mkbarcode code128 \"piped\" --format svg -o - | gzip > out.svgz\n"
-    "\nExit status: 0 done, 1 the drawing, reading or writing failed, 2 wrong usage.";
-
-// The parser's help page with the usage lines above, and flags written as "--[no-]NAME".
-class HelpFormatter : public CLI::Formatter {
- public:
-  HelpFormatter() { column_width(kHelpColumn); }
-
-  std::string make_usage(const CLI::App* /*app*/, std::string /*name*/) const override { return kUsage; }
-
-  std::string make_option_name(const CLI::Option* option, bool isPositional) const override {
-    const std::vector<std::string>& names = option->get_lnames();
-    const bool isSwitch = names.size() == 2 && names[1] == Concat({"no-", names[0]});
-    return isSwitch ? Concat({"--[no-]", names[0]}) : CLI::Formatter::make_option_name(option, isPositional);
-  }
-};
-
-// The description with line breaks, so that long lists of words stay readable.
-std::string Wrapped(const std::string& text) {
-  std::string wrapped;
-  std::size_t lineLength = 0;
-  std::size_t start = 0;
-  while (start < text.size()) {
-    const std::size_t end = std::min(text.find(' ', start), text.size());
-    const std::string word = text.substr(start, end - start);
-    const bool fits = lineLength + 1 + word.size() <= kHelpTextWidth;
-    if (!wrapped.empty()) {
-      wrapped += fits ? ' ' : '\n';
-    }
-    lineLength = fits ? lineLength + 1 + word.size() : word.size();
-    wrapped += word;
-    start = end + 1;
-  }
-  return wrapped;
-}
+constexpr const char* kPurpose =
+    "Draws barcodes through the 43 functions of libbarcode.so, as PNG or SVG, byte for byte what a host "
+    "gets.";
+constexpr const char* kNotes =
+    "An option may be given only to the types that it serves.\n"
+    "Put -- before a text that begins with a dash: mkbarcode library nw7 -o out.png -- -123-\n"
+    "\n"
+    "Examples:\n"
+    "  mkbarcode library code39 \"ABC-123\" --size 300x100 -o out.png\n"
+    "  mkbarcode library ean13 490123456789 --size 320x120 -o out.svg\n"
+    "  mkbarcode library code128 \"piped\" --format svg -o - | gzip > out.svgz\n"
+    "\n"
+    "Exit status: 0 done, 1 the drawing, reading or writing failed, 2 wrong usage.";
 
 std::string HelpText(const OptionInfo& option) {
   const std::string values = AcceptedValues(option);
-  return Wrapped(values.empty() ? std::string(option.help) : Concat({option.help, ": ", values}));
+  return values.empty() ? std::string(option.help) : Concat({option.help, ": ", values});
 }
 
 std::string GroupName(const OptionInfo& option) {
@@ -141,59 +110,31 @@ void AddSettings(CLI::App& app, std::vector<Setting>& settings) {
 
 void AddDrawing(CLI::App& app, Arguments& arguments) {
   DrawCommand& command = arguments.command;
-  app.add_option("TYPE", arguments.type, Wrapped("The symbology, a name or alias from --list"))
-      ->type_name("");
-  app.add_option("TEXT", arguments.text, Wrapped("The text to encode"))->type_name("");
-  app.add_option(
-         "--size", arguments.size,
-         Wrapped("Box in pixels, WIDTHxHEIGHT (default 300x100); one number N draws two-dimensional types "
-                 "into N x N (default 200) and the postal code by its height (default 24)"))
+  app.add_option("TYPE", arguments.type, "The symbology, a name or alias from --list")->type_name("");
+  app.add_option("TEXT", arguments.text, "The text to encode")->type_name("");
+  app.add_option("--size", arguments.size,
+                 "Box in pixels, WIDTHxHEIGHT (default 300x100); one number N draws two-dimensional types "
+                 "into N x N (default 200) and the postal code by its height (default 24)")
       ->type_name("SIZE");
   app.add_option("-o,--output", command.outputFile, "File to write; - is standard output")->type_name("FILE");
   app.add_option("--format", arguments.format,
-                 Wrapped("png, svg, jpg or jpeg (default: by the suffix of FILE). As jpg the image is a PNG "
-                         "too; only the data URI names the type image/jpeg"))
+                 "png, svg, jpg or jpeg (default: by the suffix of FILE). As jpg the image is a PNG "
+                 "too; only the data URI names the type image/jpeg")
       ->type_name("FORMAT");
-  app.add_flag(
-      "--data-uri", command.request.asDataUri,
-      Wrapped("Write a data URI with the PNG in base64 and a line end (to standard output without -o)"));
+  app.add_flag("--data-uri", command.request.asDataUri,
+               "Write a data URI with the PNG in base64 and a line end (to standard output without -o)");
   app.add_option("--input", command.inputFile,
-                 Wrapped("Read the text from a file instead, - is standard input; one line end at the end is "
-                         "dropped"))
+                 "Read the text from a file instead, - is standard input; one line end at the end is "
+                 "dropped")
       ->type_name("FILE");
   app.add_flag("--keep-newline", command.keepNewline, "Keep that line end");
   app.add_flag("--convenience", arguments.convenience,
-               Wrapped("gs1-128: the payment form of Japanese convenience stores, 44 digits"));
-  app.add_flag("--stacked", arguments.stacked, Wrapped("databar-expanded: the stacked form"));
-  app.add_flag("--verbose", command.verbose, Wrapped("Show the library's diagnostics on standard error"));
-  app.add_flag("--list", arguments.list,
-               Wrapped("List the types that this build offers, with their aliases"));
+               "gs1-128: the payment form of Japanese convenience stores, 44 digits");
+  app.add_flag("--stacked", arguments.stacked, "databar-expanded: the stacked form");
+  app.add_flag("--verbose", command.verbose, "Show the library's diagnostics on standard error");
+  app.add_flag("--list", arguments.list, "List the types that this build offers, with their aliases");
   app.add_flag("--version", arguments.version, "Print the version");
   AddSettings(app, command.request.settings);
-}
-
-std::string WithSingleBlankLines(std::string text) {
-  constexpr std::string_view kTwo = "\n\n\n";
-  for (std::size_t at = text.find(kTwo); at != std::string::npos; at = text.find(kTwo, at)) {
-    text.erase(at, 1);
-  }
-  return text;
-}
-
-// Runs the parser; a text when help was asked for.
-std::optional<std::string> Parse(CLI::App& app, const std::vector<std::string>& arguments) {
-  try {
-    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // it takes the last one first
-  } catch (const CLI::CallForHelp&) {
-    return WithSingleBlankLines(app.help());
-  } catch (const CLI::ParseError& error) {
-    throw UsageError(error.what());
-  }
-  return std::nullopt;
-}
-
-bool WasGiven(const CLI::App& app, const std::string& option) {
-  return app.get_option(option)->count() > 0;
 }
 
 std::string ChooseFormat(const CLI::App& app, const Arguments& arguments) {
@@ -220,7 +161,12 @@ const TypeInfo& RequireType(const std::string& name) {
   if (const TypeInfo* const type = FindType(name)) {
     return *type;
   }
-  throw UsageError(Concat({"there is no type '", name, "'; see --list"}));
+  std::vector<std::string> names;
+  for (const TypeInfo& type : AllTypes()) {
+    names.emplace_back(type.name);
+  }
+  throw UsageError(
+      Concat({"there is no type '", name, "'", DidYouMean(name, names), " See mkbarcode library --list"}));
 }
 
 Size ChooseSize(const CLI::App& app, const Arguments& arguments, const TypeInfo& type) {
@@ -274,22 +220,35 @@ void CheckInput(const CLI::App& app, const Arguments& arguments) {
   }
 }
 
-Command ParseDrawing(const std::vector<std::string>& given) {
-  Arguments arguments;
-  CLI::App app(kDescription);
-  app.formatter(std::make_shared<HelpFormatter>());
-  app.footer(kFooter);
-  AddDrawing(app, arguments);
-  if (std::optional<std::string> help = Parse(app, given)) {
-    return PrintCommand{*std::move(help)};
+// The words of the library's own keywords.
+std::vector<std::string> WordsOfLibrary(std::string_view name) {
+  if (name == "TYPE") {
+    return WordsOfLabels(name);
   }
-  if (arguments.version) {
-    return PrintCommand{VersionText()};
+  for (const OptionInfo& option : AllOptions()) {
+    const auto* const words = std::get_if<WordSetter>(&option.setter);
+    if (words != nullptr && (option.name == name || option.alias == name)) {
+      return {words->words.begin(), words->words.end()};
+    }
   }
-  if (arguments.list) {
-    return PrintCommand{ListText()};
-  }
+  return {};
+}
 
+std::unique_ptr<CLI::App> BuildLibraryApp(Arguments& arguments) {
+  auto app = std::make_unique<CLI::App>(kPurpose, "library");
+  app->footer(kNotes);
+  app->set_help_flag("-h,--help", "Print this help");
+  AddDrawing(*app, arguments);
+  return app;
+}
+
+CommandDescription DescribeLibrary(const CLI::App& app) {
+  CommandDescription description = Describe(app, WordsOfLibrary);
+  description.usage = {"library TYPE TEXT [--size WxH] -o FILE [OPTIONS]"};
+  return description;
+}
+
+DrawCommand ReadDrawing(const CLI::App& app, Arguments& arguments) {
   if (!WasGiven(app, "TYPE")) {
     throw UsageError("no type given");
   }
@@ -306,29 +265,48 @@ Command ParseDrawing(const std::vector<std::string>& given) {
   return std::move(command);
 }
 
-Command ParseGallery(const std::vector<std::string>& given) {
-  GalleryCommand command;
-  CLI::App app("Draws samples of every type that this build offers, with an index.html that shows them.\n",
-               "mkbarcode gallery");
-  app.add_option("DIR", command.directory, "Directory to write; it is made where it is missing");
-  app.add_flag("--verbose", command.verbose, "Show the library's diagnostics on standard error");
-  if (std::optional<std::string> help = Parse(app, given)) {
-    return PrintCommand{*std::move(help)};
+int Run(const PrintCommand& command) {
+  WriteAll("-", command.text);
+  return kExitDone;
+}
+
+int Run(const DrawCommand& command) {
+  DrawRequest request = command.request;
+  if (!command.inputFile.empty()) {
+    request.text = ReadText(command.inputFile, command.keepNewline);
   }
-  if (command.directory.empty()) {
-    throw UsageError("gallery: no directory given");
+  const DrawnImage image = Draw(request, command.verbose);
+  if (const std::optional<std::string> warning = TooWide(request, image)) {
+    WriteToStandardError(Concat({"mkbarcode: warning: ", *warning, "\n"}));
   }
-  return command;
+  WriteAll(command.outputFile, request.asDataUri ? Concat({image.bytes, "\n"}) : image.bytes);
+  return kExitDone;
 }
 
 }  // namespace
 
-Command ParseCommandLine(const std::vector<std::string>& arguments) {
-  // Told apart here, not by a subcommand of the parser: a text may be the word "gallery".
-  if (!arguments.empty() && arguments.front() == "gallery") {
-    return ParseGallery({arguments.begin() + 1, arguments.end()});
+LibraryCommand ParseLibraryCommand(const std::vector<std::string>& given) {
+  Arguments arguments;
+  const std::unique_ptr<CLI::App> app = BuildLibraryApp(arguments);
+  if (!RunParser(*app, given)) {
+    return PrintCommand{HelpPage(DescribeLibrary(*app))};
   }
-  return ParseDrawing(arguments);
+  if (arguments.version) {
+    return PrintCommand{VersionText()};
+  }
+  if (arguments.list) {
+    return PrintCommand{ListText()};
+  }
+  return ReadDrawing(*app, arguments);
+}
+
+CommandDescription DescribeLibraryCommand() {
+  Arguments arguments;
+  return DescribeLibrary(*BuildLibraryApp(arguments));
+}
+
+int RunLibraryCommand(const std::vector<std::string>& arguments) {
+  return std::visit([](const auto& command) { return Run(command); }, ParseLibraryCommand(arguments));
 }
 
 }  // namespace barcode::tool

@@ -1,14 +1,17 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
 #include "barcode.h"
-#include "mkbarcode/options.h"
-#include "mkbarcode/parse.h"
-#include "mkbarcode/types.h"
+#include "mkbarcode/library/options.h"
+#include "mkbarcode/library/parse.h"
+#include "mkbarcode/library/shared_library.h"
+#include "mkbarcode/library/types.h"
 
 namespace barcode::tool {
 
@@ -33,12 +36,11 @@ struct DrawRequest {
 };
 
 // A draw function of barcode.h: into a box, or with one length.
-using BoxDraw = int (*)(BarcodeHandle, const char*, int, int);
-using LengthDraw = int (*)(BarcodeHandle, const char*, int);
-struct DrawFunction {
-  std::string_view name;
-  std::variant<BoxDraw, LengthDraw> function;
-};
+using BoxDraw = LibraryFunction<int(BarcodeHandle, const char*, int, int)>;
+using LengthDraw = LibraryFunction<int(BarcodeHandle, const char*, int)>;
+using DrawFunction = std::variant<BoxDraw, LengthDraw>;
+
+std::string_view NameOf(const DrawFunction& draw);
 
 // The size that a type is drawn with when none is asked for.
 Size DefaultSize(const TypeInfo& type);
@@ -51,11 +53,22 @@ const DrawFunction& ChooseDrawFunction(const DrawRequest& request);
 // serve, a form, size or format that does not suit it.
 void CheckRequest(const DrawRequest& request);
 
-// Checks the request, draws it and returns the image: the bytes of the file, or the data URI. What the
-// library prints never reaches standard output. It goes to standard error when verbose; otherwise only its
-// error messages do. Throws UsageError as CheckRequest does and for a type that this build of the library
-// does not offer, RunError when the draw fails.
+// What a draw returned.
+struct DrawnImage {
+  std::string bytes;  // of the file, or the data URI
+  double width = 0;   // of the symbol in pixels, which may exceed the box
+};
+
+// Checks the request and draws it. What the library prints never reaches standard output. It goes to standard
+// error when verbose; otherwise only its error messages do. Throws UsageError as CheckRequest does and for a
+// type that this build of the library does not offer, RunError when the draw fails.
+DrawnImage Draw(const DrawRequest& request, bool verbose);
+
+// Its bytes alone.
 std::string DrawImage(const DrawRequest& request, bool verbose);
+
+// One sentence when the symbol is wider than the box that was asked for.
+std::optional<std::string> TooWide(const DrawRequest& request, const DrawnImage& image);
 
 // The C calls that make the image of a request, one line each.
 std::string CallsText(const DrawRequest& request);
