@@ -495,7 +495,7 @@ TEST(Batch, HelpNamesItsOptions) {
   EXPECT_EQ(outcome.status, 0);
   for (const char* const option :
        {"--name", "--resume", "--number-duplicates", "--ignore-unknown", "--errors", "--input-format",
-        "--quiet", "--module", "--strict", "-j", "-o"}) {
+        "--quiet", "--module", "strict", "-j", "-o"}) {
     EXPECT_THAT(outcome.output, HasSubstr(option));
   }
   EXPECT_THAT(outcome.output, Not(IsEmpty()));

@@ -240,7 +240,7 @@ TEST(Progress, TellsRowsRateTimeAndFailures) {
 // script(1) gives the program a terminal.
 TEST(BatchRunning, ATerminalHasABar) {
   const ScratchDirectory scratch;
-  WriteFile(scratch.File("jobs.jsonl"), ManyRows(20'000));
+  WriteFile(scratch.File("jobs.jsonl"), ManyRows(8'000));
   const Outcome outcome = RunShell(Concat(
       {"script -qec '", Program(), " batch ", scratch.File("jobs.jsonl"), " -o - >/dev/null' /dev/null"}));
   EXPECT_THAT(outcome.output, HasSubstr("\r["));

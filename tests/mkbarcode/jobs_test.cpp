@@ -165,7 +165,7 @@ TEST(RowReader, GivesWhatIsThereWithoutWaitingForMore) {
   EXPECT_EQ(reader.Next()->bytes, "{2");
   EXPECT_EQ(reader.Next(), std::nullopt);
   EXPECT_TRUE(reader.IsAtEnd());
-  EXPECT_EQ(reader.BytesRead(), 6);
+  EXPECT_EQ(reader.BytesTaken(), 6);
   close(ends[0]);
 }
 

@@ -256,7 +256,7 @@ class BatchRun {
                            progress.Clear();
                            failures.Write(parcel.failures);
                          }
-                         progress.Tell(m_counts, parcel.bytesRead);
+                         progress.Tell(m_counts, parcel.bytesTaken);
                        },
                    .isInterrupted = [] { return Interruption::Signal() != 0; },
                    .wakeUp = [&] { interruption.WakeUp(); }});
