@@ -24,6 +24,14 @@ constexpr int TruncToInt(double value) {
   return static_cast<int>(value);
 }
 
+// To the nearest whole number, halves away from zero, as std::llround, which is a call of the C library. The
+// value lies within the range of the result.
+constexpr std::int64_t RoundToInt64(double value) {
+  const auto whole = static_cast<std::int64_t>(value);
+  const double rest = value - static_cast<double>(whole);
+  return whole + (rest >= 0.5 ? 1 : 0) - (rest <= -0.5 ? 1 : 0);
+}
+
 // The value kept within the range of int.
 constexpr int ClampToInt(std::int64_t value) {
   if (value < std::numeric_limits<int>::min()) {

@@ -74,6 +74,9 @@ struct Utf8Character {
 
 // text: not empty.
 constexpr Utf8Character FirstUtf8Character(std::string_view text) {
+  if (const auto lead = static_cast<std::uint8_t>(text.front()); lead < 0x80) {
+    return {lead, 1, true};
+  }
   const Utf8Sequence sequence = ReadUtf8Sequence(text);
   const bool valid = sequence.IsScalarValue();
   return {valid ? static_cast<char32_t>(sequence.value) : kReplacementCharacter, sequence.length, valid};

@@ -244,13 +244,16 @@ const Gs1ApplicationIdentifier* FindGs1ApplicationIdentifier(std::string_view di
   if (digits.empty() || !AllDigits(digits)) {
     return nullptr;
   }
-  const auto found = std::find_if(kRows.begin(), kRows.end(), [digits](const Gs1ApplicationIdentifier& row) {
-    const std::string_view stem = digits.substr(0, row.first.size());
-    const bool inRange = digits.size() == row.AiLength() && stem >= row.first && stem <= row.last;
-    const bool decimal = row.lastDecimal != Gs1ApplicationIdentifier::kNoDecimal;
-    return inRange && (!decimal || digits.back() <= row.lastDecimal);
+  // The rows ascend, and none begins as another one does.
+  const auto* const row = std::partition_point(kRows.begin(), kRows.end(), [digits](const auto& candidate) {
+    return candidate.last < digits.substr(0, candidate.last.size());
   });
-  return found == kRows.end() ? nullptr : &*found;
+  if (row == kRows.end() || digits.size() != row->AiLength() ||
+      digits.substr(0, row->first.size()) < row->first) {
+    return nullptr;
+  }
+  const bool decimal = row->lastDecimal != Gs1ApplicationIdentifier::kNoDecimal;
+  return decimal && digits.back() > row->lastDecimal ? nullptr : row;
 }
 
 std::size_t Gs1AiLengthAt(std::string_view text) {

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
 #include <cstddef>
-#include <map>
-#include <set>
+#include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -166,6 +167,32 @@ constexpr auto kAssociations = std::to_array<Association>({
     {"8200", {"01"}},
 });
 
+constexpr std::size_t kPrefixes = 100;
+
+// The number of the first two digits.
+constexpr std::size_t PrefixOf(std::string_view digits) {
+  return static_cast<std::size_t>((digits[0] - '0') * 10 + (digits[1] - '0'));
+}
+
+// By prefix, where the rows of its AIs begin; they end where those of the next prefix do.
+constexpr auto kFirstAssociations = [] {
+  std::array<std::uint8_t, kPrefixes + 1> first{};
+  for (const Association& association : kAssociations) {
+    ++first[PrefixOf(association.ai) + 1];
+  }
+  for (std::size_t prefix = 0; prefix < kPrefixes; ++prefix) {
+    first[prefix + 1] = static_cast<std::uint8_t>(first[prefix] + first[prefix + 1]);
+  }
+  return first;
+}();
+static_assert(std::is_sorted(kAssociations.begin(), kAssociations.end(),
+                             [](const Association& a, const Association& b) { return a.ai < b.ai; }));
+
+constexpr std::span<const Association> AssociationsAt(std::size_t prefix) {
+  return std::span(kAssociations)
+      .subspan(kFirstAssociations[prefix], kFirstAssociations[prefix + 1] - kFirstAssociations[prefix]);
+}
+
 // The indicator digit 9 says that a trade item varies in measure or is made to order.
 constexpr std::array<std::string_view, 2> kGtins = {"01", "02"};
 constexpr std::array<std::string_view, 7> kVariablePartners = {"242", "30", "31", "32", "35", "36", "8001"};
@@ -180,36 +207,64 @@ std::string_view WithoutDecimals(std::string_view ai) {
   return decimals ? ai.substr(0, ai.size() - 1) : ai;
 }
 
+[[noreturn]] void RefuseRepeated(const Gs1Element& earlier, const Gs1Element& element) {
+  if (earlier.ai != element.ai) {
+    throw Gs1SyntaxError(Line("The application identifiers ", earlier.ai, " and ", element.ai,
+                              " say the same with different decimal places: keep one."));
+  }
+  throw Gs1SyntaxError(
+      Line("The application identifier ", element.ai, " is there twice with different data: keep one."));
+}
+
 void CheckRepeated(const std::vector<Gs1Element>& elements) {
-  std::map<std::string_view, const Gs1Element*> seen;
-  for (const Gs1Element& element : elements) {
-    const Gs1Element& earlier = *seen.try_emplace(WithoutDecimals(element.ai), &element).first->second;
-    if (earlier.ai != element.ai) {
-      throw Gs1SyntaxError(Line("The application identifiers ", earlier.ai, " and ", element.ai,
-                                " say the same with different decimal places: keep one."));
-    }
-    if (earlier.data != element.data) {
-      throw Gs1SyntaxError(
-          Line("The application identifier ", element.ai, " is there twice with different data: keep one."));
+  for (auto element = elements.begin(); element != elements.end(); ++element) {
+    const std::string_view ai = WithoutDecimals(element->ai);
+    const auto earlier = std::find_if(elements.begin(), element, [ai](const Gs1Element& before) {
+      return WithoutDecimals(before.ai) == ai;
+    });
+    if (earlier != element && *earlier != *element) {
+      RefuseRepeated(*earlier, *element);
     }
   }
 }
 
-using Ais = std::set<std::string_view>;
+// ---- The AIs of a text ----
 
-Ais AisOf(const std::vector<Gs1Element>& elements) {
-  Ais ais;
-  for (const Gs1Element& element : elements) {
-    ais.insert(element.ai);
+// Ascending, each once.
+class Ais {
+ public:
+  using Iterator = std::vector<std::string_view>::const_iterator;
+
+  explicit Ais(const std::vector<Gs1Element>& elements) {
+    m_ais.reserve(elements.size());
+    for (const Gs1Element& element : elements) {
+      m_ais.push_back(element.ai);
+      m_prefixes.set(PrefixOf(element.ai));
+    }
+    std::sort(m_ais.begin(), m_ais.end());
+    m_ais.erase(std::unique(m_ais.begin(), m_ais.end()), m_ais.end());
   }
-  return ais;
-}
 
-// The first of the AIs with these first digits, or the end.
-Ais::const_iterator FindAi(const Ais& ais, std::string_view digits) {
-  const auto found = ais.lower_bound(digits);
-  return found != ais.end() && found->starts_with(digits) ? found : ais.end();
-}
+  // The first with these first digits, of which there are two at least, or the end.
+  Iterator Find(std::string_view digits) const {
+    if (!m_prefixes.test(PrefixOf(digits))) {
+      return m_ais.end();
+    }
+    const auto found = std::lower_bound(m_ais.begin(), m_ais.end(), digits);
+    return found != m_ais.end() && found->starts_with(digits) ? found : m_ais.end();
+  }
+  Iterator Begin() const { return m_ais.begin(); }
+  Iterator End() const { return m_ais.end(); }
+
+  bool HasOneOf(std::span<const std::string_view> partners) const {
+    return std::any_of(partners.begin(), partners.end(),
+                       [this](std::string_view partner) { return Find(partner) != End(); });
+  }
+
+ private:
+  std::vector<std::string_view> m_ais;
+  std::bitset<kPrefixes> m_prefixes;
+};
 
 // "31nn" for the AIs that begin with 31.
 std::string PatternOf(std::string_view digits) {
@@ -227,14 +282,22 @@ std::string NeedsOneOf(std::string_view ai, std::span<const std::string_view> pa
   return sentence + " beside it.";
 }
 
-bool HasOneOf(const Ais& ais, std::span<const std::string_view> partners) {
-  return std::any_of(partners.begin(), partners.end(),
-                     [&](std::string_view partner) { return FindAi(ais, partner) != ais.end(); });
-}
-
 std::span<const std::string_view> PartnersOf(const Association& association) {
   const auto end = std::find(association.partners.begin(), association.partners.end(), std::string_view());
   return {association.partners.begin(), end};
+}
+
+void AddMissingPartners(std::vector<std::string>& sentences, const Ais& ais,
+                        std::span<const Association> associations) {
+  for (const Association& association : associations) {
+    auto ai = ais.Find(association.ai);
+    if (ai == ais.End() || ais.HasOneOf(PartnersOf(association))) {
+      continue;
+    }
+    for (; ai != ais.End() && ai->starts_with(association.ai); ++ai) {
+      sentences.push_back(NeedsOneOf(*ai, PartnersOf(association)));
+    }
+  }
 }
 
 bool IsVariable(const Gs1Element& element) {
@@ -246,11 +309,11 @@ bool IsVariable(const Gs1Element& element) {
 
 void CheckGs1Pairs(const std::vector<Gs1Element>& elements) {
   CheckRepeated(elements);
-  const Ais ais = AisOf(elements);
+  const Ais ais(elements);
   for (const auto& [first, second] : kInvalidPairs) {
-    const auto one = FindAi(ais, first);
-    const auto other = FindAi(ais, second);
-    if (one != ais.end() && other != ais.end()) {
+    const auto one = ais.Find(first);
+    const auto other = one == ais.End() ? one : ais.Find(second);
+    if (other != ais.End()) {
       throw Gs1SyntaxError(
           Line("The application identifiers ", *one, " and ", *other, " exclude each other: keep one."));
     }
@@ -258,18 +321,18 @@ void CheckGs1Pairs(const std::vector<Gs1Element>& elements) {
 }
 
 std::vector<std::string> Gs1MissingPartners(const std::vector<Gs1Element>& elements) {
-  const Ais ais = AisOf(elements);
+  const Ais ais(elements);
   std::vector<std::string> sentences;
-  for (const Association& association : kAssociations) {
-    if (HasOneOf(ais, PartnersOf(association))) {
-      continue;
+  std::optional<std::size_t> last;
+  for (auto ai = ais.Begin(); ai != ais.End(); ++ai) {
+    const std::size_t prefix = PrefixOf(*ai);
+    if (prefix != last) {
+      AddMissingPartners(sentences, ais, AssociationsAt(prefix));
     }
-    for (auto ai = FindAi(ais, association.ai); ai != ais.end() && ai->starts_with(association.ai); ++ai) {
-      sentences.push_back(NeedsOneOf(*ai, PartnersOf(association)));
-    }
+    last = prefix;
   }
   const auto variable = std::find_if(elements.begin(), elements.end(), IsVariable);
-  if (variable != elements.end() && !HasOneOf(ais, kVariablePartners)) {
+  if (variable != elements.end() && !ais.HasOneOf(kVariablePartners)) {
     sentences.push_back(
         NeedsOneOf(Line(variable->ai, " with a number that begins with 9"), kVariablePartners));
   }

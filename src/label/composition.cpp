@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <utility>
 
 #include "base/line.h"
@@ -35,6 +36,9 @@ constexpr double kCaptionGap = 3.0;
 
 // Light kept on either side of a text that reaches across the picture, in dots: glyphs may lean out a little.
 constexpr double kTextMargin = 1.0;
+
+// The largest module of a request, in dots.
+constexpr std::int64_t kMostModule = 100;
 
 // ---- Sizes in dots ----
 
@@ -74,7 +78,7 @@ class Composer {
 
     m_result.module = static_cast<int>(sizes.module);
     m_result.columns = static_cast<int>(m_needs.columns);
-    m_result.rows = static_cast<int>(std::max<std::int64_t>(1, m_needs.rows));
+    m_result.rows = m_type.twoDimensional ? static_cast<int>(m_needs.rows) : 1;
     m_result.quietZone = m_quiet;
     m_result.warnings.insert(m_result.warnings.begin(), m_symbol.warnings.begin(), m_symbol.warnings.end());
     Drawing& drawing = m_result.drawing;
@@ -96,12 +100,11 @@ class Composer {
     if (!m_request.showText.value_or(true)) {
       return;
     }
-    std::vector<std::string> texts = m_symbol.lines;
     m_captioned = m_request.caption.has_value();
-    if (m_captioned) {
-      texts = {*m_request.caption};
-    }
-    for (std::string& text : texts) {
+    const std::span<const std::string> texts =
+        m_captioned ? std::span(&*m_request.caption, 1) : std::span(m_symbol.lines);
+    m_lines.reserve(texts.size());
+    for (const std::string& text : texts) {
       if (text.empty()) {
         continue;
       }
@@ -111,8 +114,7 @@ class Composer {
         m_lines.clear();
         return;
       }
-      m_lines.emplace_back(m_font, text);
-      m_texts.push_back(std::move(text));
+      m_lines.emplace_back(Font(), text);
     }
     m_digits = !m_captioned && m_needs.guard != nullptr && !m_lines.empty();
   }
@@ -150,7 +152,7 @@ class Composer {
   // Whole dots of a line above and below its base line. The digits of EAN and UPC stand close below their
   // bars, between the guards: nothing is kept free for accents and descenders.
   int Ascent(const TextLine& line, int size) const {
-    return m_digits ? static_cast<int>(std::ceil(m_font.CapHeight() * size / kUnitsPerEm))
+    return m_digits ? static_cast<int>(std::ceil(Font().CapHeight() * size / kUnitsPerEm))
                     : line.Ascent(size);
   }
   int Descent(const TextLine& line, int size) const {
@@ -202,14 +204,16 @@ class Composer {
     if (sizes.text.size == 0) {
       Warn(ErrorCode::kTextLeftOut,
            "The text was left out because it does not fit even at 6 pixels; give it fewer characters or the "
-           "picture more room.");
+           "picture more room.",
+           SizeForText(sizes));
       m_lines.clear();
       return;
     }
     if (sizes.text.size < m_wantedSize) {
       Warn(ErrorCode::kTextShrunk,
            Line("The text was set at ", sizes.text.size, " pixels instead of ", m_wantedSize,
-                " to fit; give it fewer characters or the picture more room."));
+                " to fit; give it fewer characters or the picture more room."),
+           SizeForText(sizes));
     }
     std::string missing;
     for (const TextLine& line : m_lines) {
@@ -222,9 +226,9 @@ class Composer {
       Warn(ErrorCode::kMissingGlyph, Line("The text has characters that the font lacks (", missing,
                                           "), shown as boxes; give a caption without them."));
     }
-    for (const std::string& text : m_texts) {
+    for (const TextLine& line : m_lines) {
       m_result.displayText += m_result.displayText.empty() ? "" : "\n";
-      m_result.displayText += text;
+      m_result.displayText += line.Text();
     }
   }
 
@@ -237,12 +241,56 @@ class Composer {
     }
   }
 
-  void Warn(ErrorCode code, std::string message) { m_result.warnings.push_back({code, std::move(message)}); }
+  void Warn(ErrorCode code, std::string message, std::optional<Size> needed = std::nullopt) {
+    m_result.warnings.push_back({code, std::move(message), needed});
+  }
+
+  // A box that holds the text at the size that it wants there, for who refuses it otherwise: no smaller than
+  // the picture, with its module or, where that is of no use, a larger one. Nothing where the text fits none.
+  std::optional<Size> SizeForText(const Sizes& sizes) const {
+    if (!m_request.strict.value_or(false) || m_tooLong) {
+      return std::nullopt;
+    }
+    for (std::int64_t module = sizes.module; module <= kMostModule; ++module) {
+      if (const std::optional<Size> size = SizeForText(sizes, module)) {
+        return Turned(*size);
+      }
+    }
+    return std::nullopt;
+  }
+
+  std::optional<Size> SizeForText(const Sizes& present, std::int64_t module) const {
+    Sizes sizes;
+    sizes.module = module;
+    // A higher box has a larger text, which wants a higher box.
+    for (std::int64_t least = present.height; least != sizes.height;) {
+      sizes.height = least;
+      const int wanted = WantedSize(module, sizes.height);
+      sizes.width = std::max(present.width, ModulesAcross() * module);
+      for (const TextLine& line : m_lines) {
+        const double width = std::ceil(line.Width(wanted) + 2 * kTextMargin);
+        sizes.width = m_digits ? sizes.width : std::max(sizes.width, static_cast<std::int64_t>(width));
+      }
+      if (sizes.width > m_maxPixels / sizes.height) {
+        return std::nullopt;
+      }
+      sizes.text = RoomFor(wanted, Gap(module, sizes.height), module, sizes.width);
+      if (sizes.text.size < wanted) {
+        return std::nullopt;
+      }
+      sizes.barHeight = LeastBars() * module;
+      least = std::max(sizes.height, Height(sizes));
+    }
+    return Size{ClampToInt(sizes.width), ClampToInt(sizes.height)};
+  }
 
   // ---- Sizes ----
 
   std::int64_t ModulesAcross() const { return m_quiet.left + m_needs.columns + m_quiet.right; }
   std::int64_t QuietRows() const { return m_quiet.top + m_quiet.bottom; }
+
+  // Modules of the bars at least.
+  std::int64_t LeastBars() const { return m_needs.OwnHeight() ? m_needs.rows : m_needs.leastHeight; }
 
   // What text and guard bars add below the bars.
   std::int64_t FootHeight(const TextRoom& text, std::int64_t module) const {
@@ -338,7 +386,7 @@ class Composer {
         }
       }
     }
-    const Size needed = Turned(Outer(1, m_needs.OwnHeight() ? m_needs.rows : m_needs.leastHeight));
+    const Size needed = Turned(Outer(1, LeastBars()));
     throw LabelError(ErrorCode::kTooSmall, needed.width > *m_request.width ? "width" : "height",
                      Line("The symbol does not fit ", *m_request.width, " x ", *m_request.height,
                           " pixels; give it at least ", needed.width, " x ", needed.height, "."),
@@ -375,7 +423,7 @@ class Composer {
   std::int64_t BarsInBox(const Sizes& sizes) const {
     const std::int64_t room =
         sizes.height - FootHeight(sizes.text, sizes.module) - QuietRows() * sizes.module;
-    const std::int64_t least = (m_needs.OwnHeight() ? m_needs.rows : m_needs.leastHeight) * sizes.module;
+    const std::int64_t least = LeastBars() * sizes.module;
     if (room < least) {
       return 0;
     }
@@ -493,8 +541,8 @@ class Composer {
       if (m_digits) {
         PlaceDigits(line, baseLine, room.size);
       } else {
-        m_result.drawing.texts.push_back(
-            Spread(line, baseLine, room.size).value_or(Centred(line, baseLine, room.size)));
+        std::optional<PlacedText> spread = Spread(line, baseLine, room.size);
+        m_result.drawing.texts.push_back(spread ? std::move(*spread) : Centred(line, baseLine, room.size));
       }
       top += Ascent(line, room.size) + Descent(line, room.size);
     }
@@ -522,12 +570,8 @@ class Composer {
         last + widest / 2 > m_result.drawing.width - kTextMargin) {
       return std::nullopt;
     }
-    std::vector<double> centres;
-    centres.reserve(line.Length());
-    for (std::size_t i = 0; i < line.Length(); ++i) {
-      centres.push_back(static_cast<double>(spacing.Centre(i)));
-    }
-    return line.SetAround(centres, baseLine, size);
+    const auto centreOf = [&spacing](std::size_t i) { return static_cast<double>(spacing.Centre(i)); };
+    return line.SetAround(centreOf, baseLine, size);
   }
 
   // The digits of EAN and UPC symbols: groups under their bars, single ones beside them.
@@ -555,7 +599,8 @@ class Composer {
         centres[group.first + i] = left + pitch * (static_cast<double>(i) + 0.5);
       }
     }
-    m_result.drawing.texts.push_back(line.SetAround(centres, baseLine, size));
+    m_result.drawing.texts.push_back(
+        line.SetAround([&centres](std::size_t i) { return centres[i]; }, baseLine, size));
   }
 
   // Modules between the bars and a digit beside them.
@@ -584,15 +629,13 @@ class Composer {
   const Request& m_request;
   const Symbol& m_symbol;
   long long m_maxPixels;
-  Font m_font;
   Needs m_needs;
   QuietZone m_quiet;
   bool m_stacked = false;
   bool m_tooLong = false;  // more text than is looked at
   bool m_captioned = false;
-  bool m_digits = false;  // of EAN and UPC, which stand in groups
-  std::vector<TextLine> m_lines;
-  std::vector<std::string> m_texts;
+  bool m_digits = false;          // of EAN and UPC, which stand in groups
+  std::vector<TextLine> m_lines;  // of the texts of the symbol or the request
   int m_wantedSize = 0;
   int m_x = 0;  // of the symbol
   int m_y = 0;

@@ -53,8 +53,14 @@ class Accumulator {
     from = FromCorner(from);
     to = FromCorner(to);
     const double slope = (to.x - from.x) / (to.y - from.y);
+    const int begin = std::max(0, Floor(from.y));
     const int end = std::min(m_height, Ceil(to.y));
-    for (int row = std::max(0, Floor(from.y)); row < end; ++row) {
+    if (end == begin + 1 && from.y >= begin && to.y <= end) {
+      AddInRow(m_growth.data() + Index(begin, 0), from.x, from.x + (to.y - from.y) * slope,
+               direction * (to.y - from.y));
+      return;
+    }
+    for (int row = begin; row < end; ++row) {
       const double top = std::max(from.y, static_cast<double>(row));
       const double bottom = std::min(to.y, static_cast<double>(row + 1));
       AddInRow(m_growth.data() + Index(row, 0), from.x + (top - from.y) * slope,
@@ -121,13 +127,25 @@ class Accumulator {
   std::vector<double> m_growth;
 };
 
+// How many lines stand for a curve, by the square of how far it is bent: each is off by that over eight times
+// the square of their number.
+int LinesOf(double squaredBend) {
+  int lines = 1;
+  for (; lines < kMostLines; ++lines) {
+    const double bend = 8 * kFlatness * lines * lines;
+    if (squaredBend <= bend * bend) {
+      break;
+    }
+  }
+  return lines;
+}
+
 void AddCurve(const Point& from, const Point& control, const Point& to, Accumulator& accumulator) {
   const double bendX = from.x - 2 * control.x + to.x;
   const double bendY = from.y - 2 * control.y + to.y;
-  const double bend = std::sqrt(bendX * bendX + bendY * bendY);
-  const int lines = std::clamp(Ceil(std::sqrt(bend / (8 * kFlatness))), 1, kMostLines);
+  const int lines = LinesOf(bendX * bendX + bendY * bendY);
   Point last = from;
-  for (int i = 1; i <= lines; ++i) {
+  for (int i = 1; i < lines; ++i) {
     const double t = static_cast<double>(i) / lines;
     const double a = (1 - t) * (1 - t);
     const double b = 2 * t * (1 - t);
@@ -136,6 +154,7 @@ void AddCurve(const Point& from, const Point& control, const Point& to, Accumula
     accumulator.AddLine(last, next);
     last = next;
   }
+  accumulator.AddLine(last, to);
 }
 
 }  // namespace

@@ -26,31 +26,34 @@ std::vector<Bar> BarsOf(const RunVector& pattern) {
   std::vector<Bar> bars;
   bars.reserve(pattern.size() / 2 + 1);
   std::int64_t pen = 0;
-  for (std::size_t run = 0; run < pattern.size(); ++run) {
+  std::int64_t end = -1;  // of the last bar
+  for (std::size_t run = 0; run < pattern.size(); run += 2) {
     const std::int64_t modules = pattern[run];
-    const bool isBar = run % 2 == 0;
-    if (isBar && modules > 0) {
-      if (!bars.empty() && bars.back().start + bars.back().modules == pen) {
-        bars.back().modules += modules;
-      } else {
-        bars.push_back({pen, modules, run});
-      }
+    if (modules > 0 && pen == end) {
+      bars.back().modules += modules;
+    } else if (modules > 0) {
+      bars.push_back({pen, modules, run});
     }
     pen += modules;
+    end = modules > 0 ? pen : end;
+    pen += run + 1 < pattern.size() ? pattern[run + 1] : 0;
   }
   return bars;
 }
 
 void AddBars(std::vector<DotRect>& dark, const std::vector<Bar>& bars, int module, int adjust,
              const RowPlace& place) {
-  dark.reserve(dark.size() + bars.size());
+  const std::size_t before = dark.size();
+  dark.resize(before + bars.size());
+  const auto dots = [module](std::int64_t modules) { return static_cast<int>(modules * module); };
   for (std::size_t i = 0; i < bars.size(); ++i) {
-    const int start = place.x + static_cast<int>(bars[i].start * module);
-    const int width = static_cast<int>(bars[i].modules * module);
-    const int lightEnd =
-        i + 1 < bars.size() ? place.x + static_cast<int>(bars[i + 1].start * module) : place.lightEnd;
-    const int most = std::max(width, lightEnd - start - 1);
-    dark.push_back({start, place.y, std::clamp(width + adjust, 1, most), place.height});
+    const int start = place.x + dots(bars[i].start);
+    int width = dots(bars[i].modules);
+    if (adjust != 0) {
+      const int lightEnd = i + 1 < bars.size() ? place.x + dots(bars[i + 1].start) : place.lightEnd;
+      width = std::clamp(width + adjust, 1, std::max(width, lightEnd - start - 1));
+    }
+    dark[before + i] = {start, place.y, width, place.height};
   }
 }
 

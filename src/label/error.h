@@ -62,6 +62,8 @@ class LabelError : public std::runtime_error {
 struct Warning {
   ErrorCode code = ErrorCode::kLowContrast;
   std::string message;  // one English sentence
+  // Dots of a picture that would do without it: of the texts under `strict`, where there is one.
+  std::optional<Size> needed = std::nullopt;
 
   bool operator==(const Warning&) const = default;
 };

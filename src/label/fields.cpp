@@ -1,6 +1,7 @@
 #include "label/fields.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <type_traits>
 
 #include "base/line.h"
@@ -84,40 +85,60 @@ void RequireFormOfPairs(const Request& request) {
 
 // ---- The fields among themselves ----
 
-void RequireText(const Request& request) {
-  if (!request.text && !request.textBytes) {
+class GivenFields {
+ public:
+  explicit GivenFields(const Request& request) {
+    for (const FieldInfo& field : AllFields()) {
+      m_fields |= std::uint64_t{IsGiven(request, field)} << static_cast<unsigned>(field.id);
+    }
+  }
+
+  bool Has(FieldId id) const { return (m_fields >> static_cast<unsigned>(id) & 1U) != 0; }
+
+ private:
+  static_assert(kFieldCount <= 64);
+
+  std::uint64_t m_fields = 0;  // one bit each
+};
+
+void RequireText(GivenFields given) {
+  if (!given.Has(FieldId::kText) && !given.Has(FieldId::kTextBase64)) {
     const FieldInfo& field = InfoOf(FieldId::kText);
     throw Refused(
         field, Line(Named(field), " is missing; give it, or \"", InfoOf(FieldId::kTextBase64).name, "\"."));
   }
 }
 
-void RequireApart(const FieldPair& pair, const Request& request) {
-  const FieldInfo& field = InfoOf(pair.field);
-  const FieldInfo& other = InfoOf(pair.other);
-  if (IsGiven(request, field) && IsGiven(request, other)) {
+void RequireApart(const FieldPair& pair, GivenFields given) {
+  if (given.Has(pair.field) && given.Has(pair.other)) {
+    const FieldInfo& field = InfoOf(pair.field);
+    const FieldInfo& other = InfoOf(pair.other);
     throw Refused(field,
                   Line(Named(field), " must not stand beside \"", other.name, "\"; leave one of them out."));
   }
 }
 
-void RequireNeeded(const FieldPair& pair, const Request& request, std::string_view why) {
-  const FieldInfo& field = InfoOf(pair.field);
-  const FieldInfo& other = InfoOf(pair.other);
-  if (IsGiven(request, field) && !IsGiven(request, other)) {
-    throw Refused(field, Line(Named(field), " needs the field \"", other.name, "\" beside it", why, '.'));
-  }
+bool Misses(const FieldPair& pair, GivenFields given) {
+  return given.Has(pair.field) && !given.Has(pair.other);
 }
 
-void RequireOrder(const TypeInfo& type, const Request& request) {
+LabelError Missing(const FieldPair& pair, std::string_view why) {
+  const FieldInfo& field = InfoOf(pair.field);
+  const FieldInfo& other = InfoOf(pair.other);
+  return Refused(field, Line(Named(field), " needs the field \"", other.name, "\" beside it", why, '.'));
+}
+
+void RequireOrder(const TypeInfo& type, GivenFields given) {
   for (const FieldPair& pair : Exclusions()) {
-    RequireApart(pair, request);
+    RequireApart(pair, given);
   }
   for (const FieldPair& pair : Needs()) {
-    RequireNeeded(pair, request, "");
+    if (Misses(pair, given)) {
+      throw Missing(pair, "");
+    }
   }
-  if (!HasBarHeight(type.type)) {
-    RequireNeeded(kHeightNeedsWidth, request,
+  if (!HasBarHeight(type.type) && Misses(kHeightNeedsWidth, given)) {
+    throw Missing(kHeightNeedsWidth,
                   Line("; give both: a symbol of ", type.name, " has no height of its own"));
   }
 }
@@ -140,16 +161,17 @@ const TypeInfo& TypeOf(const Request& request) {
 
 const TypeInfo& ValidateRequest(const Request& request) {
   const TypeInfo& type = TypeOf(request);
+  const GivenFields given(request);
   for (const FieldInfo& field : AllFields()) {
-    if (IsGiven(request, field)) {
+    if (given.Has(field.id)) {
       RequireTaken(type, field);
       RequireAllowed(field, request);
     }
   }
   RequireForm(type, request);
   RequireFormOfPairs(request);
-  RequireText(request);
-  RequireOrder(type, request);
+  RequireText(given);
+  RequireOrder(type, given);
   return type;
 }
 

@@ -1,5 +1,6 @@
 // What the table of fields says, as JSON: the list of types and the schema of a request.
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 #include "label/field_table.h"
@@ -8,6 +9,9 @@
 
 namespace barcode::label {
 namespace {
+
+// Bytes of either document, roughly.
+constexpr std::size_t kLikelySize = 32'000;
 
 // What the symbol says is no option of it, nor is its type.
 bool IsOption(const FieldInfo& field) {
@@ -119,14 +123,13 @@ void WriteType(JsonWriter& json, const TypeInfo& type) {
 }
 
 std::string MakeTypesJson() {
-  std::string text;
-  JsonWriter json(text);
+  JsonWriter json(kLikelySize);
   json.BeginArray();
   for (const TypeInfo& type : AllTypes()) {
     WriteType(json, type);
   }
   json.EndArray();
-  return text;
+  return json.Take();
 }
 
 // ---- The schema ----
@@ -332,8 +335,7 @@ const std::string& TypesJson() {
 }
 
 std::string RequestSchema() {
-  std::string text;
-  JsonWriter json(text);
+  JsonWriter json(kLikelySize);
   json.BeginObject();
   json.Member("$schema", "https://json-schema.org/draft/2020-12/schema");
   json.Member("title", "A request of libbarcode_label");
@@ -363,7 +365,7 @@ std::string RequestSchema() {
   }
   json.EndArray();
   json.EndObject();
-  return text;
+  return json.Take();
 }
 
 }  // namespace barcode::label

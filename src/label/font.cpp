@@ -47,8 +47,10 @@ constexpr int kNumberedGlyphs = 512;
 constexpr std::size_t kOrdinaryPieces = 2048;
 constexpr int kNotKept = -1;
 
+}  // namespace
+
 // Where the tables of the font stand, and its ordinary glyphs: read once, never changed.
-struct Face {
+struct FontFace {
   stbtt_fontinfo info = {};
   int unitsPerEm = 0;
   int ascent = 0;
@@ -56,9 +58,13 @@ struct Face {
   int capHeight = 0;
   std::array<std::int16_t, kOrdinaryGlyphs> glyphs = {};           // kNoGlyph where the font has none
   std::array<std::int16_t, kNumberedGlyphs> ordinaryNumbers = {};  // of glyphs, or kNotKept
+  std::array<double, kOrdinaryGlyphs> advances = {};
+  std::array<GlyphReach, kOrdinaryGlyphs> reaches = {};
   std::array<OutlinePiece, kOrdinaryPieces> pieces = {};
   std::array<std::int16_t, kOrdinaryGlyphs + 1> pieceBegins = {};
 };
+
+namespace {
 
 // Coordinates of the font to the nearest unit, halves upwards.
 class Quantiser {
@@ -103,7 +109,7 @@ void Smoothen(OutlinePiece& piece, const OutlinePiece& before) {
 }
 
 // Reads a glyph from the font.
-void DecodeGlyph(const Face& face, int glyph, Outline& outline) {
+void DecodeGlyph(const FontFace& face, int glyph, Outline& outline) {
   alignas(std::max_align_t) std::array<std::byte, kArenaSize> buffer;
   std::pmr::monotonic_buffer_resource arena(buffer.data(), buffer.size(), std::pmr::new_delete_resource());
   stbtt_fontinfo info = face.info;
@@ -125,7 +131,33 @@ void DecodeGlyph(const Face& face, int glyph, Outline& outline) {
   }
 }
 
-void ReadOrdinaryGlyphs(Face& face) {
+double InUnits(const FontFace& face, int length) {
+  return static_cast<double>(length) * kUnitsPerEm / face.unitsPerEm;
+}
+
+double AdvanceOf(const FontFace& face, int glyph) {
+  int advance = 0;
+  int bearing = 0;
+  stbtt_GetGlyphHMetrics(&face.info, glyph, &advance, &bearing);
+  return InUnits(face, advance);
+}
+
+GlyphReach ReachOf(const Outline& outline) {
+  GlyphReach reach;
+  const auto include = [&reach](const UnitPoint& point) {
+    reach = {std::min(reach.left, point.x), std::max(reach.right, point.x), std::max(reach.top, point.y),
+             std::max(reach.bottom, -point.y)};
+  };
+  for (const OutlinePiece& piece : outline) {
+    include(piece.to);
+    if (piece.kind == OutlinePiece::Kind::kCurve) {
+      include(piece.control);
+    }
+  }
+  return reach;
+}
+
+void ReadOrdinaryGlyphs(FontFace& face) {
   face.ordinaryNumbers.fill(kNotKept);
   Outline outline;
   for (std::size_t i = 0; i < kOrdinaryGlyphs; ++i) {
@@ -139,13 +171,15 @@ void ReadOrdinaryGlyphs(Face& face) {
       continue;
     }
     face.ordinaryNumbers[static_cast<std::size_t>(glyph)] = static_cast<std::int16_t>(i);
+    face.advances[i] = AdvanceOf(face, glyph);
+    face.reaches[i] = ReachOf(outline);
     std::copy(outline.begin(), outline.end(), face.pieces.begin() + face.pieceBegins[i]);
     face.pieceBegins[i + 1] = static_cast<std::int16_t>(begin + outline.size());
   }
 }
 
-Face ReadFace() {
-  Face face;
+FontFace ReadFace() {
+  FontFace face;
   const std::span<const std::uint8_t> file = EmbeddedRobotoFont();
   stbtt_InitFont(&face.info, file.data(), 0);
   // The em in the font's units is what one pixel for an em divides by.
@@ -160,14 +194,9 @@ Face ReadFace() {
   return face;
 }
 
-const Face& TheFace() {
-  static const Face face = ReadFace();
+const FontFace& TheFace() {
+  static const FontFace face = ReadFace();
   return face;
-}
-
-double InUnits(int length) {
-  const Face& face = TheFace();
-  return static_cast<double>(length) * kUnitsPerEm / face.unitsPerEm;
 }
 
 void AppendContour(const std::array<UnitPoint, 4>& corners, Outline& outline) {
@@ -197,13 +226,14 @@ bool IsControl(char32_t character) {
 
 }  // namespace
 
+Font::Font() : m_face(TheFace()) {}
+
 std::optional<int> Font::FindGlyph(char32_t character) const {
-  const Face& face = TheFace();
   int glyph = kNoGlyph;
   if (character >= kFirstOrdinary && character < kFirstOrdinary + kOrdinaryGlyphs) {
-    glyph = face.glyphs[character - kFirstOrdinary];
+    glyph = m_face.glyphs[character - kFirstOrdinary];
   } else if (!IsControl(character)) {
-    glyph = stbtt_FindGlyphIndex(&face.info, static_cast<int>(character));
+    glyph = stbtt_FindGlyphIndex(&m_face.info, static_cast<int>(character));
   }
   return glyph == kNoGlyph ? std::nullopt : std::optional<int>(glyph);
 }
@@ -212,7 +242,7 @@ std::optional<int> Font::OrdinaryNumber(int glyph) const {
   if (glyph < 0 || glyph >= kNumberedGlyphs) {
     return std::nullopt;
   }
-  const int number = TheFace().ordinaryNumbers[static_cast<std::size_t>(glyph)];
+  const int number = m_face.ordinaryNumbers[static_cast<std::size_t>(glyph)];
   return number == kNotKept ? std::nullopt : std::optional<int>(number);
 }
 
@@ -220,22 +250,20 @@ double Font::Advance(int glyph) const {
   if (glyph == kPlaceholderGlyph) {
     return kBoxAdvance;
   }
-  int advance = 0;
-  int bearing = 0;
-  stbtt_GetGlyphHMetrics(&TheFace().info, glyph, &advance, &bearing);
-  return InUnits(advance);
+  const std::optional<int> number = OrdinaryNumber(glyph);
+  return number ? m_face.advances[static_cast<std::size_t>(*number)] : AdvanceOf(m_face, glyph);
 }
 
 double Font::Ascent() const {
-  return InUnits(TheFace().ascent);
+  return InUnits(m_face, m_face.ascent);
 }
 
 double Font::Descent() const {
-  return InUnits(-TheFace().descent);
+  return InUnits(m_face, -m_face.descent);
 }
 
 double Font::CapHeight() const {
-  return InUnits(TheFace().capHeight);
+  return InUnits(m_face, m_face.capHeight);
 }
 
 Outline Font::GlyphOutline(int glyph) const {
@@ -249,15 +277,19 @@ void Font::AppendOutline(int glyph, Outline& outline) const {
     AppendPlaceholder(outline);
     return;
   }
-  const Face& face = TheFace();
   const std::optional<int> number = OrdinaryNumber(glyph);
   if (!number) {
-    DecodeGlyph(face, glyph, outline);
+    DecodeGlyph(m_face, glyph, outline);
     return;
   }
   const auto slot = static_cast<std::size_t>(*number);
-  outline.insert(outline.end(), face.pieces.begin() + face.pieceBegins[slot],
-                 face.pieces.begin() + face.pieceBegins[slot + 1]);
+  outline.insert(outline.end(), m_face.pieces.begin() + m_face.pieceBegins[slot],
+                 m_face.pieces.begin() + m_face.pieceBegins[slot + 1]);
+}
+
+GlyphReach Font::Reach(int glyph) const {
+  const std::optional<int> number = OrdinaryNumber(glyph);
+  return number ? m_face.reaches[static_cast<std::size_t>(*number)] : ReachOf(GlyphOutline(glyph));
 }
 
 }  // namespace barcode::label

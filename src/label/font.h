@@ -30,16 +30,27 @@ struct OutlinePiece {
 // Contours, filled by the non-zero rule. Each begins with a move and ends where it began.
 using Outline = std::vector<OutlinePiece>;
 
+// How far an outline reaches from its origin to either side, in units; control points count.
+struct GlyphReach {
+  int left = 0;  // negative, as the next ones are positive
+  int right = 0;
+  int top = 0;
+  int bottom = 0;
+};
+
 // The placeholder for characters that the font lacks: a hollow box.
 inline constexpr int kPlaceholderGlyph = -1;
 
 // Glyphs of the characters from U+0020 to U+007E, which nearly every text is made of: numbered for tables.
 inline constexpr int kOrdinaryGlyphs = 0x7F - 0x20;
 
-// The embedded font. Making one is cheap and keeps nothing; the functions change nothing and may be called on
-// any thread.
+struct FontFace;
+
+// The embedded font. Making one is cheap; the functions change nothing and may be called on any thread.
 class Font {
  public:
+  Font();
+
   // The glyph of a character; nothing when the font lacks it. Control characters have none.
   std::optional<int> FindGlyph(char32_t character) const;
   // Which of the ordinary glyphs it is, from 0 on in the order of the characters; nothing for any other.
@@ -55,6 +66,10 @@ class Font {
   Outline GlyphOutline(int glyph) const;
   // The same behind what `outline` holds already.
   void AppendOutline(int glyph, Outline& outline) const;
+  GlyphReach Reach(int glyph) const;
+
+ private:
+  const FontFace& m_face;
 };
 
 }  // namespace barcode::label

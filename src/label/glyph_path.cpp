@@ -14,13 +14,8 @@ namespace {
 
 using Kind = OutlinePiece::Kind;
 
-// The path of a glyph behind its first move: where that leads, and where the pen is at the end, both from the
-// glyph's origin.
-struct GlyphPath {
-  UnitPoint begin;
-  UnitPoint end;
-  std::string_view data;  // empty when the glyph has no ink
-};
+// Bytes of the path of a glyph, roughly.
+constexpr std::size_t kLikelySize = 600;
 
 UnitPoint Down(const UnitPoint& point) {
   return {point.x, -point.y};
@@ -29,7 +24,7 @@ UnitPoint Down(const UnitPoint& point) {
 // Writes the pieces of one glyph.
 class OutlineFormatter {
  public:
-  explicit OutlineFormatter(std::string& out) : m_path(out) {}
+  explicit OutlineFormatter(TextWriter& out) : m_path(out) {}
 
   void Add(const OutlinePiece& piece, bool lastOfContour) {
     const UnitPoint to = Down(piece.to);
@@ -89,20 +84,20 @@ class OutlineFormatter {
   char m_last = 'm';
 };
 
-// `data`: room for the text.
-GlyphPath PathOf(const Outline& outline, std::string& data) {
-  data.clear();
+// The data stands in `room` until that is written to again.
+GlyphPath PathOf(const Outline& outline, TextWriter& room) {
+  room.Shorten(0);
   if (outline.empty()) {
     return {};
   }
-  OutlineFormatter formatter(data);
+  OutlineFormatter formatter(room);
   const UnitPoint begin = Down(outline.front().to);
   formatter.Begin(begin);
   for (std::size_t i = 1; i < outline.size(); ++i) {
     formatter.Add(outline[i], i + 1 == outline.size() || outline[i + 1].kind == Kind::kMove);
   }
   formatter.Flush();
-  return {begin, formatter.At(), data};
+  return {begin, formatter.At(), room.Written()};
 }
 
 // The paths of the ordinary glyphs: written once, never changed.
@@ -114,7 +109,7 @@ struct PathTable {
 
 void FillTable(PathTable& table) {
   const Font font;
-  std::string data;
+  TextWriter room(kLikelySize);
   std::size_t used = 0;
   for (char32_t character = 0x20; character < 0x20 + kOrdinaryGlyphs; ++character) {
     const std::optional<int> glyph = font.FindGlyph(character);
@@ -122,14 +117,14 @@ void FillTable(PathTable& table) {
     if (!number) {
       continue;
     }
-    GlyphPath path = PathOf(font.GlyphOutline(*glyph), data);
-    if (used + data.size() > PathTable::kRoom) {
+    GlyphPath path = PathOf(font.GlyphOutline(*glyph), room);
+    if (used + path.data.size() > PathTable::kRoom) {
       continue;
     }
     char* const begin = table.text.data() + used;
-    std::copy(data.begin(), data.end(), begin);
-    path.data = std::string_view(begin, data.size());
-    used += data.size();
+    std::copy(path.data.begin(), path.data.end(), begin);
+    path.data = std::string_view(begin, path.data.size());
+    used += path.data.size();
     table.paths[static_cast<std::size_t>(*number)] = path;
   }
 }
@@ -143,8 +138,8 @@ const PathTable& TheTable() {
   return table;
 }
 
-const GlyphPath* OrdinaryPath(int glyph) {
-  const std::optional<int> number = Font().OrdinaryNumber(glyph);
+const GlyphPath* OrdinaryPath(const Font& font, int glyph) {
+  const std::optional<int> number = font.OrdinaryNumber(glyph);
   if (!number) {
     return nullptr;
   }
@@ -155,21 +150,23 @@ const GlyphPath* OrdinaryPath(int glyph) {
 }  // namespace
 
 void GlyphPen::Draw(int glyph, const UnitPoint& origin) {
-  std::string data;
-  GlyphPath other;
-  const GlyphPath* path = OrdinaryPath(glyph);
-  if (path == nullptr) {
-    other = PathOf(Font().GlyphOutline(glyph), data);
-    path = &other;
+  if (const GlyphPath* const path = OrdinaryPath(m_font, glyph)) {
+    Add(*path, origin);
+    return;
   }
-  if (path->data.empty()) {
+  TextWriter room(kLikelySize);
+  Add(PathOf(m_font.GlyphOutline(glyph), room), origin);
+}
+
+void GlyphPen::Add(const GlyphPath& path, const UnitPoint& origin) {
+  if (path.data.empty()) {
     return;
   }
   PathData move(m_out);
-  move.Command('m').Number(origin.x + path->begin.x - m_at.x).Number(origin.y + path->begin.y - m_at.y);
+  move.Command('m').Number(origin.x + path.begin.x - m_at.x).Number(origin.y + path.begin.y - m_at.y);
   move.Flush();
-  m_out += path->data;
-  m_at = {origin.x + path->end.x, origin.y + path->end.y};
+  m_out.Add(path.data);
+  m_at = {origin.x + path.end.x, origin.y + path.end.y};
 }
 
 }  // namespace barcode::label

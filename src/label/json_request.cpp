@@ -3,6 +3,7 @@
 #include <bitset>
 #include <cstddef>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -52,11 +53,15 @@ class RequestBuilder {
     m_isInside = true;
     return true;
   }
-  bool end_object() const { return m_isInside; }
+  bool end_object() const {
+    RequireLastNumber();
+    return m_isInside;
+  }
   bool start_array(std::size_t) { throw BadValue(Field()); }
   bool end_array() const { return m_isInside; }
 
   bool key(string_t& name) {
+    RequireLastNumber();
     m_field = FindField(name);
     if (m_field == nullptr) {
       throw LabelError(ErrorCode::kUnknownField, Excerpt(name),
@@ -122,9 +127,22 @@ class RequestBuilder {
     return *m_field;
   }
 
+  // What follows a number tells whether it is one: of 02, which is no JSON, the parser takes the 0 first. A
+  // value that the field does not take is therefore refused by what comes next.
   bool Number(double value) {
-    SetNumber(m_request, Field(), value);
+    const FieldInfo& field = Field();
+    try {
+      SetNumber(m_request, field, value);
+    } catch (const LabelError& error) {
+      m_badNumber = error;
+    }
     return true;
+  }
+
+  void RequireLastNumber() const {
+    if (m_badNumber) {
+      throw LabelError(*m_badNumber);
+    }
   }
 
   std::string_view m_document;
@@ -132,6 +150,7 @@ class RequestBuilder {
   const FieldInfo* m_field = nullptr;  // the last that was named
   std::bitset<kFieldCount> m_seen;
   bool m_isInside = false;
+  std::optional<LabelError> m_badNumber;  // the last number, where the field does not take it
 };
 
 }  // namespace

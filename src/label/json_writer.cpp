@@ -1,6 +1,5 @@
 #include "label/json_writer.h"
 
-#include <array>
 #include <cstddef>
 
 #include "base/utf8.h"
@@ -14,50 +13,50 @@ constexpr bool IsPlain(char c) {
   return c >= ' ' && c != '"' && c != '\\' && static_cast<unsigned char>(c) < 0x80;
 }
 
-void AppendEscaped(std::string& out, char c) {
+void AddEscaped(TextWriter& out, char c) {
   switch (c) {
     case '"':
-      out += "\\\"";
+      out.Add("\\\"");
       return;
     case '\\':
-      out += "\\\\";
+      out.Add("\\\\");
       return;
     case '\n':
-      out += "\\n";
+      out.Add("\\n");
       return;
     default: {
       constexpr std::string_view kHexadecimal = "0123456789abcdef";
       const auto code = static_cast<unsigned char>(c);
-      AppendPieces(out, "\\u00", kHexadecimal[code >> 4U], kHexadecimal[code & 0xFU]);
+      out.Add("\\u00", kHexadecimal[code >> 4U], kHexadecimal[code & 0xFU]);
     }
   }
 }
 
 }  // namespace
 
-void AppendJsonString(std::string& out, std::string_view text) {
-  out += '"';
+void AddJsonString(TextWriter& out, std::string_view text) {
+  out.Add('"');
   while (!text.empty()) {
     std::size_t plain = 0;
     while (plain < text.size() && IsPlain(text[plain])) {
       ++plain;
     }
-    out += text.substr(0, plain);
+    out.Add(text.substr(0, plain));
     text.remove_prefix(plain);
     if (text.empty()) {
       break;
     }
     const Utf8Character character = FirstUtf8Character(text);
     if (!character.valid) {
-      out += kReplacement;
+      out.Add(kReplacement);
     } else if (character.length > 1) {
-      out += text.substr(0, character.length);
+      out.Add(text.substr(0, character.length));
     } else {
-      AppendEscaped(out, text.front());
+      AddEscaped(out, text.front());
     }
     text.remove_prefix(character.length);
   }
-  out += '"';
+  out.Add('"');
 }
 
 }  // namespace barcode::label

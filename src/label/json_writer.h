@@ -1,20 +1,22 @@
 #pragma once
 
 #include <concepts>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
-#include "base/line.h"
+#include "label/text_writer.h"
 
 namespace barcode::label {
 
-// Appends a text in quotes. What is not UTF-8 becomes U+FFFD: the document always is.
-void AppendJsonString(std::string& out, std::string_view text);
+// Adds a text in quotes. What is not UTF-8 becomes U+FFFD: the document always is.
+void AddJsonString(TextWriter& out, std::string_view text);
 
-// Appends a document, piece by piece, and the commas between them.
+// Puts a document together, piece by piece, with the commas between them.
 class JsonWriter {
  public:
-  explicit JsonWriter(std::string& out) : m_out(out) {}
+  // likelySize: bytes of the whole, at a guess.
+  explicit JsonWriter(std::size_t likelySize) : m_out(likelySize) {}
 
   void BeginObject() { Begin('{'); }
   void EndObject() { End('}'); }
@@ -24,13 +26,13 @@ class JsonWriter {
   // Of the member whose value comes next; a plain word.
   void Key(std::string_view name) {
     Separate();
-    AppendPieces(m_out, '"', name, "\":");
+    m_out.Add('"', name, "\":");
     m_wantsComma = false;
   }
 
   void Value(std::string_view text) {
     Separate();
-    AppendJsonString(m_out, text);
+    AddJsonString(m_out, text);
   }
   void Value(const char* text) { Value(std::string_view(text)); }
   void Value(bool value) { Json(value ? "true" : "false"); }
@@ -38,12 +40,12 @@ class JsonWriter {
   requires std::integral<Number> || std::floating_point<Number>
   void Value(Number number) {
     Separate();
-    AppendPiece(m_out, number);
+    m_out.Add(number);
   }
   // A value that is JSON already.
   void Json(std::string_view json) {
     Separate();
-    m_out += json;
+    m_out.Add(json);
   }
 
   template <class Type>
@@ -56,24 +58,27 @@ class JsonWriter {
     Json(json);
   }
 
+  // The document; the writer is done.
+  std::string Take() { return m_out.Take(); }
+
  private:
   void Begin(char bracket) {
     Separate();
-    m_out += bracket;
+    m_out.Add(bracket);
     m_wantsComma = false;
   }
   void End(char bracket) {
-    m_out += bracket;
+    m_out.Add(bracket);
     m_wantsComma = true;
   }
   void Separate() {
     if (m_wantsComma) {
-      m_out += ',';
+      m_out.Add(',');
     }
     m_wantsComma = true;
   }
 
-  std::string& m_out;
+  TextWriter m_out;
   bool m_wantsComma = false;
 };
 

@@ -50,7 +50,8 @@ Label Deliver(const Request& request) {
   const Composition composition = Compose(type, request, symbol);
   const std::vector<Warning> warnings = AllWarnings(type, request, composition);
   if (request.strict == true && !warnings.empty()) {
-    throw LabelError(warnings.front().code, "", warnings.front().message);
+    const Warning& first = warnings.front();
+    throw LabelError(first.code, "", first.message, first.needed);
   }
   const Format format = request.format.value_or(Format::kPng);
   Label label;

@@ -1,20 +1,20 @@
 #pragma once
 
-#include <array>
-#include <charconv>
 #include <cstddef>
-#include <string>
+
+#include "label/text_writer.h"
 
 namespace barcode::label {
 
-// Writes the data of an SVG path in whole numbers, without a character too many. What was written
-// is in the text after Flush.
+// Writes the data of an SVG path in whole numbers, without a character too many. What was written is in the
+// text after Flush.
 class PathData {
  public:
-  explicit PathData(std::string& out) : m_out(out) {}
+  explicit PathData(TextWriter& out) : m_out(out) { Continue(kLongest); }
 
   PathData& Command(char command) {
-    Put(command);
+    MakeRoom();
+    *m_at++ = command;
     m_apart = true;
     return *this;
   }
@@ -22,14 +22,24 @@ class PathData {
   PathData& Number(int value) {
     MakeRoom();
     if (!m_apart && value >= 0) {
-      m_buffer[m_size++] = ' ';
+      *m_at++ = ' ';
     }
-    if (value >= 0 && value <= 9) {
-      m_buffer[m_size++] = static_cast<char>('0' + value);
-    } else {
-      char* const begin = m_buffer.data() + m_size;
-      m_size += static_cast<std::size_t>(std::to_chars(begin, m_buffer.data() + kSize, value).ptr - begin);
+    m_at = TextWriter::WriteInteger(m_at, value);
+    m_apart = false;
+    return *this;
+  }
+
+  // A move, and a line from there: in `direction` "h" or "v". All are relative.
+  PathData& Line(int dx, int dy, char direction, int length) {
+    MakeRoom(3 * kLongest);
+    *m_at++ = 'm';
+    m_at = TextWriter::WriteInteger(m_at, dx);
+    if (dy >= 0) {
+      *m_at++ = ' ';
     }
+    m_at = TextWriter::WriteInteger(m_at, dy);
+    *m_at++ = direction;
+    m_at = TextWriter::WriteInteger(m_at, length);
     m_apart = false;
     return *this;
   }
@@ -38,34 +48,33 @@ class PathData {
   PathData& Half(int value) {
     Number(value / 2);
     if (value % 2 != 0) {
-      Put('.');
-      Put('5');
+      MakeRoom();
+      *m_at++ = '.';
+      *m_at++ = '5';
     }
     return *this;
   }
 
-  void Flush() {
-    m_out.append(m_buffer.data(), m_size);
-    m_size = 0;
-  }
+  void Flush() { m_out.WroteTo(m_at); }
 
  private:
-  static constexpr std::size_t kSize = 512;
-  static constexpr std::size_t kLongestNumber = 16;
+  // A number with the blank in front of it is the longest.
+  static constexpr std::size_t kLongest = 1 + TextWriter::kLongestInteger;
 
-  void MakeRoom() {
-    if (m_size + kLongestNumber > kSize) {
-      Flush();
+  void MakeRoom(std::size_t size = kLongest) {
+    if (static_cast<std::size_t>(m_end - m_at) < size) {
+      m_out.WroteTo(m_at);
+      Continue(size);
     }
   }
-  void Put(char character) {
-    MakeRoom();
-    m_buffer[m_size++] = character;
+  void Continue(std::size_t size) {
+    m_at = m_out.MakeRoom(size);
+    m_end = m_out.RoomEnd();
   }
 
-  std::string& m_out;
-  std::array<char, kSize> m_buffer;
-  std::size_t m_size = 0;
+  TextWriter& m_out;
+  char* m_at = nullptr;
+  char* m_end = nullptr;
   bool m_apart = true;  // no digit stands before
 };
 

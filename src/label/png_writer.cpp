@@ -8,11 +8,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <memory>
 #include <new>
 #include <span>
 #include <string>
-#include <type_traits>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -189,7 +188,9 @@ class TextRows {
     std::size_t i = 0;
     for (int row = box.top; row < box.bottom; ++row) {
       for (int x = box.left; x < box.right; ++x, ++i) {
-        DrawDot(rows[static_cast<std::size_t>(row - y)], static_cast<std::size_t>(x), levels[i]);
+        if (levels[i] != 0) {
+          DrawDot(rows[static_cast<std::size_t>(row - y)], static_cast<std::size_t>(x), levels[i]);
+        }
       }
     }
   }
@@ -265,22 +266,20 @@ class PngFile {
 
   void WriteHeader(const Drawing& drawing, unsigned bits);
 
-  // The same row, `count` times. One like the one above is nothing but zeros beside it.
-  void WriteRows(const Row& row, int count) {
-    Guarded([this, &row, count] {
-      for (int i = 0; i < count; ++i) {
-        png_write_row(m_png, row.data());
-        png_set_filter(m_png, PNG_FILTER_TYPE_BASE, PNG_FILTER_UP);
-      }
-      png_set_filter(m_png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
+  // imageData: the rows, compressed.
+  void WriteRest(std::string_view imageData) {
+    Guarded([this, imageData] {
+      png_write_chunk(m_png, kImageData.data(), reinterpret_cast<png_const_bytep>(imageData.data()),
+                      imageData.size());
+      png_write_chunk(m_png, kEnd.data(), nullptr, 0);
     });
   }
 
-  void WriteEnd() {
-    Guarded([this] { png_write_end(m_png, nullptr); });
-  }
-
  private:
+  using ChunkName = std::array<png_byte, 5>;  // with a zero behind it
+  static constexpr ChunkName kImageData = {'I', 'D', 'A', 'T'};
+  static constexpr ChunkName kEnd = {'I', 'E', 'N', 'D'};
+
   // The arguments are in order, so that nothing but memory can fail.
   template <class Calls>
   void Guarded(const Calls& calls) {
@@ -344,47 +343,106 @@ void PngFile::WriteHeader(const Drawing& drawing, unsigned bits) {
     if (drawing.dpi) {
       png_set_pHYs(m_png, m_info, perMetre, perMetre, PNG_RESOLUTION_METER);
     }
-    // Both kinds: the library makes room for the row above.
-    png_set_filter(m_png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE | PNG_FILTER_UP);
-    png_set_compression_strategy(m_png, Z_FILTERED);
-    png_set_compression_level(m_png, bits == kTextBits ? kTextLevel : kBarLevel);
     png_write_info(m_png, m_info);
   });
 }
 
-// Rows from the top into the file.
-class Rows {
+// The image data of a file: rows from the top, each behind the byte of its filter, compressed. libpng would
+// look at each row and copy it several times over.
+class ImageData {
  public:
-  Rows(PngFile& file, bool inverted) : m_file(file), m_inverted(inverted) {}
-
-  // row: coverage; it becomes what the file holds for it.
-  void Write(Row& row, int count) {
-    if (m_inverted) {
-      std::transform(row.begin(), row.end(), row.begin(),
-                     [](std::uint8_t byte) { return static_cast<std::uint8_t>(~byte); });
+  ImageData(const Drawing& drawing, unsigned bits, bool inverted)
+      : m_inverted(inverted), m_rowBytes(RowBytes(drawing.width, bits)) {
+    const std::size_t size = (m_rowBytes + 1) * static_cast<std::size_t>(drawing.height);
+    const int level = bits == kTextBits ? kTextLevel : kBarLevel;
+    if (deflateInit2(&m_stream, level, Z_DEFLATED, WindowBits(size), kMemoryLevel, Z_FILTERED) != Z_OK) {
+      throw std::bad_alloc();
     }
-    m_file.WriteRows(row, count);
+  }
+  ~ImageData() { deflateEnd(&m_stream); }
+  ImageData(const ImageData&) = delete;
+  ImageData& operator=(const ImageData&) = delete;
+
+  // The same row of coverage, `count` times. One like the one above is nothing but zeros beside it.
+  void Write(const Row& row, int count) {
+    m_row.resize(m_rowBytes + 1);
+    m_row[0] = PNG_FILTER_VALUE_NONE;
+    const unsigned inversion = m_inverted ? 0xFF : 0;
+    std::transform(row.begin(), row.end(), m_row.begin() + 1,
+                   [inversion](unsigned byte) { return static_cast<std::uint8_t>(byte ^ inversion); });
+    Deflate(m_row, Z_NO_FLUSH);
+    for (auto rest = static_cast<std::size_t>(count) - 1; rest > 0;) {
+      const std::size_t rows = std::min(rest, std::max<std::size_t>(1, kRepeatedBytes / m_row.size()));
+      Deflate(std::span(Repeated(rows)).first(rows * m_row.size()), Z_NO_FLUSH);
+      rest -= rows;
+    }
+  }
+
+  std::string Take() {
+    Deflate({}, Z_FINISH);
+    return std::move(m_data);
   }
 
  private:
-  PngFile& m_file;
+  // The best there is, as libpng has it.
+  static constexpr int kMemoryLevel = 8;
+  static constexpr int kLeastWindowBits = 9;
+  // Repeated rows are compressed together, about so many bytes of them.
+  static constexpr std::size_t kRepeatedBytes = 4096;
+
+  // The smallest window that holds everything and what the compressor looks ahead.
+  static int WindowBits(std::size_t size) {
+    constexpr std::size_t kLookAhead = 262;
+    int bits = MAX_WBITS;
+    while (bits > kLeastWindowBits && size + kLookAhead <= std::size_t{1} << (bits - 1)) {
+      --bits;
+    }
+    return bits;
+  }
+
+  // At least so many rows like the ones above them.
+  const Row& Repeated(std::size_t rows) {
+    while (m_repeated.size() < rows * m_row.size()) {
+      m_repeated.push_back(PNG_FILTER_VALUE_UP);
+      m_repeated.resize(m_repeated.size() + m_rowBytes);
+    }
+    return m_repeated;
+  }
+
+  void Deflate(std::span<const std::uint8_t> bytes, int flush) {
+    // The compressor does not write to its input, though it does not say so.
+    m_stream.next_in = const_cast<Bytef*>(bytes.data());
+    m_stream.avail_in = static_cast<uInt>(bytes.size());
+    do {
+      std::array<std::uint8_t, 4096> out;
+      m_stream.next_out = out.data();
+      m_stream.avail_out = out.size();
+      deflate(&m_stream, flush);
+      m_data.append(reinterpret_cast<const char*>(out.data()), out.size() - m_stream.avail_out);
+    } while (m_stream.avail_out == 0);
+  }
+
   bool m_inverted;
+  std::size_t m_rowBytes;
+  Row m_row;       // behind its filter
+  Row m_repeated;  // the same, repeated
+  z_stream m_stream = {};
+  std::string m_data;
 };
 
-void WriteRows(const Drawing& drawing, BarRows& bars, const TextRows& text, Rows& rows) {
-  std::vector<Row> lines(1);
+void WriteRows(const Drawing& drawing, BarRows& bars, const TextRows& text, ImageData& data) {
+  std::vector<Row> lines;
   for (int y = 0; y < drawing.height;) {
     bars.MoveTo(y);
     int end = std::min(bars.End(), text.NextEdge(y));
     if (!text.Covers(y)) {
-      lines[0] = bars.Current();
-      rows.Write(lines[0], end - y);
+      data.Write(bars.Current(), end - y);
     } else {
       end = std::min(end, y + kTextRows);
       lines.assign(static_cast<std::size_t>(end - y), bars.Current());
       text.DrawInto(lines, y);
-      for (Row& line : lines) {
-        rows.Write(line, 1);
+      for (const Row& line : lines) {
+        data.Write(line, 1);
       }
     }
     y = end;
@@ -398,13 +456,13 @@ std::string WritePng(const Drawing& drawing) {
   const unsigned bits = glyphs.empty() ? kBarBits : kTextBits;
   BarRows bars(drawing, bits);
   const TextRows text(std::move(glyphs));
+  // In grey, 0 is black.
+  ImageData data(drawing, bits, IsGrey(drawing) && drawing.foreground == kBlack);
+  WriteRows(drawing, bars, text, data);
   std::string bytes;
   PngFile file(bytes);
   file.WriteHeader(drawing, bits);
-  // In grey, 0 is black.
-  Rows rows(file, IsGrey(drawing) && drawing.foreground == kBlack);
-  WriteRows(drawing, bars, text, rows);
-  file.WriteEnd();
+  file.WriteRest(data.Take());
   return bytes;
 }
 

@@ -1,6 +1,7 @@
 #include "label/report.h"
 
 #include <array>
+#include <cstddef>
 
 #include "label/field_table.h"
 #include "label/json_writer.h"
@@ -30,6 +31,9 @@ constexpr auto kWords = std::to_array<std::string_view>({
     "gs1_association",
 });
 static_assert(kWords.size() == static_cast<std::size_t>(ErrorCode::kGs1Association) + 1);
+
+// The members without the texts, and room for texts of ordinary length.
+constexpr std::size_t kLikelySize = 400;
 
 void WriteWarnings(JsonWriter& json, const std::vector<Warning>& warnings) {
   json.Key("warnings");
@@ -77,11 +81,7 @@ std::string_view WordOf(ErrorCode code) {
 
 std::string DeliveredReport(const Delivery& delivery) {
   const Composition& composition = delivery.composition;
-  std::string text;
-  // The members without the texts, and room for texts of ordinary length.
-  constexpr std::size_t kOrdinaryLength = 400;
-  text.reserve(kOrdinaryLength + delivery.symbol.text.size() + composition.displayText.size());
-  JsonWriter json(text);
+  JsonWriter json(kLikelySize + delivery.symbol.text.size() + composition.displayText.size());
   json.BeginObject();
   json.Member("ok", true);
   WriteWarnings(json, delivery.warnings);
@@ -93,12 +93,11 @@ std::string DeliveredReport(const Delivery& delivery) {
   json.Member("format", WordOf(delivery.format));
   json.Member("bytes", delivery.bytes);
   json.EndObject();
-  return text;
+  return json.Take();
 }
 
 std::string RefusedReport(const LabelError& error, const TypeInfo* type) {
-  std::string text;
-  JsonWriter json(text);
+  JsonWriter json(kLikelySize);
   json.BeginObject();
   json.Member("ok", false);
   json.Key("error");
@@ -119,7 +118,7 @@ std::string RefusedReport(const LabelError& error, const TypeInfo* type) {
     json.Member("type", type->name);
   }
   json.EndObject();
-  return text;
+  return json.Take();
 }
 
 }  // namespace barcode::label

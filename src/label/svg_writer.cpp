@@ -10,8 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/line.h"
-#include "base/number_format.h"
+#include "base/numeric.h"
 #include "label/bar_shape.h"
 #include "label/glyph_path.h"
 #include "label/path_data.h"
@@ -35,97 +34,103 @@ constexpr std::string_view kStroke = "stroke";
 
 // Bytes of a document beside its bars and text, of a bar and of a glyph.
 constexpr std::size_t kFrameSize = 512;
-constexpr std::size_t kBarSize = 10;
-constexpr std::size_t kGlyphSize = 120;
+constexpr std::size_t kBarSize = 8;
+constexpr std::size_t kGlyphSize = 96;
 
 // A number with at most so many decimals, rounded, without zeros at its ends.
-void AppendDecimal(std::string& out, double value, int decimals) {
+void AddDecimal(TextWriter& out, double value, int decimals) {
   std::int64_t scale = 1;
   for (int i = 0; i < decimals; ++i) {
     scale *= 10;
   }
-  const std::int64_t scaled = std::llround(std::fabs(value) * static_cast<double>(scale));
+  const std::int64_t scaled = RoundToInt64(std::fabs(value) * static_cast<double>(scale));
   if (value < 0 && scaled != 0) {
-    out += '-';
+    out.Add('-');
   }
   if (scaled >= scale || scaled == 0) {
-    AppendInt(out, scaled / scale);
+    out.Add(scaled / scale);
   }
   if (std::int64_t rest = scaled % scale; rest != 0) {
-    out += '.';
+    out.Add('.');
     for (; rest != 0; rest = rest * 10 % scale) {
-      out += static_cast<char>('0' + rest * 10 / scale);
+      out.Add(static_cast<char>('0' + rest * 10 / scale));
     }
   }
 }
 
-std::string ShortHex(const Colour& colour) {
+// "#rgb" where that says it, else "#rrggbb".
+void AddColour(TextWriter& out, const Colour& colour) {
   constexpr std::string_view kDigits = "0123456789abcdef";
   const std::array<unsigned, 3> channels = {colour.r, colour.g, colour.b};
-  bool isShort = true;
-  for (const unsigned channel : channels) {
-    isShort = isShort && channel >> 4U == (channel & 15U);
-  }
-  std::string text = "#";
+  const bool isShort = std::all_of(channels.begin(), channels.end(),
+                                   [](unsigned channel) { return channel >> 4U == (channel & 15U); });
+  out.Add('#');
   for (const unsigned channel : channels) {
     if (!isShort) {
-      text += kDigits[channel >> 4U];
+      out.Add(kDigits[channel >> 4U]);
     }
-    text += kDigits[channel & 15U];
+    out.Add(kDigits[channel & 15U]);
   }
-  return text;
 }
 
 // `property`: "fill", which is black by itself, or "stroke".
-void AppendPaint(std::string& out, std::string_view property, const Colour& colour) {
-  if (property != kFill || ShortHex(colour) != "#000") {
-    AppendPieces(out, ' ', property, "=\"", ShortHex(colour), '"');
+void AddPaint(TextWriter& out, std::string_view property, const Colour& colour) {
+  const bool isBlack = colour.r == 0 && colour.g == 0 && colour.b == 0;
+  if (property != kFill || !isBlack) {
+    out.Add(' ', property, "=\"");
+    AddColour(out, colour);
+    out.Add('"');
   }
   if (colour.a != 255) {
-    AppendPieces(out, ' ', property, "-opacity=\"");
-    AppendDecimal(out, colour.a / 255.0, kAlphaDecimals);
-    out += '"';
+    out.Add(' ', property, "-opacity=\"");
+    AddDecimal(out, colour.a / 255.0, kAlphaDecimals);
+    out.Add('"');
   }
 }
 
-void AppendEscaped(std::string& out, char32_t character) {
+void AddEscaped(TextWriter& out, char32_t character) {
   switch (character) {
     case '&':
-      out += "&amp;";
+      out.Add("&amp;");
       return;
     case '<':
-      out += "&lt;";
+      out.Add("&lt;");
       return;
     case '>':
-      out += "&gt;";
+      out.Add("&gt;");
       return;
     case '"':
-      out += "&quot;";
+      out.Add("&quot;");
       return;
     case '\r':
-      out += "&#13;";  // a bare one would be read as a line feed
+      out.Add("&#13;");  // a bare one would be read as a line feed
       return;
     default:
-      AppendUtf8(out, character);
+      break;
   }
-}
-
-void AppendTitle(std::string& out, std::string_view title) {
-  out += "<title>";
-  while (!title.empty()) {
-    AppendEscaped(out, TakeDocumentCharacter(title));
-  }
-  out += "</title>";
-}
-
-void AppendSize(std::string& out, std::string_view attribute, int dots, std::optional<int> dpi) {
-  AppendPieces(out, ' ', attribute, "=\"");
-  if (dpi) {
-    AppendPieces(out, General{dots * kMillimetresPerInch / *dpi, kSizeDigits}, "mm");
+  if (character < 0x80) {
+    out.Add(static_cast<char>(character));
   } else {
-    AppendInt(out, dots);
+    AddUtf8(out, character);
   }
-  out += '"';
+}
+
+void AddTitle(TextWriter& out, std::string_view title) {
+  out.Add("<title>");
+  while (!title.empty()) {
+    AddEscaped(out, TakeDocumentCharacter(title));
+  }
+  out.Add("</title>");
+}
+
+void AddSize(TextWriter& out, std::string_view attribute, int dots, std::optional<int> dpi) {
+  out.Add(' ', attribute, "=\"");
+  if (dpi) {
+    out.Add(General{dots * kMillimetresPerInch / *dpi, kSizeDigits}, "mm");
+  } else {
+    out.Add(dots);
+  }
+  out.Add('"');
 }
 
 // A length that the bars are counted in. Divides by multiplying: there are many of them.
@@ -136,8 +141,9 @@ class Step {
   int Dots() const { return m_dots; }
   // To the nearest.
   int Count(int length) const {
-    const double count = length * m_inverse;
-    return static_cast<int>(count + (count < 0 ? -0.5 : 0.5));
+    // Above zero, cutting off is rounding down.
+    constexpr int kLift = 1 << 30;
+    return static_cast<int>(static_cast<std::int64_t>(length * m_inverse + (kLift + 0.5)) - kLift);
   }
   bool Divides(int length) const { return Count(length) * m_dots == length; }
 
@@ -192,8 +198,7 @@ void AppendLinesAcross(PathData& path, const std::vector<DotRect>& rects, const 
   for (const DotRect& rect : std::span(rects).subspan(1)) {
     const int x = grid.step.Count(rect.x - grid.x);
     const int width = grid.step.Count(rect.width);
-    path.Command('m').Number(x - end).Number(rect.y == y ? 0 : grid.step.Count(rect.y - y));
-    path.Command('h').Number(width);
+    path.Line(x - end, rect.y == y ? 0 : grid.step.Count(rect.y - y), 'h', width);
     end = x + width;
     y = rect.y;
   }
@@ -207,8 +212,7 @@ void AppendLinesDown(PathData& path, const std::vector<DotRect>& rects, const Gr
   for (const DotRect& rect : std::span(rects).subspan(1)) {
     const int y = grid.step.Count(rect.y - grid.y);
     const int height = grid.step.Count(rect.height);
-    path.Command('m').Number(rect.x == x ? 0 : grid.step.Count(rect.x - x)).Number(y - end);
-    path.Command('v').Number(height);
+    path.Line(rect.x == x ? 0 : grid.step.Count(rect.x - x), y - end, 'v', height);
     end = y + height;
     x = rect.x;
   }
@@ -284,7 +288,7 @@ void AppendAreas(PathData& path, const std::vector<DotRect>& rects, const Grid& 
   }
 }
 
-void AppendBarData(std::string& out, const Bars& bars, const Grid& grid) {
+void AddBarData(TextWriter& out, const Bars& bars, const Grid& grid) {
   PathData path(out);
   if (bars.shape == BarShape::kOneHeight) {
     AppendLinesAcross(path, bars.rects, grid);
@@ -298,37 +302,37 @@ void AppendBarData(std::string& out, const Bars& bars, const Grid& grid) {
   path.Flush();
 }
 
-void AppendGrid(std::string& out, const Grid& grid) {
+void AddGrid(TextWriter& out, const Grid& grid) {
   if (grid.step.Dots() == 1) {
     return;
   }
-  out += " transform=\"";
+  out.Add(" transform=\"");
   if (grid.x != 0 || grid.y != 0) {
-    AppendPieces(out, "translate(", grid.x, ' ', grid.y, ')');
+    out.Add("translate(", grid.x, ' ', grid.y, ')');
   }
-  AppendPieces(out, "scale(", grid.step.Dots(), ")\"");
+  out.Add("scale(", grid.step.Dots(), ")\"");
 }
 
-void AppendBars(std::string& out, const Drawing& drawing) {
+void AddBars(TextWriter& out, const Drawing& drawing) {
   if (drawing.dark.empty()) {
     return;
   }
   const Bars bars = MergedBars(drawing.dark);
   const Grid grid = GridOf(bars.rects);
   const bool lines = bars.shape != BarShape::kMixed;
-  out += "<path shape-rendering=\"crispEdges\"";
-  AppendPaint(out, lines ? kStroke : kFill, drawing.foreground);
+  out.Add("<path shape-rendering=\"crispEdges\"");
+  AddPaint(out, lines ? kStroke : kFill, drawing.foreground);
   if (lines) {
     const DotRect rect = OnGrid(bars.rects.front(), grid);
     const int thickness = bars.shape == BarShape::kOneHeight ? rect.height : rect.width;
     if (thickness != 1) {
-      AppendPieces(out, " stroke-width=\"", thickness, '"');
+      out.Add(" stroke-width=\"", thickness, '"');
     }
   }
-  AppendGrid(out, grid);
-  out += " d=\"";
-  AppendBarData(out, bars, grid);
-  out += "\"/>";
+  AddGrid(out, grid);
+  out.Add(" d=\"");
+  AddBarData(out, bars, grid);
+  out.Add("\"/>");
 }
 
 // Letters of the turn that a text makes.
@@ -345,28 +349,28 @@ std::string_view Rotate(Rotation rotation) {
   }
 }
 
-void AppendText(std::string& out, const PlacedText& text, const Colour& colour) {
-  const std::size_t begin = out.size();
-  out += "<path";
-  AppendPaint(out, kFill, colour);
+void AddText(TextWriter& out, const PlacedText& text, const Colour& colour) {
+  const std::size_t begin = out.Size();
+  out.Add("<path");
+  AddPaint(out, kFill, colour);
   const PlacedGlyph& first = text.glyphs.front();
-  out += " transform=\"translate(";
-  AppendDecimal(out, first.x, kPlaceDecimals);
-  out += ' ';
-  AppendDecimal(out, first.y, kPlaceDecimals);
-  AppendPieces(out, ')', Rotate(text.rotation), "scale(");
-  AppendDecimal(out, text.size / kUnitsPerEm, kScaleDecimals);
-  out += ")\" d=\"";
-  const std::size_t empty = out.size();
+  out.Add(" transform=\"translate(");
+  AddDecimal(out, first.x, kPlaceDecimals);
+  out.Add(' ');
+  AddDecimal(out, first.y, kPlaceDecimals);
+  out.Add(')', Rotate(text.rotation), "scale(");
+  AddDecimal(out, text.size / kUnitsPerEm, kScaleDecimals);
+  out.Add(")\" d=\"");
+  const std::size_t empty = out.Size();
   GlyphPen pen(out);
   for (const PlacedGlyph& glyph : text.glyphs) {
     pen.Draw(glyph.glyph, OffsetInUnits(text, glyph));
   }
-  if (out.size() == empty) {
-    out.resize(begin);  // nothing but spaces
+  if (out.Size() == empty) {
+    out.Shorten(begin);  // nothing but spaces
     return;
   }
-  out += "\"/>";
+  out.Add("\"/>");
 }
 
 std::size_t LikelySize(const Drawing& drawing) {
@@ -380,25 +384,25 @@ std::size_t LikelySize(const Drawing& drawing) {
 }  // namespace
 
 std::string WriteSvg(const Drawing& drawing) {
-  std::string out = "<svg xmlns=\"http://www.w3.org/2000/svg\"";
-  out.reserve(LikelySize(drawing));
-  AppendSize(out, "width", drawing.width, drawing.dpi);
-  AppendSize(out, "height", drawing.height, drawing.dpi);
-  AppendPieces(out, " viewBox=\"0 0 ", drawing.width, ' ', drawing.height, "\" role=\"img\">");
-  AppendTitle(out, drawing.title);
+  TextWriter out(LikelySize(drawing));
+  out.Add("<svg xmlns=\"http://www.w3.org/2000/svg\"");
+  AddSize(out, "width", drawing.width, drawing.dpi);
+  AddSize(out, "height", drawing.height, drawing.dpi);
+  out.Add(" viewBox=\"0 0 ", drawing.width, ' ', drawing.height, "\" role=\"img\">");
+  AddTitle(out, drawing.title);
   if (drawing.background.a != 0) {
-    out += "<path";
-    AppendPaint(out, kFill, drawing.background);
-    AppendPieces(out, " d=\"M0 0h", drawing.width, 'v', drawing.height, "H0\"/>");
+    out.Add("<path");
+    AddPaint(out, kFill, drawing.background);
+    out.Add(" d=\"M0 0h", drawing.width, 'v', drawing.height, "H0\"/>");
   }
-  AppendBars(out, drawing);
+  AddBars(out, drawing);
   for (const PlacedText& text : drawing.texts) {
     if (!text.glyphs.empty()) {
-      AppendText(out, text, drawing.foreground);
+      AddText(out, text, drawing.foreground);
     }
   }
-  out += "</svg>\n";
-  return out;
+  out.Add("</svg>\n");
+  return out.Take();
 }
 
 }  // namespace barcode::label

@@ -54,9 +54,9 @@ struct ElementText {
   std::vector<Gs1Element> elements;
 };
 
-ElementText ElementsOf(const SymbolText& text, const std::string& tooLong) {
+ElementText ElementsOf(const SymbolText& text, std::string_view tooLong) {
   if (text.Bytes().size() > kMostElementStringBytes) {
-    text.RefuseLength(tooLong);
+    text.RefuseLength(std::string(tooLong));
   }
   try {
     ElementText result{.forEncoder = {}, .elements = ParseGs1Elements(text.Bytes())};
@@ -105,13 +105,15 @@ std::string PaymentDigits(const SymbolText& text) {
   }
   text.RequireDigits("A payment slip's code", from);
   digits += bytes.substr(from);
-  const std::string lengths =
-      Line("A payment slip's code has 43 digits, or 44 with the check digit, and here are ", digits.size());
+  const auto message = [&digits](std::string_view remedy) {
+    return Line("A payment slip's code has 43 digits, or 44 with the check digit, and here are ",
+                digits.size(), remedy);
+  };
   if (digits.size() > kDigits) {
-    text.RefuseLength(lengths + "; shorten it.");
+    text.RefuseLength(message("; shorten it."));
   }
   if (digits.size() < kDigits - 1) {
-    text.Refuse(lengths + "; add what is missing.");
+    text.Refuse(message("; add what is missing."));
   }
   if (!digits.starts_with(kAi)) {
     text.Refuse("A payment slip's code begins with its application identifier 91; put it in front.");
@@ -145,16 +147,18 @@ std::string_view GtinWithoutCheckDigit(const SymbolText& text, std::string_view 
   text.RequireDigits(name, from);
   const std::string_view digits = text.Bytes().substr(from);
   const std::size_t least = hasAi ? kGtinDigits : fewest;
-  const std::string lengths = hasAi ? Line("Behind (01) ", name, " takes the ", kGtinDigits,
-                                           " digits of a GTIN, and here are ", digits.size())
-                                    : Line(name, " takes ", fewest, " to ", kGtinDigits - 1,
-                                           " digits of a GTIN without its check digit, or ", kGtinDigits,
-                                           " with it, and the text has ", digits.size());
+  const auto message = [&](std::string_view remedy) {
+    return hasAi ? Line("Behind (01) ", name, " takes the ", kGtinDigits, " digits of a GTIN, and here are ",
+                        digits.size(), remedy)
+                 : Line(name, " takes ", fewest, " to ", kGtinDigits - 1,
+                        " digits of a GTIN without its check digit, or ", kGtinDigits,
+                        " with it, and the text has ", digits.size(), remedy);
+  };
   if (digits.size() > kGtinDigits) {
-    text.RefuseLength(lengths + "; shorten it.");
+    text.RefuseLength(message("; shorten it."));
   }
   if (digits.size() < least) {
-    text.Refuse(lengths + "; add what is missing.");
+    text.Refuse(message("; add what is missing."));
   }
   if (digits.size() == kGtinDigits) {
     text.RequireCheckDigit(Gs1CheckDigit(digits.substr(0, kGtinDigits - 1)));
@@ -206,16 +210,15 @@ int StackedExpandedHeight(const std::vector<StackedRow>& rows) {
 
 Symbol MakeGs1_128(const SymbolText& text, const Request& request) {
   constexpr std::size_t kMostCharacters = 48;
+  constexpr std::string_view kTooLong =
+      "GS1-128 holds 48 characters, application identifiers and the FNC1 between fields included; shorten "
+      "the text.";
   if (request.form == Form::kPayment) {
     return PaymentSymbol(text);
   }
-  const std::string tooLong =
-      Line("GS1-128 holds ", kMostCharacters,
-           " characters, application identifiers and the FNC1 between fields included; "
-           "shorten the text.");
-  const ElementText elementText = ElementsOf(text, tooLong);
+  const ElementText elementText = ElementsOf(text, kTooLong);
   if (elementText.forEncoder.size() > kMostCharacters) {
-    text.RefuseLength(tooLong);
+    text.RefuseLength(std::string(kTooLong));
   }
   Symbol symbol = ElementSymbolOf(elementText.elements);
   symbol.modules = LinearSymbol{.pattern = Gs1_128Pattern(elementText.forEncoder)};
@@ -252,12 +255,12 @@ Symbol MakeDataBarLimited(const SymbolText& text) {
 
 Symbol MakeDataBarExpanded(const SymbolText& text, const Request& request) {
   constexpr int kDefaultPairs = 2;
-  const std::string tooLong =
+  constexpr std::string_view kTooLong =
       "DataBar Expanded holds at most 74 digits or 41 other characters, application identifiers included; "
       "shorten the text.";
   const bool isStacked = request.form == Form::kStacked;
   const auto pairs = static_cast<std::size_t>(request.pairsPerRow.value_or(kDefaultPairs));
-  const ElementText elementText = ElementsOf(text, tooLong);
+  const ElementText elementText = ElementsOf(text, kTooLong);
   RequireGeneralFieldText(text, elementText.elements);
   Symbol symbol = ElementSymbolOf(elementText.elements);
   try {
@@ -269,7 +272,7 @@ Symbol MakeDataBarExpanded(const SymbolText& text, const Request& request) {
       symbol.modules = LinearSymbol{.pattern = WholeRuns(rows.front().widths)};
     }
   } catch (const std::length_error&) {
-    text.RefuseLength(tooLong);
+    text.RefuseLength(std::string(kTooLong));
   }
   return symbol;
 }

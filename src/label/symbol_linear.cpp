@@ -126,6 +126,7 @@ void RequireYubinPositions(const SymbolText& text) {
 
 }  // namespace
 
+// Where lower case counts as upper case, upper case is shown: what stands below the bars is what they say.
 Symbol MakeCode39(const SymbolText& text, const Request& request) {
   const std::string_view bytes = text.Bytes();
   if (const std::size_t star = bytes.find('*'); star != std::string_view::npos) {
@@ -134,8 +135,9 @@ Symbol MakeCode39(const SymbolText& text, const Request& request) {
   }
   text.RequireCharacters([](char c) { return kCode39Characters.find(ToUpper(c)) != std::string_view::npos; },
                          {"Code 39 takes letters, digits, the space and - . $ / + %"});
-  return LinearSymbolOf(EncodeCode39(bytes), ToUpper(bytes),
-                        Code39DisplayText(bytes, request.showStartStop.value_or(true)));
+  const std::string upper = ToUpper(bytes);
+  return LinearSymbolOf(EncodeCode39(upper), upper,
+                        Code39DisplayText(upper, request.showStartStop.value_or(true)));
 }
 
 Symbol MakeCode93(const SymbolText& text) {
@@ -144,7 +146,8 @@ Symbol MakeCode93(const SymbolText& text) {
       [](char c) { return kCode93Values[static_cast<unsigned char>(ToUpper(c))] >= 0; },
       {"Code 93 takes letters, digits, the space, - . $ / + % and for the shift characters < > ? !"});
   RequireCode93Shifts(text);
-  return LinearSymbolOf(EncodeCode93(bytes), ToUpper(bytes), std::string(bytes));
+  const std::string upper = ToUpper(bytes);
+  return LinearSymbolOf(EncodeCode93(upper), upper, upper);
 }
 
 Symbol MakeCode128(const SymbolText& text, const Request& request) {
@@ -155,8 +158,9 @@ Symbol MakeCode128(const SymbolText& text, const Request& request) {
 
 Symbol MakeNw7(const SymbolText& text, const Request& request) {
   RequireNw7Characters(text);
-  return LinearSymbolOf(EncodeNw7(text.Bytes()), Nw7FramedText(text.Bytes()),
-                        Nw7DisplayText(text.Bytes(), request.showStartStop.value_or(true)));
+  const std::string upper = ToUpper(text.Bytes());
+  return LinearSymbolOf(EncodeNw7(upper), Nw7FramedText(upper),
+                        Nw7DisplayText(upper, request.showStartStop.value_or(true)));
 }
 
 Symbol MakeMatrix2of5(const SymbolText& text) {

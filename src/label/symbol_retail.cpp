@@ -22,14 +22,15 @@ Symbol RetailSymbolOf(RunVector pattern, const GuardBarStyle& style, std::string
 void RequireDigitsWithOrWithoutCheck(const SymbolText& text, std::string_view name, std::size_t digits) {
   text.RequireDigits(name);
   const std::size_t size = text.Bytes().size();
-  const std::string message =
-      Line(name, " takes ", digits - 1, " digits, or ", digits, " with the check digit, and the text has ",
-           size, size > digits ? "; shorten it." : "; add what is missing.");
+  const auto message = [&](std::string_view remedy) {
+    return Line(name, " takes ", digits - 1, " digits, or ", digits,
+                " with the check digit, and the text has ", size, remedy);
+  };
   if (size > digits) {
-    text.RefuseLength(message);
+    text.RefuseLength(message("; shorten it."));
   }
   if (size < digits - 1) {
-    text.Refuse(message);
+    text.Refuse(message("; add what is missing."));
   }
   if (size == digits) {
     text.RequireCheckDigit(Gs1CheckDigit(text.Bytes().substr(0, digits - 1)));

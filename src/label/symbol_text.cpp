@@ -1,6 +1,5 @@
 #include "label/symbol_text.h"
 
-#include <algorithm>
 #include <cstdint>
 
 #include "base/ascii.h"
@@ -68,19 +67,16 @@ void SymbolText::RefuseLength(const std::string& message) const {
   throw LabelError(ErrorCode::kTooLong, m_field, message);
 }
 
-void SymbolText::RequireCharacters(const std::function<bool(char)>& isAllowed, const CharacterRule& rule,
-                                   std::size_t from, std::size_t end) const {
-  end = std::min(end, m_bytes.size());
-  for (std::size_t offset = from; offset < end; ++offset) {
-    if (!isAllowed(m_bytes[offset])) {
-      Refuse(Line(rule.rule, "; replace ", CharacterAt(offset), rule.alternative.empty() ? "" : " or ",
-                  rule.alternative, '.'));
-    }
-  }
+void SymbolText::RefuseCharacter(const CharacterRule& rule, std::size_t offset) const {
+  Refuse(Line(rule.rule, "; replace ", CharacterAt(offset), rule.alternative.empty() ? "" : " or ",
+              rule.alternative, '.'));
 }
 
 void SymbolText::RequireDigits(std::string_view symbology, std::size_t from) const {
-  RequireCharacters(IsDigit, {Line(symbology, " takes the digits 0 to 9")}, from);
+  const std::string_view digits = m_bytes.substr(std::min(from, m_bytes.size()));
+  if (!AllDigits(digits)) {
+    RequireCharacters(IsDigit, {Line(symbology, " takes the digits 0 to 9")}, from);
+  }
 }
 
 void SymbolText::RequireCheckDigit(char expected) const {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -38,18 +38,33 @@ class SymbolText {
   [[noreturn]] void RefuseLength(const std::string& message) const;
 
   // Refuses the first character between two offsets that is not allowed.
-  void RequireCharacters(const std::function<bool(char)>& isAllowed, const CharacterRule& rule,
-                         std::size_t from = 0, std::size_t end = std::string_view::npos) const;
+  template <class IsAllowed>
+  void RequireCharacters(IsAllowed isAllowed, const CharacterRule& rule, std::size_t from = 0,
+                         std::size_t end = std::string_view::npos) const;
+  // symbology: the subject of the sentence.
   void RequireDigits(std::string_view symbology, std::size_t from = 0) const;
   // Refuses a text whose last digit is another one.
   void RequireCheckDigit(char expected) const;
 
  private:
+  [[noreturn]] void RefuseCharacter(const CharacterRule& rule, std::size_t offset) const;
+
   static constexpr std::string_view kTextField = "text";
   static constexpr std::string_view kRawField = "text_base64";
 
   std::string_view m_field;
   std::string_view m_bytes;
 };
+
+template <class IsAllowed>
+void SymbolText::RequireCharacters(IsAllowed isAllowed, const CharacterRule& rule, std::size_t from,
+                                   std::size_t end) const {
+  end = std::min(end, m_bytes.size());
+  for (std::size_t offset = from; offset < end; ++offset) {
+    if (!isAllowed(m_bytes[offset])) {
+      RefuseCharacter(rule, offset);
+    }
+  }
+}
 
 }  // namespace barcode::label

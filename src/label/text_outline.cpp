@@ -1,7 +1,8 @@
 #include "label/text_outline.h"
 
-#include <cmath>
 #include <cstddef>
+
+#include "base/numeric.h"
 
 namespace barcode::label {
 namespace {
@@ -32,7 +33,7 @@ Rotation Back(Rotation rotation) {
 }
 
 int WholeUnits(double dots, double size) {
-  return static_cast<int>(std::lround(dots * kUnitsPerEm / size));
+  return static_cast<int>(RoundToInt64(dots * kUnitsPerEm / size));
 }
 
 // A point of a glyph, y upwards.

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/numeric.h"
 #include "label/drawing.h"
 #include "label/font.h"
 
@@ -22,11 +24,12 @@ inline constexpr std::size_t kMissingToldOf = 8;
 // are in dots; sizes are whole.
 class TextLine {
  public:
-  // text: UTF-8. Characters that the font lacks become placeholders.
+  // text: UTF-8, which stays where it is. Characters that the font lacks become placeholders.
   TextLine(const Font& font, std::string_view text);
 
-  bool Empty() const { return m_glyphs.empty(); }
-  std::size_t Length() const { return m_glyphs.size(); }
+  std::string_view Text() const { return m_text; }
+  bool Empty() const { return m_letters.empty(); }
+  std::size_t Length() const { return m_letters.size(); }
   // The first characters without a glyph, each once, in their order.
   const std::u32string& Missing() const { return m_missing; }
 
@@ -43,17 +46,25 @@ class TextLine {
 
   // The line in one piece with the left end of its width at x, or one character around each centre.
   PlacedText SetAt(double x, double baseLine, int size) const;
-  PlacedText SetAround(const std::vector<double>& centres, double baseLine, int size) const;
+  // Calls centreOf(i) for the centre of each.
+  template <class CentreOf>
+  PlacedText SetAround(CentreOf centreOf, double baseLine, int size) const;
 
  private:
-  struct Ink;
+  struct Letter {
+    int glyph = 0;
+    double advance = 0;  // units
+  };
 
-  void IncludeInk(const Ink& ink, double pen);
+  // Positions are quarters of a dot: finer ones cannot be seen, and take more bytes to write.
+  static double Quartered(double position) { return static_cast<double>(RoundToInt64(position * 4.0)) / 4.0; }
+
+  void IncludeInk(const GlyphReach& ink, double pen);
   void IncludeEnd(const Font& font);
   double InkWidth() const { return m_inkRight - m_inkLeft; }
 
-  std::vector<int> m_glyphs;
-  std::vector<double> m_advances;  // units
+  std::string_view m_text;
+  std::vector<Letter> m_letters;
   std::u32string m_missing;
   double m_width = 0;     // of the advances
   double m_inkLeft = 0;   // 0, or less where ink leans out
@@ -62,5 +73,17 @@ class TextLine {
   double m_ascent = 0;
   double m_descent = 0;
 };
+
+template <class CentreOf>
+PlacedText TextLine::SetAround(CentreOf centreOf, double baseLine, int size) const {
+  PlacedText placed;
+  placed.size = size;
+  placed.glyphs.reserve(m_letters.size());
+  for (std::size_t i = 0; i < m_letters.size(); ++i) {
+    const double half = m_letters[i].advance * size / kUnitsPerEm / 2.0;
+    placed.glyphs.push_back({m_letters[i].glyph, Quartered(centreOf(i) - half), baseLine});
+  }
+  return placed;
+}
 
 }  // namespace barcode::label

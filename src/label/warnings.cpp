@@ -25,6 +25,10 @@ constexpr double kLeastContrast = 0.4;
 using Reflectance = std::array<double, 3>;
 
 double Linear(std::uint8_t component) {
+  constexpr std::uint8_t kAll = 255;
+  if (component == 0 || component == kAll) {
+    return component == kAll ? 1 : 0;
+  }
   const double value = component / 255.0;
   return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
 }

@@ -11,6 +11,17 @@ constexpr int kMin = std::numeric_limits<int>::min();
 constexpr int kMax = std::numeric_limits<int>::max();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
+TEST(Numeric, RoundsAsTheCLibraryDoes) {
+  for (const double value : {0.0, -0.0, 0.49999999999999994, -0.49999999999999994, 0.5, -0.5, 1.5, 2.5, -2.5,
+                             2.4999999999999996, 1e15 + 0.5, -1e15 - 0.5, 9e18, -9e18}) {
+    EXPECT_EQ(RoundToInt64(value), std::llround(value)) << value;
+  }
+  for (int i = -100'000; i <= 100'000; ++i) {
+    const double value = i / 128.0 * 3.7;
+    ASSERT_EQ(RoundToInt64(value), std::llround(value)) << value;
+  }
+}
+
 TEST(Numeric, TruncatesTowardZero) {
   EXPECT_EQ(TruncToInt(2.9), 2);
   EXPECT_EQ(TruncToInt(-2.9), -2);

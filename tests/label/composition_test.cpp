@@ -326,6 +326,70 @@ TEST(Composition, TextGivesWayToTheModuleInABoxButUnderStrictTheModuleDoes) {
   ExpectInside(strict.drawing);
 }
 
+// The box that a text which suffers is told of.
+std::optional<Size> NeededForText(const Composition& label) {
+  for (const Warning& warning : label.warnings) {
+    if (warning.code == ErrorCode::kTextShrunk || warning.code == ErrorCode::kTextLeftOut) {
+      return warning.needed;
+    }
+  }
+  return std::nullopt;
+}
+
+// A strict request whose text suffers, in the box that it is told of.
+void ExpectTextFitsWhatIsNeeded(const TypeInfo& type, Request request, const Symbol& symbol) {
+  request.strict = true;
+  const std::optional<Size> needed = NeededForText(Compose(type, request, symbol));
+  ASSERT_TRUE(needed);
+  request.module.reset();
+  request.width = needed->width;
+  request.height = needed->height;
+  const Composition label = Compose(type, request, symbol);
+  EXPECT_TRUE(label.warnings.empty()) << needed->width << " x " << needed->height;
+  EXPECT_EQ(label.drawing.width, needed->width);
+  EXPECT_EQ(label.drawing.height, needed->height);
+  EXPECT_FALSE(label.drawing.texts.empty());
+  ExpectInside(label.drawing);
+}
+
+TEST(Composition, StrictTextThatSuffersNamesTheSizeThatWouldDoAndItDoes) {
+  for (const Rotation rotation : {Rotation::kNone, Rotation::kQuarter}) {
+    for (const std::string& text : {std::string("ABCDEFGHIJ"), std::string(100, 'W')}) {
+      Request request;
+      request.rotate = rotation;
+      ExpectTextFitsWhatIsNeeded(LinearType(), request, LinearOf(text));
+      request.module = 3;
+      request.height = 90;
+      request.textScale = 1.5;
+      ExpectTextFitsWhatIsNeeded(LinearType(), request, LinearOf(text));
+      Request boxed;
+      boxed.rotate = rotation;
+      boxed.width = 70;
+      boxed.height = 70;
+      ExpectTextFitsWhatIsNeeded(LinearType(), boxed, LinearOf(text));
+      Request captioned;
+      captioned.rotate = rotation;
+      captioned.caption = text + text;
+      ExpectTextFitsWhatIsNeeded(MatrixType(), captioned, MatrixOf(21, 21, 1));
+    }
+  }
+}
+
+TEST(Composition, TextThatFitsNoPictureNamesNoSize) {
+  Request request;
+  request.strict = true;
+  request.quietZone = 0;  // the first digit stands in it
+  EXPECT_FALSE(NeededForText(Compose(RetailType(), request, RetailSymbol())));
+  request = {};
+  request.strict = true;
+  request.textScale = 8.0;  // the text grows faster than the picture
+  EXPECT_FALSE(NeededForText(Compose(LinearType(), request, LinearOf(std::string(30, 'W')))));
+  request.textScale.reset();
+  EXPECT_TRUE(NeededForText(Compose(LinearType(), request, LinearOf(std::string(30, 'W')))));
+  request.strict = false;  // the warning of a delivered label has none
+  EXPECT_FALSE(NeededForText(Compose(LinearType(), request, LinearOf(std::string(30, 'W')))));
+}
+
 TEST(Composition, BoxThatIsTooLowOrTooNarrowNamesTheSide) {
   Request request = WithoutText();
   request.width = 31;
@@ -471,7 +535,7 @@ TEST(Composition, CaptionOfAMatrixStandsBelowItsQuietZone) {
 TEST(Composition, PostalBarsAreAModuleWideAndSixHigh) {
   const Composition label = Compose(PostalType(), {}, PostalSymbol());
   EXPECT_EQ(label.columns, 133);
-  EXPECT_EQ(label.rows, 6);
+  EXPECT_EQ(label.rows, 1);
   EXPECT_EQ(label.drawing.width, (133 + 8) * 2);
   EXPECT_EQ(label.drawing.height, (6 + 8) * 2);
   const std::vector<DotRect>& dark = label.drawing.dark;

@@ -170,6 +170,12 @@ TEST(JsonRequest, TheFirstThingThatIsWrongIsNamed) {
   EXPECT_EQ(CodeAndField(R"({"text": "a", , "module": "x"})"), "bad_request of ");
 }
 
+TEST(JsonRequest, NumbersOutOfRangeAreNamedBeforeWhatFollows) {
+  EXPECT_EQ(CodeAndField(R"({"module": 0})"), "bad_value of module");
+  EXPECT_EQ(CodeAndField(R"({"module": 0, "no_field": 1})"), "bad_value of module");
+  EXPECT_EQ(CodeAndField(R"({"module": 101, "width": 0})"), "bad_value of module");
+}
+
 TEST(JsonRequest, WhatIsNoObject) {
   for (const char* const json : {"null", "true", "1", "-1", "1.5", "\"a\"", "[]", "[{}]", "1e400"}) {
     EXPECT_EQ(
@@ -209,10 +215,11 @@ TEST(JsonRequest, WhatIsNoJsonIsToldWithItsPlace) {
   EXPECT_EQ(place("\0"s), "bad_request of : The request has a zero byte at byte 1");
   EXPECT_EQ(place("{\"text\": \"\0\"}"s), "bad_request of : The request has a zero byte at byte 11");
   for (const char* const json :
-       {"{/**/}", "{\"bar_adjust\": 02}", "{\"module\": +2}", "{\"module\": .5}", "{\"bar_adjust\": 2.}",
-        "{\"strict\": True}", "{\"module\": NaN}", "{\"text\": \"\xC0\x80\"}", "{\"text\": \"\xED\xA0\x80\"}",
-        "{\"text\": \"\xF4\x90\x80\x80\"}", "{\"text\": \"\xE3\x81\"}", "{\"text\" \"a\"}", "{\"text\"}",
-        "}"}) {
+       {"{/**/}", "{\"bar_adjust\": 02}", "{\"module\": 02}", "{\"module\": 0002}", "{\"module\": -02}",
+        "{\"quiet_zone\": 1000 2}", "{\"module\": 0", "{\"module\": +2}", "{\"module\": .5}",
+        "{\"bar_adjust\": 2.}", "{\"strict\": True}", "{\"module\": NaN}", "{\"text\": \"\xC0\x80\"}",
+        "{\"text\": \"\xED\xA0\x80\"}", "{\"text\": \"\xF4\x90\x80\x80\"}", "{\"text\": \"\xE3\x81\"}",
+        "{\"text\" \"a\"}", "{\"text\"}", "}"}) {
     EXPECT_EQ(CodeAndField(json), "bad_request of ") << json;
   }
 }

@@ -12,9 +12,9 @@ namespace barcode::label {
 namespace {
 
 std::string Written(std::string_view text) {
-  std::string json;
-  AppendJsonString(json, text);
-  return json;
+  TextWriter json(0);
+  AddJsonString(json, text);
+  return json.Take();
 }
 
 TEST(JsonWriter, TextsAreEscaped) {
@@ -46,8 +46,7 @@ TEST(JsonWriter, WhatIsNoUtf8BecomesAReplacement) {
 }
 
 TEST(JsonWriter, CommasStandBetween) {
-  std::string text;
-  JsonWriter json(text);
+  JsonWriter json(0);
   json.BeginObject();
   json.Member("a", 1);
   json.Key("b");
@@ -64,7 +63,7 @@ TEST(JsonWriter, CommasStandBetween) {
   json.EndArray();
   json.MemberJson("e", "null");
   json.EndObject();
-  EXPECT_EQ(text, R"({"a":1,"b":[],"c":["x",0.5,{"d":true},false],"e":null})");
+  EXPECT_EQ(json.Take(), R"({"a":1,"b":[],"c":["x",0.5,{"d":true},false],"e":null})");
 }
 
 }  // namespace

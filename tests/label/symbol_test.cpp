@@ -159,7 +159,7 @@ TEST(EncodeSymbol, ThrowsNothingButLabelErrors) {
 TEST(Code39Symbol, UpperCaseAndStars) {
   const Symbol symbol = Encoded(Type::kCode39, "abc-1");
   EXPECT_EQ(symbol.text, "ABC-1");
-  EXPECT_THAT(symbol.lines, ElementsAre("*abc-1*"));
+  EXPECT_THAT(symbol.lines, ElementsAre("*ABC-1*"));
   EXPECT_EQ(PatternOf(symbol), PatternOf(Encoded(Type::kCode39, "ABC-1")));
   const Request plain = With(TextRequest("ABC"), &Request::showStartStop, false);
   EXPECT_THAT(EncodeSymbol(Type::kCode39, plain).lines, ElementsAre("ABC"));
@@ -196,7 +196,7 @@ TEST(Code39Symbol, TenThousandCharactersAndNoMore) {
 
 TEST(Code93Symbol, ShiftCharactersStandInFrontOfLetters) {
   EXPECT_EQ(Encoded(Type::kCode93, "!a1>Z?o?z").text, "!A1>Z?O?Z");
-  EXPECT_THAT(Encoded(Type::kCode93, "ab").lines, ElementsAre("ab"));
+  EXPECT_THAT(Encoded(Type::kCode93, "ab").lines, ElementsAre("AB"));
   ExpectBadText(
       Type::kCode93, "A!1",
       "A Code 93 shift character stands in front of a letter, A to Z; leave out the character \"!\" at "
@@ -255,7 +255,7 @@ TEST(Code128Symbol, Refusals) {
 TEST(Nw7Symbol, StartAndStopCharacters) {
   const Symbol framed = Encoded(Type::kNw7, "a12-3b");
   EXPECT_EQ(framed.text, "A12-3B");
-  EXPECT_THAT(framed.lines, ElementsAre("a12-3b"));
+  EXPECT_THAT(framed.lines, ElementsAre("A12-3B"));
   const Symbol plain = Encoded(Type::kNw7, "12-3");
   EXPECT_EQ(plain.text, "C12-3C");
   EXPECT_THAT(plain.lines, ElementsAre("12-3"));
