@@ -92,6 +92,7 @@ lint:
 
 bench: everything
 	build/release/bench/barcode_bench --benchmark_out=build/bench.json --benchmark_out_format=json
+	build/release/bench/batch_ratios
 
 PREFIX ?= /usr/local
 install: build

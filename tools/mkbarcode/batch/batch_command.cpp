@@ -1,6 +1,7 @@
 #include "mkbarcode/batch/batch_command.h"
 
 #include <fcntl.h>
+#include <sched.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -8,7 +9,8 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
-#include <filesystem>
+#include <memory>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -34,6 +36,36 @@ namespace barcode::tool {
 namespace {
 
 constexpr unsigned kMostThreads = 512;
+
+constexpr const char* kPurpose = "Makes a label for each row of a table or of lines of JSON.";
+constexpr const char* kNotes =
+    "A table is CSV with a header row of field names (type, text, quiet_zone ...); an empty cell counts as\n"
+    "absent. Lines of JSON are objects with the same fields. Options of labels are defaults of all rows.\n"
+    "With -o - each row becomes a line of JSON: {\"n\", \"ok\", \"media_type\", \"data\" (base64; for SVG "
+    "\"svg\"\n"
+    "as text), \"report\"}. A row that fails stops no other.\n"
+    "\n"
+    "Examples:\n"
+    "  mkbarcode batch parts.csv -o labels --name \"{type}/{text}.{format}\" --format svg\n"
+    "  mkbarcode batch parts.csv -o labels.zip --errors failed.jsonl\n"
+    "  database-export | mkbarcode batch - -o - | printer\n"
+    "\n"
+    "Exit status: 0 all drawn, 1 a row or the run failed, 2 wrong usage, 130 and 143 interrupted.";
+
+// What the command was asked for.
+struct BatchOptions {
+  std::string jobs;
+  std::string output;
+  std::optional<std::string> inputFormat;
+  std::optional<std::string> name;
+  std::string errors;  // "" is standard error
+  std::optional<unsigned> threads;
+  bool ignoreUnknown = false;
+  bool numberDuplicates = false;
+  bool resume = false;
+  bool quiet = false;
+  label::Request defaults;
+};
 
 enum class OutputKind { kDirectory, kTar, kZip, kJsonLines };
 
@@ -224,7 +256,7 @@ class BatchRun {
                            progress.Clear();
                            failures.Write(parcel.failures);
                          }
-                         progress.Tell(m_counts, parcel.bytesRead);
+                         progress.Tell(m_counts, parcel.bytesTaken);
                        },
                    .isInterrupted = [] { return Interruption::Signal() != 0; },
                    .wakeUp = [&] { interruption.WakeUp(); }});
@@ -250,46 +282,61 @@ class BatchRun {
   Counts m_counts;
 };
 
+// A text as it is: the parser takes brackets for lists otherwise.
+CLI::Option* AddText(CLI::App& app, const std::string& name, const std::string& help, std::string& value) {
+  return app.add_option(name, CLI::callback_t(), help)->each([&value](const std::string& given) {
+    value = given;
+  });
+}
+
+CLI::Option* AddText(CLI::App& app, const std::string& name, const std::string& help,
+                     std::optional<std::string>& value) {
+  return app.add_option(name, CLI::callback_t(), help)->each([&value](const std::string& given) {
+    value = given;
+  });
+}
+
+unsigned ReadThreads(const std::string& value) {
+  const bool isNumber = AllDigits(value) && !value.empty() && value.size() <= 3;
+  const unsigned long number = isNumber ? std::stoul(value) : 0;
+  if (number < 1 || number > kMostThreads) {
+    throw UsageError(Line("The option \"-j\" must be a whole number from 1 to ", kMostThreads, '.'));
+  }
+  return static_cast<unsigned>(number);
+}
+
 void AddOwnOptions(CLI::App& app, BatchOptions& options) {
-  app.add_option("JOBS", options.jobs,
-                 "The rows: a table (.csv) or lines of JSON (.jsonl, .ndjson, .json); - is standard input")
-      ->type_name("");
-  app.add_option("-o,--output", options.output,
-                 "A directory, FILE.zip or FILE.tar; - writes lines of JSON to standard output")
+  AddText(app, "JOBS",
+          "The rows: a table (.csv) or lines of JSON (.jsonl, .ndjson, .json); - is standard input",
+          options.jobs);
+  AddText(app, "-o,--output", "A directory, FILE.zip or FILE.tar; - writes lines of JSON to standard output",
+          options.output)
       ->type_name("OUTPUT");
-  app.add_option("--input-format", options.inputFormat,
-                 "csv or jsonl (default: by the suffix; jsonl for standard input)")
-      ->type_name("FORMAT");
-  app.add_option("--name", options.name,
-                 Line("Name of each file, with {n}, {n:06}, {FIELD} or {COLUMN}; / makes folders (default ",
-                      kDefaultName, ")"))
+  AddText(app, "--input-format", "How JOBS are written (default: by the suffix; jsonl for standard input)",
+          options.inputFormat)
+      ->type_name("csv|jsonl");
+  AddText(app, "--name",
+          Line("Name of each file, with {n}, {n:06}, {FIELD} or {COLUMN}; / makes folders (default ",
+               kDefaultName, ')'),
+          options.name)
       ->type_name("TEMPLATE");
   app.add_flag("--number-duplicates", options.numberDuplicates,
-               "Number rows with the name of an earlier one, instead of refusing them");
+               "Number the name of a row that an earlier one has, instead of refusing the row");
   app.add_flag("--resume", options.resume, "Skip rows whose file exists");
   app.add_flag("--ignore-unknown", options.ignoreUnknown, "Pass over columns that are no fields");
-  app.add_option_function<std::string>(
-         "-j,--jobs",
-         [&options](const std::string& value) {
-           const bool isNumber = AllDigits(value) && !value.empty() && value.size() <= 3;
-           const unsigned long number = isNumber ? std::stoul(value) : 0;
-           if (number < 1 || number > kMostThreads) {
-             throw UsageError(
-                 Line("-j must be a whole number from 1 to ", kMostThreads, ", not \"", value, "\""));
-           }
-           options.threads = static_cast<unsigned>(number);
-         },
-         "How many labels are drawn at a time (default: one for each core)")
-      ->type_name("N");
-  app.add_option("--errors", options.errors,
-                 "File for the rows that failed, in lines of JSON (default: standard error)")
+  app.add_option("-j,--jobs", CLI::callback_t(),
+                 "How many labels are drawn at a time (default: one for each core)")
+      ->type_name("N")
+      ->each([&options](const std::string& value) { options.threads = ReadThreads(value); });
+  AddText(app, "--errors", "File for the rows that failed, in lines of JSON (default: standard error)",
+          options.errors)
       ->type_name("FILE");
   app.add_flag("-q,--quiet", options.quiet, "No progress and no summary");
 }
 
 std::unique_ptr<CLI::App> BuildBatchApp(BatchOptions& options) {
-  auto app =
-      std::make_unique<CLI::App>("Draws a label for each row of a table or of lines of JSON.", "batch");
+  auto app = std::make_unique<CLI::App>(kPurpose, "batch");
+  app->footer(kNotes);
   app->set_help_flag("-h,--help", "Print this help");
   AddOwnOptions(*app, options);
   AddLabelOption(*app, options.defaults, label::InfoOf(label::FieldId::kType));
@@ -299,16 +346,18 @@ std::unique_ptr<CLI::App> BuildBatchApp(BatchOptions& options) {
 
 }  // namespace
 
-CommandDescription DescribeBatchCommand() {
+CommandDescription DescribeBatch() {
   BatchOptions options;
-  return Describe(*BuildBatchApp(options));
+  CommandDescription description = Describe(*BuildBatchApp(options));
+  description.usage = {"batch JOBS -o OUTPUT [OPTIONS]"};
+  return description;
 }
 
 int RunBatch(const std::vector<std::string>& arguments) {
   BatchOptions options;
   const std::unique_ptr<CLI::App> app = BuildBatchApp(options);
   if (!RunParser(*app, arguments)) {
-    WriteAll("-", HelpPage(Describe(*app)));
+    WriteAll("-", HelpPage(DescribeBatch()));
     return kExitDone;
   }
   return BatchRun(options).Run();

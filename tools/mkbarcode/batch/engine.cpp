@@ -75,7 +75,7 @@ void Engine::Work() {
       std::vector<NamedJob> jobs = Understand(batch);
       ClaimNames(batch.index, jobs);
       Parcel parcel;
-      parcel.bytesRead = batch.bytesRead;
+      parcel.bytesTaken = batch.bytesTaken;
       for (std::size_t i = 0; i < jobs.size() && !m_isStopped; ++i) {
         Make(batch.firstRow + i, jobs[i], *packer, parcel);
       }
@@ -130,7 +130,7 @@ bool Engine::TakeRows(Batch& batch) {
   }
   batch.index = m_batchesTaken++;
   batch.firstRow = m_rowsTaken + 1;
-  batch.bytesRead = m_parts.jobs.Rows().BytesRead();
+  batch.bytesTaken = m_parts.jobs.Rows().BytesTaken();
   m_rowsTaken += batch.rows.size();
   return true;
 }

@@ -63,7 +63,7 @@ class Engine {
       RowProblem problem = RowProblem::kNone;
     };
     std::vector<Piece> rows;
-    std::uint64_t bytesRead = 0;
+    std::uint64_t bytesTaken = 0;
   };
   struct NamedJob {
     RawRow raw;

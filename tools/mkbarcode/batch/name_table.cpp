@@ -139,6 +139,8 @@ void NameTable::Grow(Shard& shard) {
   larger.capacity = larger.bytes / kSlotBytes;
   larger.memory = m_memory.Allocate(larger.bytes);
   larger.size = shard.size;
+  m_bytes += larger.bytes;
+  m_largestBytes = std::max(m_largestBytes, m_bytes);
   for (std::size_t i = 0; i < shard.capacity; ++i) {
     const Hash hash = {shard.Keys()[i], shard.Tags()[i]};
     if (hash.key != 0) {
@@ -150,6 +152,7 @@ void NameTable::Grow(Shard& shard) {
   if (shard.memory != nullptr) {
     TableMemory::Free(shard.memory, shard.bytes);
   }
+  m_bytes -= shard.bytes;
   shard = larger;
 }
 
@@ -164,14 +167,6 @@ void NameTable::CountAccess() {
       madvise(shard.memory, shard.bytes, MADV_DONTNEED);
     }
   }
-}
-
-std::size_t NameTable::Bytes() const {
-  std::size_t bytes = 0;
-  for (const Shard& shard : m_shards) {
-    bytes += shard.bytes;
-  }
-  return bytes;
 }
 
 // Numbers are given one behind the other: the first free one is found by halving, not by trying all.

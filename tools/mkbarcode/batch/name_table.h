@@ -45,8 +45,8 @@ class NameTable {
   bool Add(std::string_view name);
   bool Contains(std::string_view name);
 
-  // Of all tables.
-  std::size_t Bytes() const;
+  // What all of it has taken at most so far.
+  std::size_t LargestBytes() const { return m_largestBytes; }
 
  private:
   struct Hash {
@@ -75,6 +75,8 @@ class NameTable {
 
   TableMemory m_memory;
   std::array<Shard, std::size_t{1} << kShardBits> m_shards{};
+  std::size_t m_bytes = 0;
+  std::size_t m_largestBytes = 0;
   unsigned m_accesses = 0;
 };
 

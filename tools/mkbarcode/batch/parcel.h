@@ -27,7 +27,7 @@ struct Parcel {
   std::string directory;  // of a zip file: the entries of its directory
   std::string failures;   // JSON lines
   Counts counts;
-  std::uint64_t bytesRead = 0;  // of the input, with the last of these rows
+  std::uint64_t bytesTaken = 0;  // of the input, with the last of these rows
 };
 
 }  // namespace barcode::tool

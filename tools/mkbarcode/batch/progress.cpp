@@ -45,7 +45,7 @@ Progress::Shown Progress::OnStandardError(bool isQuiet) {
 Progress::Progress(Shown shown, std::optional<std::uint64_t> inputSize)
     : m_shown(shown), m_inputSize(inputSize), m_start(Clock::now()), m_last(m_start) {}
 
-void Progress::Tell(const Counts& counts, std::uint64_t bytesRead) {
+void Progress::Tell(const Counts& counts, std::uint64_t bytesTaken) {
   if (m_shown == Shown::kNothing) {
     return;
   }
@@ -57,7 +57,7 @@ void Progress::Tell(const Counts& counts, std::uint64_t bytesRead) {
   m_last = now;
   std::optional<double> done;
   if (m_inputSize && *m_inputSize > 0) {
-    done = std::min(1.0, static_cast<double>(bytesRead) / static_cast<double>(*m_inputSize));
+    done = std::min(1.0, static_cast<double>(bytesTaken) / static_cast<double>(*m_inputSize));
   }
   const std::string text = ProgressText(counts, done, std::chrono::duration<double>(now - m_start).count());
   if (isBar) {

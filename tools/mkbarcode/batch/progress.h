@@ -22,7 +22,7 @@ class Progress {
 
   static Shown OnStandardError(bool isQuiet);
 
-  void Tell(const Counts& counts, std::uint64_t bytesRead);
+  void Tell(const Counts& counts, std::uint64_t bytesTaken);
   // Takes the bar off the terminal, for something else to be written there.
   void Clear();
 

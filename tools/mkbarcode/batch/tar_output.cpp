@@ -4,6 +4,9 @@
 #include <archive_entry.h>
 #include <dlfcn.h>
 
+#include <clocale>
+#include <new>
+
 #include "base/line.h"
 #include "mkbarcode/batch/archive_file.h"
 #include "mkbarcode/batch/output.h"
@@ -17,7 +20,6 @@ struct ArchiveLibrary {
   decltype(&archive_write_new) writeNew = nullptr;
   decltype(&archive_write_set_format_pax_restricted) setFormat = nullptr;
   decltype(&archive_write_set_bytes_per_block) setBytesPerBlock = nullptr;
-  decltype(&archive_write_set_options) setOptions = nullptr;
   decltype(&archive_write_open) open = nullptr;
   decltype(&archive_write_header) header = nullptr;
   decltype(&archive_write_data) data = nullptr;
@@ -54,7 +56,6 @@ ArchiveLibrary OpenLibrary() {
   Find(library, "archive_write_new", functions.writeNew);
   Find(library, "archive_write_set_format_pax_restricted", functions.setFormat);
   Find(library, "archive_write_set_bytes_per_block", functions.setBytesPerBlock);
-  Find(library, "archive_write_set_options", functions.setOptions);
   Find(library, "archive_write_open", functions.open);
   Find(library, "archive_write_header", functions.header);
   Find(library, "archive_write_data", functions.data);
@@ -74,6 +75,25 @@ ArchiveLibrary OpenLibrary() {
   return functions;
 }
 
+// While it lives, this thread has texts in UTF-8: libarchive takes names in the encoding of the locale, and
+// the program runs in that of C.
+class Utf8Locale {
+ public:
+  Utf8Locale() : m_locale(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)), m_before(uselocale(m_locale)) {}
+  Utf8Locale(const Utf8Locale&) = delete;
+  Utf8Locale& operator=(const Utf8Locale&) = delete;
+  ~Utf8Locale() {
+    uselocale(m_before);
+    if (m_locale != nullptr) {
+      freelocale(m_locale);
+    }
+  }
+
+ private:
+  locale_t m_locale;  // null where the system has none: names are then marked as bytes
+  locale_t m_before;
+};
+
 // Writes a part of a tar file into a text.
 class TarWriter {
  public:
@@ -83,8 +103,6 @@ class TarWriter {
       throw std::bad_alloc();
     }
     Check(library.setFormat(m_archive));
-    // Names are in UTF-8 and go as they are, whatever the locale.
-    Check(library.setOptions(m_archive, "hdrcharset=BINARY"));
     Check(library.setBytesPerBlock(m_archive, 0));
     Check(library.open(m_archive, &m_out, nullptr, &TarWriter::Take, nullptr));
   }
@@ -145,6 +163,7 @@ class TarPacker : public Packer {
   }
 
  private:
+  Utf8Locale m_locale;  // a packer serves the thread that made it
   TarWriter m_writer;
 };
 

@@ -14,7 +14,7 @@ namespace barcode::tool {
 namespace {
 
 constexpr std::array kCommands = {
-    CommandEntry{"batch", RunBatch, DescribeBatchCommand},
+    CommandEntry{"batch", RunBatch, DescribeBatch},
     CommandEntry{"sheet", RunSheet, DescribeSheetCommand},
     CommandEntry{"library", RunLibraryCommand, DescribeLibraryCommand},
     CommandEntry{"gallery", RunGalleryCommand, DescribeGalleryCommand},

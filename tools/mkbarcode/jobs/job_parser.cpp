@@ -59,8 +59,8 @@ const FieldInfo* FieldLike(std::string_view name) {
   std::replace_if(
       plain.begin(), plain.end(), [](char c) { return c == '-' || c == ' '; }, '_');
   const std::span<const FieldInfo> fields = label::AllFields();
-  const auto found =
-      std::find_if(fields.begin(), fields.end(), [&](const FieldInfo& field) { return ToUpper(field.name) == plain; });
+  const auto found = std::find_if(fields.begin(), fields.end(),
+                                  [&](const FieldInfo& field) { return ToUpper(field.name) == plain; });
   return found == fields.end() ? nullptr : &*found;
 }
 
@@ -87,7 +87,9 @@ std::string AsJsonValue(const FieldInfo& field, const std::string& cell) {
   const char* const end = cell.data() + cell.size();
   if (const auto [stop, error] = std::from_chars(cell.data(), end, number);
       mayBeNumber && error == std::errc() && stop == end && std::isfinite(number)) {
-    return nlohmann::json::accept(cell) ? cell : nlohmann::json(number).dump();
+    constexpr double kManyDigits = 1e15;
+    const bool isWhole = number == std::trunc(number) && std::abs(number) < kManyDigits;
+    return isWhole ? Line(static_cast<std::int64_t>(number)) : nlohmann::json(number).dump();
   }
   if (field.kind == FieldKind::kBoolean) {
     const std::string word = ToUpper(std::string_view(cell));

@@ -15,9 +15,9 @@ namespace barcode::tool {
 
 // What the rows may hold.
 struct JobRules {
-  label::Request defaults;  // what a row does not say
+  label::Request defaults = {};  // what a row does not say
   // Names that are no fields and whose values are wanted. Other columns that are no fields are refused.
-  std::vector<std::string> extraColumns;
+  std::vector<std::string> extraColumns = {};
   bool ignoreUnknown = false;
 };
 

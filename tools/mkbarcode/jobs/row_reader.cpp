@@ -214,9 +214,7 @@ RowReader::RowReader(int descriptor, std::string name, InputFormat format, int w
     : m_descriptor(descriptor), m_name(std::move(name)), m_wakeUp(wakeUp), m_cutter(format) {}
 
 std::optional<RawRow> RowReader::Next() {
-  const std::optional<RawRow> row = m_cutter.Next();
-  m_rowsTaken += row ? 1 : 0;
-  return row;
+  return m_cutter.Next();
 }
 
 RowReader::Filled RowReader::Fill() {

@@ -39,6 +39,8 @@ class RowCutter {
   };
   Room RoomForInput();
   void Add(std::size_t count) { m_end += count; }
+  // Bytes that belong to no row yet that was taken.
+  std::size_t BytesPending() const { return m_end - m_begin; }
   // No more will come: what is left is the last row.
   void AddEnd() { m_isEnded = true; }
 
@@ -94,9 +96,8 @@ class RowReader {
   // All input has been read: when Next finds no row, there is none.
   bool IsAtEnd() const { return m_isAtEnd; }
 
-  std::uint64_t BytesRead() const { return m_bytesRead; }
-  // Of the rows that were taken; 0 before the first.
-  std::uint64_t RowsTaken() const { return m_rowsTaken; }
+  // Of the rows that were taken.
+  std::uint64_t BytesTaken() const { return m_bytesRead - m_cutter.BytesPending(); }
 
  private:
   int m_descriptor;
@@ -104,7 +105,6 @@ class RowReader {
   int m_wakeUp;
   RowCutter m_cutter;
   std::uint64_t m_bytesRead = 0;
-  std::uint64_t m_rowsTaken = 0;
   bool m_isAtEnd = false;
 };
 

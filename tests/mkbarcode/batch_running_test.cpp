@@ -1,0 +1,286 @@
+// `mkbarcode batch` while it runs: streams, signals, threads, its parts that put rows into order.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <random>
+#include <thread>
+
+#include "base/line.h"
+#include "label/label.h"
+#include "mkbarcode/batch/parcel_queue.h"
+#include "mkbarcode/batch/progress.h"
+#include "mkbarcode/program_runner.h"
+#include "mkbarcode/quoting.h"
+#include "mkbarcode/running_program.h"
+
+namespace barcode::tool {
+namespace {
+
+using testing::AllOf;
+using testing::Each;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+using testing::StartsWith;
+
+constexpr std::string_view kRow = "{\"type\":\"code128\",\"text\":\"Pallet 771204\"}\n";
+
+std::string ManyRows(int rows) {
+  std::string text;
+  for (int i = 0; i < rows; ++i) {
+    text += kRow;
+  }
+  return text;
+}
+
+TEST(BatchRunning, ARowComesOutWhileTheInputIsOpen) {
+  for (const char* const threads : {"1", "3"}) {
+    const ScratchDirectory scratch;
+    RunningProgram program({"batch", "-", "-o", "-", "-j", threads}, scratch.File("errors"));
+    for (int i = 1; i <= 3; ++i) {
+      program.Write(kRow);
+      EXPECT_THAT(program.ReadLine(), AllOf(StartsWith(Line("{\"n\":", i, ',')), EndsWith("}\n")));
+    }
+    program.CloseInput();
+    EXPECT_EQ(program.ReadToEnd(), "");
+    EXPECT_EQ(program.Wait(), 0);
+  }
+}
+
+TEST(BatchRunning, ATableStreamsToo) {
+  const ScratchDirectory scratch;
+  RunningProgram program({"batch", "-", "--input-format", "csv", "-o", "-"}, scratch.File("errors"));
+  program.Write("type,text\r\n");
+  program.Write("qr,\"a\nb\"\r");
+  EXPECT_THAT(program.ReadLine(), StartsWith("{\"n\":1,\"ok\":true"));
+  program.Write("\nqr,c\n");
+  EXPECT_THAT(program.ReadLine(), StartsWith("{\"n\":2,\"ok\":true"));
+}
+
+TEST(BatchRunning, FilesAppearWhileTheInputIsOpen) {
+  const ScratchDirectory scratch;
+  RunningProgram program({"batch", "-", "-o", scratch.File("out")}, scratch.File("errors"));
+  program.Write(kRow);
+  EXPECT_TRUE(Eventually([&] { return std::filesystem::exists(scratch.File("out/000001.png")); }));
+}
+
+TEST(BatchRunning, ASlowReaderHoldsItBack) {
+  const ScratchDirectory scratch;
+  const RunningProgram program({"batch", "-", "-o", "-", "-j", "2"}, scratch.File("errors"));
+  const std::string rows = ManyRows(1000);
+  std::size_t taken = 0;
+  int idle = 0;
+  while (idle < 100) {  // a second in which nothing was taken
+    const std::size_t more = program.WriteWhatIsTaken(rows);
+    taken += more;
+    idle = more == 0 ? idle + 1 : 0;
+    usleep(10'000);
+    ASSERT_LT(taken, 4'000'000);
+  }
+  EXPECT_GT(taken, 10'000);
+}
+
+TEST(BatchRunning, AReaderThatIsGoneEndsItThoughTheInputIsOpen) {
+  const ScratchDirectory scratch;
+  RunningProgram program({"batch", "-", "-o", "-", "-j", "2"}, scratch.File("errors"));
+  program.Write(kRow);
+  program.ReadLine();
+  program.CloseOutput();
+  program.Write(kRow);
+  EXPECT_EQ(program.Wait(), 1);
+  EXPECT_EQ(ReadFile(scratch.File("errors")), "mkbarcode: cannot write to standard output: Broken pipe\n");
+}
+
+class BatchSignal : public testing::TestWithParam<int> {};
+
+TEST_P(BatchSignal, LinesOfJsonEndWithAWholeRow) {
+  const ScratchDirectory scratch;
+  RunningProgram program({"batch", "-", "-o", "-"}, scratch.File("errors"));
+  program.Write(ManyRows(10));
+  std::string last = program.ReadLine();
+  program.Signal(GetParam());
+  const std::string rest = program.ReadToEnd();
+  EXPECT_EQ(program.Wait(), 128 + GetParam());
+  EXPECT_TRUE(rest.empty() || rest.ends_with("}\n"));
+  const auto rows = 1 + std::count(rest.begin(), rest.end(), '\n');
+  EXPECT_THAT(ReadFile(scratch.File("errors")),
+              HasSubstr(Line("interrupted after row ", rows, ". What is missing are the rows from ", rows + 1,
+                             " on.\n")));
+}
+
+TEST_P(BatchSignal, FilesAreWholeAndResumeGoesOn) {
+  const ScratchDirectory scratch;
+  constexpr int kRows = 5'000;
+  WriteFile(scratch.File("jobs.jsonl"), ManyRows(kRows));
+  const std::vector<std::string> arguments = {"batch", scratch.File("jobs.jsonl"), "-o", scratch.File("out")};
+  RunningProgram program(arguments, scratch.File("errors"));
+  ASSERT_TRUE(Eventually([&] { return std::filesystem::exists(scratch.File("out/000100.png")); }));
+  program.Signal(GetParam());
+  EXPECT_EQ(program.Wait(), 128 + GetParam());
+  EXPECT_THAT(ReadFile(scratch.File("errors")),
+              HasSubstr("The same command with --resume goes on from there."));
+  const std::string picture = label::MakeFromJson(kRow).data;
+  std::size_t files = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(scratch.File("out"))) {
+    ++files;
+    ASSERT_EQ(ReadFile(entry.path()), picture);
+  }
+  ASSERT_LT(files, kRows);
+  EXPECT_THAT(ReadFile(scratch.File("errors")), HasSubstr(Line("interrupted after row ", files, '.')));
+  std::vector<std::string> resuming = arguments;
+  resuming.emplace_back("--resume");
+  const Outcome outcome = RunProgram(resuming);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.errors,
+              HasSubstr(Line(kRows, " rows: ", kRows - files, " drawn, ", files, " there already")));
+}
+
+TEST_P(BatchSignal, AnArchiveIsRemoved) {
+  for (const char* const output : {"a.zip", "a.tar"}) {
+    const ScratchDirectory scratch;
+    RunningProgram program({"batch", "-", "-o", scratch.File(output)}, scratch.File("errors"));
+    program.Write(ManyRows(5'000));  // more than a pipe holds: it has begun
+    program.Signal(GetParam());
+    EXPECT_EQ(program.Wait(), 128 + GetParam());
+    EXPECT_THAT(ReadFile(scratch.File("errors")),
+                AllOf(HasSubstr("interrupted"), HasSubstr("was not written")));
+    EXPECT_THAT(scratch.Names(), ElementsAre("errors"));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, BatchSignal, testing::Values(SIGINT, SIGTERM));
+
+TEST(BatchRunning, ASignalBeforeTheHeaderEndsIt) {
+  const ScratchDirectory scratch;
+  RunningProgram program({"batch", "-", "--input-format", "csv", "-o", scratch.File("out")},
+                         scratch.File("errors"));
+  usleep(200'000);
+  program.Signal(SIGTERM);
+  EXPECT_EQ(program.Wait(), 128 + SIGTERM);
+  EXPECT_THAT(scratch.Names(), ElementsAre("errors"));
+}
+
+// The first one waits for the reader, for ever; the second one does not.
+TEST(BatchRunning, ASecondSignalEndsItAtOnce) {
+  const ScratchDirectory scratch;
+  RunningProgram program({"batch", "-", "-o", "-"}, scratch.File("errors"));
+  std::size_t taken = 0;
+  for (int i = 0; i < 50; ++i) {
+    taken += program.WriteWhatIsTaken(ManyRows(1000));
+    usleep(10'000);
+  }
+  ASSERT_GT(taken, 0);
+  program.Signal(SIGINT);
+  usleep(300'000);
+  program.Signal(SIGINT);
+  EXPECT_EQ(program.Wait(), 1000 + SIGINT);
+}
+
+TEST(BatchRunning, AKillLeavesWholeFilesAlone) {
+  const ScratchDirectory scratch;
+  const std::string picture = label::MakeFromJson(kRow).data;
+  for (int round = 0; round < 5; ++round) {
+    RunningProgram program({"batch", "-", "-o", scratch.File("out"), "-j", "3"}, scratch.File("errors"));
+    program.Write(ManyRows(300));
+    ASSERT_TRUE(Eventually([&] { return std::filesystem::exists(scratch.File("out/000030.png")); }));
+    program.Signal(SIGKILL);
+    EXPECT_EQ(program.Wait(), 1000 + SIGKILL);
+    for (const auto& entry : std::filesystem::directory_iterator(scratch.File("out"))) {
+      ASSERT_EQ(ReadFile(entry.path()), picture) << entry.path();
+    }
+    std::filesystem::remove_all(scratch.File("out"));
+  }
+  RunningProgram archive({"batch", "-", "-o", scratch.File("a.zip")}, scratch.File("errors"));
+  archive.Write(ManyRows(1000));
+  archive.Signal(SIGKILL);
+  archive.Wait();
+  EXPECT_THAT(scratch.Names(), ElementsAre("errors"));
+}
+
+// KiB that the program took at most.
+long PeakMemory(const ScratchDirectory& scratch, int rows, const std::string& output) {
+  WriteFile(scratch.File("jobs.jsonl"), ManyRows(rows));
+  const Outcome outcome =
+      RunShell(Concat({"python3 -c 'import resource, subprocess, sys\n"
+                       "subprocess.run(sys.argv[1:], stdout=subprocess.DEVNULL, check=True)\n"
+                       "print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)' ",
+                       Program(), " batch ", scratch.File("jobs.jsonl"), " -q -j 2 -o ", output}));
+  EXPECT_EQ(outcome.errors, "");
+  return std::stol('0' + outcome.output);
+}
+
+TEST(BatchRunning, MemoryDoesNotGrowWithTheRows) {
+  const ScratchDirectory scratch;
+  for (const std::string& output : {std::string("-"), scratch.File("a.zip"), scratch.File("a.tar")}) {
+    const long few = PeakMemory(scratch, 2'000, output);
+    const long many = PeakMemory(scratch, 12'000, output);
+    EXPECT_GT(few, 1'000);
+    EXPECT_LT(many, few + 1'500) << output;
+  }
+}
+
+TEST(Progress, TellsRowsRateTimeAndFailures) {
+  EXPECT_EQ(ProgressText({.rows = 1200, .failed = 3}, 0.25, 10),
+            "1200 rows, 25 %, 120 a second, 00:30 left, 3 failed");
+  EXPECT_EQ(ProgressText({.rows = 1}, std::nullopt, 2), "1 row, 1 a second, 0 failed");
+  EXPECT_EQ(ProgressText({.rows = 10}, 0.001, 10), "10 rows, 0 %, 1 a second, 2:46:30 left, 0 failed");
+  EXPECT_EQ(Bar(0), "[------------------------]");
+  EXPECT_EQ(Bar(0.5), "[############------------]");
+  EXPECT_EQ(Bar(1), "[########################]");
+}
+
+// script(1) gives the program a terminal.
+TEST(BatchRunning, ATerminalHasABar) {
+  const ScratchDirectory scratch;
+  WriteFile(scratch.File("jobs.jsonl"), ManyRows(8'000));
+  const Outcome outcome = RunShell(Concat(
+      {"script -qec '", Program(), " batch ", scratch.File("jobs.jsonl"), " -o - >/dev/null' /dev/null"}));
+  EXPECT_THAT(outcome.output, HasSubstr("\r["));
+  EXPECT_THAT(outcome.output, HasSubstr(" left, 0 failed\x1B[K"));
+  EXPECT_THAT(outcome.output, HasSubstr("\r\x1B[Kmkbarcode: 8000 rows: 8000 drawn, 0 failed"));
+  const Outcome quiet = RunShell(Concat(
+      {"script -qec '", Program(), " batch ", scratch.File("jobs.jsonl"), " -q -o - >/dev/null' /dev/null"}));
+  EXPECT_EQ(quiet.output, "");
+}
+
+TEST(ParcelQueue, PassesOnInOrderFromManyThreads) {
+  constexpr std::uint64_t kParcels = 20'000;
+  std::vector<std::string> taken;
+  ParcelQueue queue([&](Parcel& parcel) { taken.push_back(parcel.bytes); }, 8);
+  std::atomic<std::uint64_t> next = 0;
+  {
+    std::vector<std::jthread> threads;
+    for (int i = 0; i < 4; ++i) {
+      threads.emplace_back([&] {
+        for (std::uint64_t index = next++; index < kParcels; index = next++) {
+          Parcel parcel;
+          parcel.bytes = Line(index);
+          queue.Deliver(index, std::move(parcel));
+        }
+      });
+    }
+  }
+  ASSERT_EQ(taken.size(), kParcels);
+  for (std::uint64_t i = 0; i < kParcels; ++i) {
+    ASSERT_EQ(taken[i], Line(i));
+  }
+}
+
+TEST(ParcelQueue, AnAbandonedOneLetsEverybodyGo) {
+  ParcelQueue queue([](Parcel&) { FAIL(); }, 2);
+  std::jthread waiting([&] { queue.Deliver(5, {}); });
+  queue.Abandon();
+  waiting.join();
+  queue.Deliver(0, {});
+}
+
+}  // namespace
+}  // namespace barcode::tool

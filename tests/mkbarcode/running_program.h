@@ -1,0 +1,53 @@
+#pragma once
+
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace barcode::tool {
+
+// The built program, while it runs: its standard input and output are pipes of the test, its standard error
+// goes to a file.
+class RunningProgram {
+ public:
+  RunningProgram(const std::vector<std::string>& arguments, const std::string& errorFile);
+  RunningProgram(const RunningProgram&) = delete;
+  RunningProgram& operator=(const RunningProgram&) = delete;
+  // Kills what still runs.
+  ~RunningProgram();
+
+  void Write(std::string_view bytes) const;
+  // As many as are taken without waiting, of at most so many.
+  std::size_t WriteWhatIsTaken(std::string_view bytes) const;
+  void CloseInput();
+  void CloseOutput();
+  // The next line of the output, with its end; what there is when none comes within twenty seconds.
+  std::string ReadLine();
+  std::string ReadToEnd();
+  void Signal(int signal) const;
+  // The exit status; 1000 and the signal's number when one ended it.
+  int Wait();
+
+ private:
+  pid_t m_process = -1;
+  int m_input = -1;
+  int m_output = -1;
+  std::string m_read;
+};
+
+// Whether it becomes true within twenty seconds.
+template <class Condition>
+bool Eventually(const Condition& condition) {
+  for (int i = 0; i < 2000; ++i) {
+    if (condition()) {
+      return true;
+    }
+    usleep(10'000);
+  }
+  return false;
+}
+
+}  // namespace barcode::tool
