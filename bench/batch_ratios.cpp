@@ -97,6 +97,7 @@ double LibraryDraw() {
   const label::Composition composition =
       label::Compose(type, request, label::EncodeSymbol(type.type, request));
   const std::unique_ptr<BarcodeHandleRecord, Destroy> object(barcode_create(BARCODE_CODE128));
+  std::fflush(stdout);
   const int saved = dup(STDOUT_FILENO);
   dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);
   const double start = OwnCpuSeconds();

@@ -251,6 +251,22 @@ TEST(BatchRunning, ATerminalHasABar) {
   EXPECT_EQ(quiet.output, "");
 }
 
+TEST(BatchRunning, ElsewhereThereIsALineEveryTenSeconds) {
+  const ScratchDirectory scratch;
+  RunningProgram program({"batch", "-", "-o", "-"}, scratch.File("errors"));
+  program.Write(kRow);
+  program.ReadLine();
+  constexpr unsigned kTenSeconds = 10'100'000;
+  usleep(kTenSeconds);
+  program.Write("nonsense\n");
+  program.ReadLine();
+  program.CloseInput();
+  EXPECT_EQ(program.Wait(), 1);
+  EXPECT_THAT(
+      ReadFile(scratch.File("errors")),
+      HasSubstr("}\nmkbarcode: 2 rows, 0 a second, 1 failed\nmkbarcode: 2 rows: 1 drawn, 1 failed\n"));
+}
+
 TEST(ParcelQueue, PassesOnInOrderFromManyThreads) {
   constexpr std::uint64_t kParcels = 20'000;
   std::vector<std::string> taken;

@@ -5,6 +5,7 @@
 
 #include "base/base64.h"
 #include "label/json_writer.h"
+#include "label/text_writer.h"
 #include "mkbarcode/batch/output.h"
 #include "mkbarcode/descriptor.h"
 
@@ -13,29 +14,32 @@ namespace {
 
 constexpr std::string_view kSvg = "image/svg+xml";
 
-void AppendData(std::string& line, const label::Label& label) {
-  if (label.mediaType == kSvg) {
-    line += R"(","svg":)";
-    label::AppendJsonString(line, label.data);
-    return;
-  }
-  line += R"(","data":")";
-  AppendBase64(line, {reinterpret_cast<const std::uint8_t*>(label.data.data()), label.data.size()});
-  line += '"';
-}
-
 class JsonLinesPacker : public Packer {
  public:
   void Pack(const FinishedRow& row, Parcel& parcel) override {
-    std::string& line = parcel.bytes;
-    AppendPieces(line, R"({"n":)", row.number, R"(,"ok":true,"media_type":")", row.label.mediaType);
-    AppendData(line, row.label);
-    AppendPieces(line, R"(,"report":)", row.label.report, "}\n");
+    AppendPieces(parcel.bytes, R"({"n":)", row.number, R"(,"ok":true,"media_type":")", row.label.mediaType);
+    AppendData(row.label, parcel.bytes);
+    AppendPieces(parcel.bytes, R"(,"report":)", row.label.report, "}\n");
   }
 
   void PackRefused(const FinishedRow& row, Parcel& parcel) override {
     AppendPieces(parcel.bytes, R"({"n":)", row.number, R"(,"ok":false,"report":)", row.label.report, "}\n");
   }
+
+ private:
+  void AppendData(const label::Label& label, std::string& line) {
+    if (label.mediaType == kSvg) {
+      m_quoted.Shorten(0);
+      label::AddJsonString(m_quoted, label.data);
+      AppendPieces(line, R"(","svg":)", m_quoted.Written());
+      return;
+    }
+    line += R"(","data":")";
+    AppendBase64(line, {reinterpret_cast<const std::uint8_t*>(label.data.data()), label.data.size()});
+    line += '"';
+  }
+
+  label::TextWriter m_quoted{0};
 };
 
 class JsonLines : public Output {

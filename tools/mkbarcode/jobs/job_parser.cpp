@@ -12,7 +12,6 @@
 #include "label/excerpt.h"
 #include "label/field_values.h"
 #include "label/json_request.h"
-#include "label/json_writer.h"
 #include "mkbarcode/errors.h"
 #include "mkbarcode/jobs/json_members.h"
 #include "mkbarcode/jobs/table_row.h"
@@ -100,9 +99,7 @@ std::string AsJsonValue(const FieldInfo& field, const std::string& cell) {
       return "false";
     }
   }
-  std::string quoted;
-  label::AppendJsonString(quoted, cell);
-  return quoted;
+  return JsonString(cell);
 }
 
 }  // namespace
@@ -235,30 +232,23 @@ std::string JobParser::AsJson(const RawRow& row) const {
       return std::string(row.bytes);
     }
   }
-  std::string text;
-  label::AppendJsonString(text, row.bytes);
-  return text;
+  return JsonString(row.bytes);
 }
 
 std::string JobParser::TableRowAsJson(std::string_view bytes) const {
   const TableRow row = CellsOf(bytes);
-  std::string json;
   if (row.problem || row.cells.size() != m_columns.size()) {
-    label::AppendJsonString(json, bytes);
-    return json;
+    return JsonString(bytes);
   }
+  std::string json;
   for (std::size_t i = 0; i < m_columns.size(); ++i) {
     if (row.cells[i].empty()) {
       continue;
     }
     json += json.empty() ? "{" : ",";
-    label::AppendJsonString(json, m_columns[i].name);
-    json += ':';
-    if (m_columns[i].field != nullptr) {
-      json += AsJsonValue(*m_columns[i].field, row.cells[i]);
-    } else {
-      label::AppendJsonString(json, row.cells[i]);
-    }
+    const FieldInfo* const field = m_columns[i].field;
+    AppendPieces(json, JsonString(m_columns[i].name), ':',
+                 field != nullptr ? AsJsonValue(*field, row.cells[i]) : JsonString(row.cells[i]));
   }
   return json.empty() ? "{}" : json + '}';
 }

@@ -3,6 +3,9 @@
 #include <cstddef>
 #include <nlohmann/json.hpp>
 
+#include "label/json_writer.h"
+#include "label/text_writer.h"
+
 namespace barcode::tool {
 namespace {
 
@@ -84,6 +87,12 @@ std::string PlainText(std::string_view value) {
     return "";
   }
   return value.starts_with('"') ? nlohmann::json::parse(value).get<std::string>() : std::string(value);
+}
+
+std::string JsonString(std::string_view text) {
+  label::TextWriter writer(text.size() + 2);
+  label::AddJsonString(writer, text);
+  return writer.Take();
 }
 
 }  // namespace barcode::tool

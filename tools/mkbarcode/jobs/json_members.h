@@ -20,4 +20,7 @@ std::optional<std::vector<JsonMember>> MembersOf(std::string_view json);
 // The value as a plain text: of a string its characters, of anything else what is written, of null nothing.
 std::string PlainText(std::string_view value);
 
+// A text as a JSON string, in quotes; what is not UTF-8 in it becomes U+FFFD.
+std::string JsonString(std::string_view text);
+
 }  // namespace barcode::tool
