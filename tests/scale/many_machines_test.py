@@ -4,7 +4,9 @@
 Two ssh servers of the test's own, on loopback ports with keys of their own, stand for the hosts. Nothing of the
 user's ssh configuration is read or written.
 
-    many_machines_test.py MKBARCODE [unittest arguments]
+    many_machines_test.py MKBARCODE PAGE [unittest arguments]
+
+PAGE is docs/scale.md, whose command is run as it stands, but for the path of mkbarcode and the size of a job.
 """
 
 import base64
@@ -23,6 +25,7 @@ import time
 import unittest
 
 MKBARCODE = pathlib.Path()
+PAGE = pathlib.Path()
 SSHD = shutil.which("sshd", path=os.environ.get("PATH", "") + ":/usr/sbin:/sbin")
 ROWS = 2000
 ROWS_OF_A_JOB = 100
@@ -84,7 +87,7 @@ class Host:
             f"Port {self.port}\nListenAddress 127.0.0.1\nHostKey {folder}/host_key\n"
             f"AuthorizedKeysFile {folder}/key.pub\nPidFile none\nUsePAM no\nStrictModes no\n"
             "PasswordAuthentication no\nKbdInteractiveAuthentication no\nPermitRootLogin prohibit-password\n"
-            "MaxStartups 50\n",
+            f"MaxStartups 50\nSetEnv HOME={folder}\n",  # whose start-up files are none
             encoding="utf-8")
         self.log = folder / f"sshd_{name}.log"
         self.process = subprocess.Popen([SSHD, "-D", "-f", configuration, "-E", self.log])
@@ -133,19 +136,26 @@ class ManyMachines(unittest.TestCase):
             f"  UserKnownHostsFile {self.folder}/known_hosts\n  StrictHostKeyChecking no\n  LogLevel ERROR\n",
             encoding="utf-8")
 
+    def command(self):
+        """That of the page, without its files."""
+        block = next(part for part in PAGE.read_text(encoding="utf-8").split("```") if part.startswith("sh\nparallel"))
+        command = block.removeprefix("sh\n").replace("\\\n", " ").strip()
+        for written, meant in ((" <rows.jsonl >labels.jsonl", ""), ("-N 5000", f"-N {ROWS_OF_A_JOB}"),
+                               ("parallel ", f"exec parallel --will-cite --ssh 'ssh -F {self.configuration}' "),
+                               ("'mkbarcode ", f"'{MKBARCODE} ")):
+            self.assertIn(written, command)
+            command = command.replace(written, meant, 1)
+        return command
+
     def start(self):
         """The command of docs/scale.md, waiting for rows."""
         environment = {**os.environ, "HOME": str(self.folder), "PARALLEL_HOME": str(self.folder / "parallel")}
         environment.pop("PARALLEL", None)
         self.output = self.folder / "labels.jsonl"
-        command = [
-            "parallel", "--will-cite", "--ssh", f"ssh -F {self.configuration}", "--pipe", "-N", str(ROWS_OF_A_JOB),
-            "-k", "--retries", "3", "--sshlogin", "2/one,2/two",
-            f"{MKBARCODE} batch - -o - --quiet --errors /dev/null || test $? -eq 1"
-        ]
+        command = self.command()
         with self.output.open("wb") as output:
-            process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=output, stderr=subprocess.PIPE,
-                                       env=environment)
+            process = subprocess.Popen(["/bin/sh", "-c", command], stdin=subprocess.PIPE, stdout=output,
+                                       stderr=subprocess.PIPE, env=environment)
         self.complaints = []
         self.addCleanup(process.stderr.close)
         reader = threading.Thread(target=lambda: self.complaints.append(process.stderr.read()))
@@ -216,4 +226,5 @@ class ManyMachines(unittest.TestCase):
 
 if __name__ == "__main__":
     MKBARCODE = pathlib.Path(sys.argv.pop(1)).resolve()
+    PAGE = pathlib.Path(sys.argv.pop(1))
     unittest.main()

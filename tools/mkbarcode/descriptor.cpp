@@ -1,5 +1,6 @@
 #include "mkbarcode/descriptor.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <array>
@@ -47,13 +48,14 @@ std::string ReadDescriptor(int descriptor, const std::string& name) {
 bool WriteDescriptor(int descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t count = write(descriptor, bytes.data(), bytes.size());
-    if (count < 0 && errno == EINTR) {
-      continue;
-    }
-    if (count < 0) {
+    if (count >= 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+    } else if (errno == EAGAIN) {
+      pollfd wait = {descriptor, POLLOUT, 0};
+      poll(&wait, 1, -1);
+    } else if (errno != EINTR) {
       return false;
     }
-    bytes.remove_prefix(static_cast<std::size_t>(count));
   }
   return true;
 }

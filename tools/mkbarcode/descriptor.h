@@ -29,7 +29,8 @@ class Descriptor {
 // Everything up to the end. Throws RunError with the name.
 std::string ReadDescriptor(int descriptor, const std::string& name);
 
-// False, with the reason in errno, when not every byte was accepted.
+// Waits for a reader that is behind, where the descriptor does not by itself. False, with the reason in
+// errno, when not every byte was accepted.
 bool WriteDescriptor(int descriptor, std::string_view bytes);
 
 }  // namespace barcode::tool

@@ -13,6 +13,7 @@
 #include "label/error.h"
 #include "label/excerpt.h"
 #include "mkbarcode/batch/output.h"
+#include "mkbarcode/descriptor.h"
 #include "mkbarcode/errors.h"
 
 namespace barcode::tool {
@@ -53,7 +54,7 @@ ArchiveFile::ArchiveFile(const std::string& file)
 }
 
 void ArchiveFile::Write(std::string_view bytes) {
-  if (!WriteFully(m_newFile.Number(), bytes)) {
+  if (!WriteDescriptor(m_newFile.Number(), bytes)) {
     FailWithErrno("cannot write " + m_file);
   }
   m_size += bytes.size();

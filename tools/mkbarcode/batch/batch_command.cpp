@@ -30,8 +30,10 @@
 #include "mkbarcode/descriptor.h"
 #include "mkbarcode/errors.h"
 #include "mkbarcode/io.h"
+#include "mkbarcode/jobs/failures.h"
 #include "mkbarcode/jobs/job_reader.h"
 #include "mkbarcode/label_options.h"
+#include "mkbarcode/type_name.h"
 
 namespace barcode::tool {
 namespace {
@@ -102,6 +104,7 @@ void CheckOptions(const BatchOptions& options, OutputKind kind) {
   if (options.jobs.empty()) {
     throw UsageError("no jobs: give a file of them, or - for standard input");
   }
+  CheckDefaultType(options.defaults);
   if (options.resume && kind != OutputKind::kDirectory) {
     throw UsageError("--resume goes with a directory only: what is no directory is written as a whole");
   }
@@ -136,41 +139,6 @@ unsigned ThreadsOf(const BatchOptions& options) {
       isKnown ? static_cast<unsigned>(CPU_COUNT(&cores)) : std::thread::hardware_concurrency();
   return std::clamp(count, 1U, kMostThreads);
 }
-
-// Where the lines of rows that failed go.
-class Failures {
- public:
-  explicit Failures(const BatchOptions& options) : m_name(options.errors), m_file(Open(options)) {}
-
-  void Write(const std::string& lines) const {
-    if (m_name.empty()) {
-      WriteToStandardError(lines);
-    } else if (!WriteFully(m_file.Number(), lines)) {
-      FailWithErrno("cannot write " + m_name);
-    }
-  }
-
- private:
-  static int Open(const BatchOptions& options) {
-    if (options.errors.empty()) {
-      return -1;
-    }
-    struct stat jobs {};
-    struct stat errors {};
-    if (stat(options.jobs.c_str(), &jobs) == 0 && stat(options.errors.c_str(), &errors) == 0 &&
-        jobs.st_dev == errors.st_dev && jobs.st_ino == errors.st_ino) {
-      throw UsageError("--errors is the file of the jobs");
-    }
-    const int file = open(options.errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (file < 0) {
-      FailWithErrno("cannot write " + options.errors);
-    }
-    return file;
-  }
-
-  std::string m_name;
-  Descriptor m_file;
-};
 
 std::string Summary(const Counts& counts) {
   std::string text =
@@ -229,7 +197,7 @@ class BatchRun {
     if (Interruption::Signal() != 0) {
       return End(true);
     }
-    const Failures failures(m_options);
+    const Failures failures(m_options.errors, m_options.jobs);
     const std::unique_ptr<Output> output = OpenOutput(m_options, m_kind);
     const bool hasLeftRows = Make(jobs, *output, failures, interruption);
     const bool isArchive = m_kind == OutputKind::kTar || m_kind == OutputKind::kZip;

@@ -56,8 +56,8 @@ class DirectoryPacker : public Packer {
       FailForName(row.name);
     }
     NewFile file(*folder);
-    const bool isWritten =
-        file.Number() >= 0 && WriteFully(file.Number(), row.label.data) && file.TakeName(BaseName(row.name));
+    const bool isWritten = file.Number() >= 0 && WriteDescriptor(file.Number(), row.label.data) &&
+                           file.TakeName(BaseName(row.name));
     if (!isWritten) {
       FailForName(row.name);
     }

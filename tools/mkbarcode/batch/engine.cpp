@@ -11,6 +11,7 @@
 #include "label/excerpt.h"
 #include "label/label.h"
 #include "label/report.h"
+#include "mkbarcode/jobs/failures.h"
 
 namespace barcode::tool {
 namespace {
@@ -222,8 +223,7 @@ void Engine::Make(std::uint64_t row, const NamedJob& job, Packer& packer, Parcel
 void Engine::Fail(std::uint64_t row, const NamedJob& job, const std::string& report, Parcel& parcel) const {
   ++parcel.counts.failed;
   const auto document = nlohmann::ordered_json::parse(report);
-  AppendPieces(parcel.failures, R"({"n":)", row, R"(,"request":)", m_parts.jobs.Parser().AsJson(job.raw),
-               R"(,"error":)", document.at("error").dump(), "}\n");
+  AppendFailure(parcel.failures, row, m_parts.jobs.Parser().AsJson(job.raw), document.at("error").dump());
 }
 
 // As many rows at once as a parcel of a good size holds, by the last one.

@@ -1,4 +1,3 @@
-#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -49,7 +48,7 @@ class JsonLines : public Output {
   std::unique_ptr<Packer> NewPacker() override { return std::make_unique<JsonLinesPacker>(); }
 
   void Write(Parcel& parcel) override {
-    if (!WriteFully(m_descriptor, parcel.bytes)) {
+    if (!WriteDescriptor(m_descriptor, parcel.bytes)) {
       FailWithErrno("cannot write to standard output");
     }
   }
@@ -59,23 +58,6 @@ class JsonLines : public Output {
 };
 
 }  // namespace
-
-bool WriteFully(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t count = write(descriptor, bytes.data(), bytes.size());
-    if (count >= 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(count));
-      continue;
-    }
-    if (errno == EAGAIN) {
-      pollfd wait = {descriptor, POLLOUT, 0};
-      poll(&wait, 1, -1);
-    } else if (errno != EINTR) {
-      return false;
-    }
-  }
-  return true;
-}
 
 std::unique_ptr<Output> JsonLinesOutput(int descriptor) {
   return std::make_unique<JsonLines>(descriptor);

@@ -47,9 +47,6 @@ class Output {
   virtual void Finish() {}
 };
 
-// Writes all bytes, waiting where the descriptor wants it. False with the reason in errno.
-bool WriteFully(int descriptor, std::string_view bytes);
-
 // One line of JSON for each row.
 std::unique_ptr<Output> JsonLinesOutput(int descriptor);
 

@@ -11,6 +11,7 @@
 #include "base/line.h"
 #include "mkbarcode/batch/archive_file.h"
 #include "mkbarcode/batch/output.h"
+#include "mkbarcode/descriptor.h"
 #include "mkbarcode/errors.h"
 
 namespace barcode::tool {
@@ -156,7 +157,7 @@ class Zip : public Output {
       AppendEntry(entries, rest.substr(0, length));
       rest.remove_prefix(length);
     }
-    if (!WriteFully(m_directory.Number(), entries)) {
+    if (!WriteDescriptor(m_directory.Number(), entries)) {
       FailWithErrno("cannot write the directory of the zip file");
     }
     m_directorySize += entries.size();

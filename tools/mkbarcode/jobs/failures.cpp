@@ -37,13 +37,16 @@ int Open(const std::string& file, const std::string& jobs) {
 Failures::Failures(const std::string& file, const std::string& jobs)
     : m_name(file), m_file(Open(file, jobs)) {}
 
-void Failures::Write(std::uint64_t number, std::string_view row, std::string_view error) const {
-  const std::string line = Line(R"({"n":)", number, R"(,"request":)", row, R"(,"error":)", error, "}\n");
+void Failures::Write(std::string_view lines) const {
   if (m_name.empty()) {
-    WriteToStandardError(line);
-  } else if (!WriteDescriptor(m_file.Number(), line)) {
+    WriteToStandardError(lines);
+  } else if (!WriteDescriptor(m_file.Number(), lines)) {
     FailWithErrno("cannot write " + m_name);
   }
+}
+
+void AppendFailure(std::string& lines, std::uint64_t number, std::string_view row, std::string_view error) {
+  AppendPieces(lines, R"({"n":)", number, R"(,"request":)", row, R"(,"error":)", error, "}\n");
 }
 
 }  // namespace barcode::tool

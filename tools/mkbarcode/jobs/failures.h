@@ -15,12 +15,15 @@ class Failures {
   // UsageError and RunError.
   Failures(const std::string& file, const std::string& jobs);
 
-  // row, error: in JSON. Throws RunError.
-  void Write(std::uint64_t number, std::string_view row, std::string_view error) const;
+  // Throws RunError.
+  void Write(std::string_view lines) const;
 
  private:
   std::string m_name;
   Descriptor m_file;
 };
+
+// Adds the line of a row. row, error: in JSON.
+void AppendFailure(std::string& lines, std::uint64_t number, std::string_view row, std::string_view error);
 
 }  // namespace barcode::tool

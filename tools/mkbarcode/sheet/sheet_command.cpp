@@ -15,10 +15,8 @@
 #include "label/field_table.h"
 #include "label/report.h"
 #include "label/sheet_label.h"
-#include "label/types.h"
 #include "mkbarcode/cli/help_page.h"
 #include "mkbarcode/cli/parser.h"
-#include "mkbarcode/cli/suggestion.h"
 #include "mkbarcode/descriptor.h"
 #include "mkbarcode/errors.h"
 #include "mkbarcode/file_replacement.h"
@@ -27,6 +25,7 @@
 #include "mkbarcode/jobs/job_reader.h"
 #include "mkbarcode/label_options.h"
 #include "mkbarcode/sheet/paper.h"
+#include "mkbarcode/type_name.h"
 
 namespace barcode::tool {
 namespace {
@@ -107,18 +106,6 @@ void AddFiles(CLI::App& app, SheetCommand& command) {
   app.add_flag("-q,--quiet", command.quiet, "No warnings and no summary")->group(kGroup);
 }
 
-void CheckType(const label::Request& defaults) {
-  if (!defaults.type || label::FindType(*defaults.type) != nullptr) {
-    return;
-  }
-  std::vector<std::string> names;
-  for (const label::TypeInfo& type : label::AllTypes()) {
-    names.emplace_back(type.name);
-  }
-  throw UsageError(Line("There is no type \"", *defaults.type, '"', DidYouMean(*defaults.type, names),
-                        " \"mkbarcode --list\" names all types."));
-}
-
 void Check(const CLI::App& app, const SheetCommand& command) {
   if (command.jobs.empty()) {
     throw UsageError("No jobs are given: add a file of them, or - for standard input.");
@@ -135,7 +122,7 @@ void Check(const CLI::App& app, const SheetCommand& command) {
   if (command.defaults.format.value_or(label::Format::kPdf) != label::Format::kPdf) {
     throw UsageError("The option \"--format\" must be pdf, or be left out: a sheet is a PDF.");
   }
-  CheckType(command.defaults);
+  CheckDefaultType(command.defaults);
   CheckPaper(command.sheet.grid, command.sheet.firstCell + 1);
 }
 
@@ -202,7 +189,9 @@ class SheetRun {
       } catch (const LabelError& error) {
         ++m_counts.failed;
         sheet.LeaveEmpty();
-        failures.Write(row->number, jobs.Parser().AsJson(row->raw), ErrorJson(error));
+        std::string line;
+        AppendFailure(line, row->number, jobs.Parser().AsJson(row->raw), ErrorJson(error));
+        failures.Write(line);
       }
     }
     sheet.Finish();

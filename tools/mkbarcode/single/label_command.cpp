@@ -20,6 +20,7 @@
 #include "mkbarcode/quoting.h"
 #include "mkbarcode/single/list.h"
 #include "mkbarcode/single/outcome.h"
+#include "mkbarcode/type_name.h"
 
 namespace barcode::tool {
 namespace {
@@ -56,24 +57,6 @@ void AddFiles(CLI::App& app, LabelCommand& command) {
   app.add_flag("--list", command.list, "List the types, with their aliases and what readers read")
       ->group(kGroup);
   app.add_flag("--version", command.version, "Print the version of mkbarcode")->group(kGroup);
-}
-
-const label::TypeInfo& RequireType(const std::string& name) {
-  if (const label::TypeInfo* const type = label::FindType(name)) {
-    return *type;
-  }
-  std::vector<std::string> names = NamesOfCommands();
-  for (const label::TypeInfo& type : label::AllTypes()) {
-    names.emplace_back(type.name);
-    std::string_view rest = type.aliases;
-    while (!rest.empty()) {
-      const std::string_view alias = rest.substr(0, rest.find(' '));
-      names.emplace_back(alias);
-      rest.remove_prefix(std::min(rest.size(), alias.size() + 1));
-    }
-  }
-  throw UsageError(Concat({"There is no type \"", name, "\"", DidYouMean(name, names),
-                           " \"mkbarcode --list\" names all types."}));
 }
 
 void CheckText(const CLI::App& app, const LabelCommand& command) {
@@ -202,7 +185,7 @@ LabelCommand ParseLabelCommand(const std::vector<std::string>& arguments) {
     throw UsageError(
         "No type is given: \"mkbarcode --list\" names all, and mkbarcode TYPE TEXT -o FILE draws.");
   }
-  RequireType(*command.request.type);
+  RequireType(*command.request.type, NamesOfCommands());
   CheckText(*app, command);
   CheckOutput(*app, command);
   ChooseFormat(command);
