@@ -57,6 +57,7 @@ Run RunBatch(const std::vector<std::string>& arguments) {
   std::vector<std::string> words = {MKBARCODE_PROGRAM, "batch", "--quiet"};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
   for (std::string& word : words) {
     pointers.push_back(word.data());
   }
@@ -174,5 +175,10 @@ int Main(int rows) {
 }  // namespace barcode::bench
 
 int main(int argc, char** argv) {
-  return barcode::bench::Main(argc > 1 ? std::stoi(argv[1]) : 1'000'000);
+  try {
+    return barcode::bench::Main(argc > 1 ? std::stoi(argv[1]) : 1'000'000);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "batch_ratios: %s\n", error.what());
+    return 1;
+  }
 }

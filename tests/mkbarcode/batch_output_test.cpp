@@ -355,7 +355,7 @@ TEST(Batch, WritesTheSameWithAnyNumberOfThreads) {
     const std::string directory = scratch.File(Line(threads, "dir"));
     ASSERT_EQ(Files(directory), Files(scratch.File("1dir")));
     for (const std::string& file : Files(directory)) {
-      EXPECT_EQ(ReadFile(directory + '/' + file), ReadFile(scratch.File("1dir/" + file)));
+      EXPECT_EQ(ReadFile(Line(directory, '/', file)), ReadFile(scratch.File("1dir/" + file)));
     }
   }
   EXPECT_EQ(LinesOf(ReadFile(scratch.File("1lines"))).size(), 2000);

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <csignal>
@@ -208,11 +209,12 @@ TEST(BatchRunning, AKillLeavesWholeFilesAlone) {
 // KiB that the program took at most.
 long PeakMemory(const ScratchDirectory& scratch, int rows, const std::string& output) {
   WriteFile(scratch.File("jobs.jsonl"), ManyRows(rows));
-  const Outcome outcome =
-      RunShell(Concat({"python3 -c 'import resource, subprocess, sys\n"
-                       "subprocess.run(sys.argv[1:], stdout=subprocess.DEVNULL, check=True)\n"
-                       "print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)' ",
-                       Program(), " batch ", scratch.File("jobs.jsonl"), " -q -j 2 -o ", output}));
+  constexpr std::string_view kMeasure =
+      "import resource, subprocess, sys; subprocess.run(sys.argv[1:], stdout=subprocess.DEVNULL, "
+      "check=True); "
+      "print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)";
+  const Outcome outcome = RunShell(Concat({"python3 -c '", kMeasure, "' ", Program(), " batch ",
+                                           scratch.File("jobs.jsonl"), " -q -j 2 -o ", output}));
   EXPECT_EQ(outcome.errors, "");
   return std::stol('0' + outcome.output);
 }
@@ -273,9 +275,9 @@ TEST(ParcelQueue, PassesOnInOrderFromManyThreads) {
   ParcelQueue queue([&](Parcel& parcel) { taken.push_back(parcel.bytes); }, 8);
   std::atomic<std::uint64_t> next = 0;
   {
-    std::vector<std::jthread> threads;
-    for (int i = 0; i < 4; ++i) {
-      threads.emplace_back([&] {
+    std::array<std::jthread, 4> threads;
+    for (std::jthread& thread : threads) {
+      thread = std::jthread([&] {
         for (std::uint64_t index = next++; index < kParcels; index = next++) {
           Parcel parcel;
           parcel.bytes = Line(index);

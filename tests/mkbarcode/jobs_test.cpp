@@ -69,7 +69,7 @@ std::vector<Cut> CutAll(InputFormat format, std::string_view bytes, std::size_t 
 // The same in whatever pieces the bytes come.
 std::vector<std::string> Rows(InputFormat format, std::string_view bytes) {
   const std::vector<Cut> whole = CutAll(format, bytes, bytes.size());
-  for (const std::size_t pieceSize : {1, 2, 3, 5}) {
+  for (const std::size_t pieceSize : std::array<std::size_t, 4>{1, 2, 3, 5}) {
     EXPECT_EQ(CutAll(format, bytes, pieceSize), whole) << pieceSize;
   }
   std::vector<std::string> rows;
@@ -109,7 +109,7 @@ TEST(RowCutter, QuotesInsideAPlainCellOpenNothing) {
 }
 
 TEST(RowCutter, AQuoteThatNothingClosesCostsItsLineAlone) {
-  for (const std::size_t pieceSize : {1, 4, 100}) {
+  for (const std::size_t pieceSize : std::array<std::size_t, 3>{1, 4, 100}) {
     EXPECT_THAT(CutAll(InputFormat::kCsv, "a\n\"b,c\r\nd\ne", pieceSize),
                 ElementsAre(Cut{"a", RowProblem::kNone}, Cut{"\"b,c", RowProblem::kUnclosedQuote},
                             Cut{"d", RowProblem::kNone}, Cut{"e", RowProblem::kNone}));

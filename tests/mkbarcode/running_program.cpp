@@ -33,6 +33,7 @@ RunningProgram::RunningProgram(const std::vector<std::string>& arguments, const 
   std::vector<std::string> words = arguments;
   words.insert(words.begin(), MKBARCODE_PROGRAM);
   std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
   for (std::string& word : words) {
     pointers.push_back(word.data());
   }
@@ -91,7 +92,7 @@ void RunningProgram::CloseOutput() {
 std::string RunningProgram::ReadLine() {
   while (true) {
     if (const std::size_t end = m_read.find('\n'); end != std::string::npos) {
-      const std::string line = m_read.substr(0, end + 1);
+      std::string line = m_read.substr(0, end + 1);
       m_read.erase(0, end + 1);
       return line;
     }

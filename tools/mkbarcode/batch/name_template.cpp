@@ -21,7 +21,8 @@ constexpr std::string_view kRowNumber = "n";
 constexpr std::size_t kMostDigits = 20;
 
 UsageError BadTemplate(std::string_view what) {
-  return UsageError(Line("--name ", what));
+  const std::string message = Line("--name ", what);
+  return UsageError{message};
 }
 
 // The text without what would lead elsewhere, or what FAT does not take. UTF-8 has the control characters

@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t kBlock = std::size_t{1} << 17U;
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kUtf16Marks[] = {"\xFF\xFE", "\xFE\xFF"};
+constexpr std::array<std::string_view, 2> kUtf16Marks = {"\xFF\xFE", "\xFE\xFF"};
 
 // Of what is too long, enough to find it again.
 constexpr std::size_t kExcerpt = 1000;
