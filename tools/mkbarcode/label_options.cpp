@@ -24,6 +24,9 @@ std::string NamesFor(const FieldInfo& field) {
 
 // "Degrees clockwise: 0, 90, 180 or 270 (default 0)".
 std::string HelpOf(const FieldInfo& field) {
+  if (field.id == label::FieldId::kType) {
+    return "The symbology: a name or an alias of mkbarcode --list";
+  }
   std::string help(field.meaning);
   if (help.ends_with('.')) {
     help.pop_back();

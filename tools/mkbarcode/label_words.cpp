@@ -131,6 +131,8 @@ std::string InWordsOfOptions(std::string_view sentence) {
     }
   }
   ReplaceAll(told, "he field ", "he option ");
+  ReplaceAll(told, "he option \"TEXT\"", "he text");
+  ReplaceAll(told, "he option \"TYPE\"", "he type");
   return told;
 }
 

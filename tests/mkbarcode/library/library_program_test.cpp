@@ -131,6 +131,15 @@ TEST(LibraryProgram, SaysWhenTheSymbolIsWiderThanItsBox) {
       {{"yubin", "1234567", "--size", "40x24"}, " pixels wide, and its box 40;"},
       {{"yubin", "1234567", "--size", "24"}, ""},
       {{"databar-expanded", "0104901234567894", "--size", "300x50"}, ""},
+      {{"databar-expanded", "(01)04912345678904", "--size", "150x60"},
+       " pixels wide, and its box 150; ask for a wider one."},
+      {{"code39", "ABC-12", "--size", "97x40", "--fit-width"},
+       " pixels wide, and its box 97; ask for a wider one."},
+      {{"pdf417", "hello", "--size", "200"}, ""},
+      {{"pdf417", "hello", "--size", "258x100"}, ""},
+      {{"pdf417", "hello", "--size", "86x100"}, ""},
+      {{"pdf417", "hello", "--size", "300x100", "--fit-width"}, ""},
+      {{"pdf417", "hello", "--size", "85x100"}, "86 pixels wide, and its box 85; ask for --size 86x100."},
   };
   for (const std::string format : {"png", "svg"}) {
     for (auto [arguments, told] : cases) {

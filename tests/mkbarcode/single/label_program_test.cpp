@@ -21,6 +21,7 @@ using nlohmann::json;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::StartsWith;
 
 constexpr const char* kPngSignature = "\x89PNG\r\n\x1A\n";
@@ -298,6 +299,57 @@ TEST(LabelProgram, OptionsOfTheLibraryFormAreTold) {
   EXPECT_EQ(RunProgram({"library", "code39", "A", "-o", "x.png", "--caption=x"}).errors,
             "mkbarcode: The option \"--caption\" belongs to \"mkbarcode TYPE TEXT\", \"mkbarcode batch\", "
             "\"mkbarcode sheet\".\nSee mkbarcode library --help\n");
+}
+
+TEST(LabelProgram, LowBarsAreToldTheHeightThatWouldDo) {
+  const Outcome outcome = RunProgram({"code39", "A", "--module", "1", "--height", "3", "-o", "-"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.errors,
+            "mkbarcode: The bars are too low to be read; give them a height of at least 5 pixels.\n");
+}
+
+TEST(LabelProgram, OptionsStandBeforeTextsWithDashes) {
+  for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+           {"code39", "--", "-ABC", "-o", "out.png"}, {"library", "nw7", "--", "-1-", "-o", "out.png"}}) {
+    const Outcome outcome = RunProgram(arguments);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.errors,
+                StartsWith("mkbarcode: What follows \"--\" is text: put the options before it.\n"));
+  }
+}
+
+TEST(LabelProgram, PictureAndReportNeedAFileEach) {
+  const ScratchDirectory scratch;
+  const std::string file = scratch.File("out.png");
+  const Outcome outcome = RunProgram({"code39", "A", "-o", file, "--report=" + file});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.errors, HasSubstr("Picture and report need a file each"));
+  EXPECT_THAT(scratch.Names(), IsEmpty());
+}
+
+TEST(LabelProgram, FlagsAreTrueOrFalseAndStandOnce) {
+  const Outcome number = RunProgram({"library", "code39", "A", "--fit-width=3", "-o", "-"});
+  EXPECT_EQ(number.status, 2);
+  EXPECT_THAT(number.errors, HasSubstr("The option \"--fit-width\" must be true or false."));
+  const Outcome twice = RunProgram({"code39", "A", "-o", "-", "--report", "--report=x"});
+  EXPECT_EQ(twice.status, 2);
+  EXPECT_THAT(twice.errors, HasSubstr("The option \"--report\" stands twice; give it once."));
+}
+
+TEST(LabelProgram, TellsOfTextsThatAreNoUtf8) {
+  const ScratchDirectory scratch;
+  WriteFile(scratch.File("text"), "A\xFF");
+  const Outcome outcome = RunProgram({"qr", "--input", scratch.File("text"), "-o", "-"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.errors, "mkbarcode: The text must be a string in UTF-8.\n");
+}
+
+TEST(LabelProgram, TellsWhereTheNamesOfTypesAre) {
+  for (const std::string command : {"batch", "sheet"}) {
+    const std::string help = RunProgram({command, "--help"}).output;
+    EXPECT_THAT(help, HasSubstr("mkbarcode --list"));
+    EXPECT_THAT(help, Not(HasSubstr("barcode_label_types")));
+  }
 }
 
 TEST(LabelProgram, WhatTheSymbologyRefusesIsStatusOne) {

@@ -63,7 +63,7 @@ std::string UsageOf(const CommandDescription& command) {
 
 std::vector<std::string> WordsOfLabels(std::string_view name) {
   std::vector<std::string> words;
-  if (name == "TYPE") {
+  if (name == "TYPE" || name == OptionName(label::InfoOf(label::FieldId::kType))) {
     for (const label::TypeInfo& type : label::AllTypes()) {
       words.emplace_back(type.name);
     }

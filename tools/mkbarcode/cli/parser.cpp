@@ -39,8 +39,10 @@ std::optional<Written> ReadOption(const std::string& argument) {
 void RequireTruth(const std::string& name, const std::string& value) {
   try {
     if (!value.empty()) {
-      CLI::detail::to_flag_value(value);
-      return;
+      const auto truth = CLI::detail::to_flag_value(value);
+      if (truth == 1 || truth == -1) {
+        return;
+      }
     }
   } catch (const std::exception&) {
     // told below
@@ -74,6 +76,7 @@ class Separation {
     if (option == nullptr) {
       m_separated.push_back(argument);
     } else if (HasOptionalValue(*option)) {
+      RequireFirst(*option, *written);
       m_separated.push_back(
           Concat({written->name, "=", written->value ? "=" : kNoValue, written->value.value_or("")}));
     } else if (IsFlag(*option)) {
@@ -90,13 +93,18 @@ class Separation {
     if (!written.value && m_next == m_arguments.size()) {
       throw UsageError(Concat({"The option \"", written.name, "\" needs a value."}));
     }
-    if (option.get_multi_option_policy() == CLI::MultiOptionPolicy::Throw &&
-        std::ranges::find(m_seen, &option) != m_seen.end()) {
+    if (option.get_multi_option_policy() == CLI::MultiOptionPolicy::Throw) {
+      RequireFirst(option, written);
+    }
+    m_separated.push_back(written.name);
+    m_separated.push_back(written.value ? *written.value : m_arguments[m_next++]);
+  }
+
+  void RequireFirst(const CLI::Option& option, const Written& written) {
+    if (std::ranges::find(m_seen, &option) != m_seen.end()) {
       throw UsageError(Concat({"The option \"", written.name, "\" stands twice; give it once."}));
     }
     m_seen.push_back(&option);
-    m_separated.push_back(written.name);
-    m_separated.push_back(written.value ? *written.value : m_arguments[m_next++]);
   }
 
   std::vector<std::string>::const_iterator At(std::size_t place) const {
@@ -123,6 +131,9 @@ std::vector<std::string> NamesOfOptions(const CLI::App& app) {
 // Of the arguments that are too many, an option is told before a text.
 [[noreturn]] void ThrowNotExpected(const CLI::App& app) {
   const std::vector<std::string> extras = app.remaining();
+  if (std::ranges::find(extras, "--") != extras.end()) {
+    throw UsageError("What follows \"--\" is text: put the options before it.");
+  }
   const auto option = std::ranges::find_if(
       extras, [](const std::string& extra) { return extra.starts_with('-') && extra.size() > 1; });
   if (option == extras.end()) {

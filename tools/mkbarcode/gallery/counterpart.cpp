@@ -115,7 +115,8 @@ Size Box(const DrawRequest& drawing, const ordered_json& request, const json& re
   const int columns = modules["columns"];
   const int rows = modules["rows"];
   if (drawing.type->number == BARCODE_YUBIN_CUSTOMER) {
-    return {rows * module, rows * module, true};
+    constexpr int kHeightOfLongBars = 6;  // modules
+    return {kHeightOfLongBars * module, kHeightOfLongBars * module, true};
   }
   if (drawing.type->IsTwoDimensional()) {
     const bool isSingle = rows == columns && drawing.type->number != BARCODE_PDF417;

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <memory>
@@ -167,11 +168,21 @@ double WidthOfDocumentFor(const DrawRequest& request) {
 }
 
 double WidthOf(const DrawRequest& request, const Drawing& drawing) {
+  // The modules of PDF417 lie over their neighbours in documents.
+  const double overlap = request.type->number == BARCODE_PDF417 ? 0.5 : 0;
   if (IsSvg(request)) {
-    return WidthOfDocument(*drawing.image);
+    return WidthOfDocument(*drawing.image) - overlap;
   }
   const std::optional<double> printed = PrintedWidth(drawing.printed);
-  return printed ? *printed : WidthOfDocumentFor(request);
+  return printed ? *printed : WidthOfDocumentFor(request) - overlap;
+}
+
+// Whether a wider box makes no wider symbol, so that the width drawn is the one to ask for.
+bool KeepsItsWidth(const DrawRequest& request) {
+  const bool isFitted = std::ranges::any_of(request.settings, [](const Setting& setting) {
+    return setting.option == OptionId::kFitWidth && setting != Setting{OptionId::kFitWidth, 0};
+  });
+  return !isFitted && request.type->number != BARCODE_GS1_DATABAR_EXPANDED;
 }
 
 std::string SizeText(const Size& size) {
@@ -273,8 +284,10 @@ std::string DrawImage(const DrawRequest& request, bool verbose) {
 }
 
 std::optional<std::string> TooWide(const DrawRequest& request, const DrawnImage& image) {
-  // The postal code is drawn by its height alone when no box is given.
-  const bool hasWidth = !request.size.isSingle || request.type->IsTwoDimensional();
+  // The postal code is drawn by its height alone when no box is given, and the picture of PDF417 in a square
+  // box is as wide as the symbol.
+  const bool isGrown = request.type->number == BARCODE_PDF417 && request.size.width == request.size.height;
+  const bool hasWidth = !isGrown && (!request.size.isSingle || request.type->IsTwoDimensional());
   constexpr double kRounding = 0.05;
   if (!hasWidth || image.width <= request.size.width + kRounding) {
     return std::nullopt;
@@ -282,8 +295,9 @@ std::optional<std::string> TooWide(const DrawRequest& request, const DrawnImage&
   const std::string wanted = std::to_string(static_cast<std::int64_t>(std::ceil(image.width - kRounding)));
   const std::string size =
       request.size.isSingle ? wanted : Concat({wanted, "x", std::to_string(request.size.height)});
-  return Concat({"The symbol is ", wanted, " pixels wide, and its box ", std::to_string(request.size.width),
-                 "; ask for --size ", size, "."});
+  return Concat(
+      {"The symbol is ", wanted, " pixels wide, and its box ", std::to_string(request.size.width),
+       KeepsItsWidth(request) ? Concat({"; ask for --size ", size, "."}) : "; ask for a wider one."});
 }
 
 std::string CallsText(const DrawRequest& request) {

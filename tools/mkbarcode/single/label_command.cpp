@@ -87,10 +87,12 @@ void CheckOutput(const CLI::App& app, const LabelCommand& command) {
   if (command.reportFile == "") {
     throw UsageError("The option \"--report\" must be the name of a file, or stand without one.");
   }
-  if (command.outputFile == "-" && command.reportFile == "-") {
+  if (command.outputFile == command.reportFile) {
     throw UsageError(
-        "Picture and report cannot both go to standard output: give \"--report\" a file, or leave \"=-\" "
-        "out.");
+        command.outputFile == "-"
+            ? "Picture and report cannot both go to standard output: give \"--report\" a file, or leave "
+              "\"=-\" out."
+            : "Picture and report need a file each: give \"--report\" another.");
   }
 }
 
@@ -134,7 +136,7 @@ int Make(LabelCommand command) {
     command.request.text = ReadText(command.inputFile, command.keepNewline);
   }
   const label::Label label = label::Make(command.request);
-  const LabelOutcome outcome = ReadReport(label.report);
+  const LabelOutcome outcome = ReadReport(label.report, command.request.width.has_value());
   if (label.ok) {
     WriteAll(command.outputFile, label.data);
   }

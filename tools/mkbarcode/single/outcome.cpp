@@ -14,21 +14,25 @@ namespace {
 
 using nlohmann::json;
 
-// The size that would do, as the end of a message. A box that was asked for has it in the message already.
-std::string ThatWouldDo(const json& needed, const std::string& field) {
+// The size that would do, as the end of a message. What is said of the height of bars names it already.
+std::string ThatWouldDo(const json& needed, const std::string& field, bool hasBox) {
   const std::string width = std::to_string(needed.at("width").get<int>());
   const std::string height = std::to_string(needed.at("height").get<int>());
-  if (field == "width" || field == "height") {
+  if (!hasBox && (field == label::InfoOf(label::FieldId::kHeight).name ||
+                  field == label::InfoOf(label::FieldId::kHeightMm).name)) {
+    return "";
+  }
+  if (hasBox) {
     return Concat({" That is --width ", width, " --height ", height, "."});
   }
   return Concat({" A picture of ", width, " x ", height, " pixels would do."});
 }
 
-Refusal ReadRefusal(const json& error) {
+Refusal ReadRefusal(const json& error, bool hasBox) {
   Refusal refusal{error.at("code"), error.at("field"),
                   InWordsOfOptions(error.at("message").get<std::string>())};
   if (const auto needed = error.find("needed"); needed != error.end()) {
-    refusal.message += ThatWouldDo(*needed, refusal.field);
+    refusal.message += ThatWouldDo(*needed, refusal.field, hasBox);
   }
   return refusal;
 }
@@ -40,14 +44,14 @@ bool IsText(std::string_view field) {
 
 }  // namespace
 
-LabelOutcome ReadReport(std::string_view report) {
+LabelOutcome ReadReport(std::string_view report, bool hasBox) {
   const json read = json::parse(report);
   LabelOutcome outcome;
   for (const json& warning : read.at("warnings")) {
     outcome.warnings.push_back(InWordsOfOptions(warning.at("message").get<std::string>()));
   }
   if (const auto error = read.find("error"); error != read.end()) {
-    outcome.refusal = ReadRefusal(*error);
+    outcome.refusal = ReadRefusal(*error, hasBox);
   }
   return outcome;
 }

@@ -19,7 +19,8 @@ struct LabelOutcome {
   std::optional<Refusal> refusal;
 };
 
-LabelOutcome ReadReport(std::string_view report);
+// hasBox: whether the picture was to fill a box, which the size that would do is told as then.
+LabelOutcome ReadReport(std::string_view report, bool hasBox);
 
 // kExitUsage when the command line is to blame, kExitFailed when text, symbology or size are.
 int StatusOf(const Refusal& refusal);
