@@ -20,6 +20,7 @@ double Seconds(const timeval& time) {
 // Negative when the process fails. Its output goes nowhere.
 double SecondsOfProcess(std::vector<std::string> words) {
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words) {
     arguments.push_back(word.data());
   }

@@ -33,6 +33,7 @@ const CommandEntry* FindCommand(std::string_view name) {
 
 std::vector<std::string> NamesOfCommands() {
   std::vector<std::string> names;
+  names.reserve(kCommands.size());
   for (const CommandEntry& command : kCommands) {
     names.emplace_back(command.name);
   }
