@@ -67,7 +67,7 @@
  *
  *   {"ok":true,"warnings":[],"type":"jan13","text":"4901234567894","display_text":"4901234567894","width":226,
  *    "height":161,"module":2,"modules":{"columns":95,"rows":1},"quiet_zone":{"left":11,"right":7,"top":0,"bottom":0},
- *    "format":"svg","bytes":2345}
+ *    "format":"svg","bytes":1935}
  *
  * "text" is what is encoded, with its check digit; "display_text" what is written under the symbol; "module" the dots
  * of one module; "modules" the size of the symbol, "quiet_zone" that of its margin, in modules. With a dpi

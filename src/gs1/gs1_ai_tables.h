@@ -45,7 +45,15 @@ struct Gs1AiRule {
   std::uint8_t totalLength = 0;
 };
 
-using Gs1AiRules = std::array<Gs1AiRule, 100>;
+inline constexpr std::size_t kGs1AiPrefixes = 100;
+
+// The number of the first two digits, which tells of an AI what kind it is.
+constexpr std::size_t Gs1AiPrefix(std::string_view digits) {
+  const int prefix = (digits[0] - '0') * 10 + (digits[1] - '0');
+  return static_cast<std::size_t>(prefix);
+}
+
+using Gs1AiRules = std::array<Gs1AiRule, kGs1AiPrefixes>;
 
 constexpr Gs1AiRules MakeGs1AiRules() {
   struct Range {
@@ -76,8 +84,7 @@ constexpr Gs1AiRule Gs1AiRuleAt(std::string_view text) {
   if (text.size() < 2 || !IsDigit(text[0]) || !IsDigit(text[1])) {
     return {};
   }
-  const int prefix = (text[0] - '0') * 10 + (text[1] - '0');
-  return kGs1AiRules[static_cast<std::size_t>(prefix)];
+  return kGs1AiRules[Gs1AiPrefix(text)];
 }
 
 static_assert([] {

@@ -226,6 +226,32 @@ static_assert(std::all_of(kRows.begin(), kRows.end(), HasRule));
 static_assert(std::all_of(kRows.begin(), kRows.end(), IsSound));
 static_assert(std::all_of(kRows.begin(), kRows.end(), IsUnambiguous));
 
+// ---- Where they stand ----
+
+struct RowRange {
+  std::uint8_t begin = 0;
+  std::uint8_t end = 0;
+};
+
+// By prefix, the rows that have AIs with it.
+constexpr auto kRowRanges = [] {
+  std::array<RowRange, kGs1AiPrefixes> ranges{};
+  for (std::size_t row = 0; row < kRows.size(); ++row) {
+    for (std::size_t prefix = Gs1AiPrefix(kRows[row].first); prefix <= Gs1AiPrefix(kRows[row].last);
+         ++prefix) {
+      RowRange& range = ranges[prefix];
+      range.begin = range.end == 0 ? static_cast<std::uint8_t>(row) : range.begin;
+      range.end = static_cast<std::uint8_t>(row + 1);
+    }
+  }
+  return ranges;
+}();
+
+constexpr std::span<const Gs1ApplicationIdentifier> RowsAt(std::size_t prefix) {
+  const RowRange& range = kRowRanges[prefix];
+  return std::span(kRows).subspan(range.begin, std::size_t{range.end} - range.begin);
+}
+
 bool IsLetter(char c) {
   return ToUpper(c) >= 'A' && ToUpper(c) <= 'Z';
 }
@@ -244,16 +270,20 @@ const Gs1ApplicationIdentifier* FindGs1ApplicationIdentifier(std::string_view di
   if (digits.empty() || !AllDigits(digits)) {
     return nullptr;
   }
+  if (digits.size() < 2) {
+    return nullptr;
+  }
   // The rows ascend, and none begins as another one does.
-  const auto* const row = std::partition_point(kRows.begin(), kRows.end(), [digits](const auto& candidate) {
+  const std::span<const Gs1ApplicationIdentifier> rows = RowsAt(Gs1AiPrefix(digits));
+  const auto row = std::partition_point(rows.begin(), rows.end(), [digits](const auto& candidate) {
     return candidate.last < digits.substr(0, candidate.last.size());
   });
-  if (row == kRows.end() || digits.size() != row->AiLength() ||
+  if (row == rows.end() || digits.size() != row->AiLength() ||
       digits.substr(0, row->first.size()) < row->first) {
     return nullptr;
   }
   const bool decimal = row->lastDecimal != Gs1ApplicationIdentifier::kNoDecimal;
-  return decimal && digits.back() > row->lastDecimal ? nullptr : row;
+  return decimal && digits.back() > row->lastDecimal ? nullptr : &*row;
 }
 
 std::size_t Gs1AiLengthAt(std::string_view text) {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "base/line.h"
+#include "gs1/gs1_ai_tables.h"
 #include "gs1/gs1_application_identifiers.h"
 #include "gs1/gs1_syntax.h"
 
@@ -167,20 +168,13 @@ constexpr auto kAssociations = std::to_array<Association>({
     {"8200", {"01"}},
 });
 
-constexpr std::size_t kPrefixes = 100;
-
-// The number of the first two digits.
-constexpr std::size_t PrefixOf(std::string_view digits) {
-  return static_cast<std::size_t>((digits[0] - '0') * 10 + (digits[1] - '0'));
-}
-
 // By prefix, where the rows of its AIs begin; they end where those of the next prefix do.
 constexpr auto kFirstAssociations = [] {
-  std::array<std::uint8_t, kPrefixes + 1> first{};
+  std::array<std::uint8_t, kGs1AiPrefixes + 1> first{};
   for (const Association& association : kAssociations) {
-    ++first[PrefixOf(association.ai) + 1];
+    ++first[Gs1AiPrefix(association.ai) + 1];
   }
-  for (std::size_t prefix = 0; prefix < kPrefixes; ++prefix) {
+  for (std::size_t prefix = 0; prefix < kGs1AiPrefixes; ++prefix) {
     first[prefix + 1] = static_cast<std::uint8_t>(first[prefix] + first[prefix + 1]);
   }
   return first;
@@ -239,7 +233,7 @@ class Ais {
     m_ais.reserve(elements.size());
     for (const Gs1Element& element : elements) {
       m_ais.push_back(element.ai);
-      m_prefixes.set(PrefixOf(element.ai));
+      m_prefixes.set(Gs1AiPrefix(element.ai));
     }
     std::sort(m_ais.begin(), m_ais.end());
     m_ais.erase(std::unique(m_ais.begin(), m_ais.end()), m_ais.end());
@@ -247,7 +241,7 @@ class Ais {
 
   // The first with these first digits, of which there are two at least, or the end.
   Iterator Find(std::string_view digits) const {
-    if (!m_prefixes.test(PrefixOf(digits))) {
+    if (!m_prefixes.test(Gs1AiPrefix(digits))) {
       return m_ais.end();
     }
     const auto found = std::lower_bound(m_ais.begin(), m_ais.end(), digits);
@@ -263,7 +257,7 @@ class Ais {
 
  private:
   std::vector<std::string_view> m_ais;
-  std::bitset<kPrefixes> m_prefixes;
+  std::bitset<kGs1AiPrefixes> m_prefixes;
 };
 
 // "31nn" for the AIs that begin with 31.
@@ -325,7 +319,7 @@ std::vector<std::string> Gs1MissingPartners(const std::vector<Gs1Element>& eleme
   std::vector<std::string> sentences;
   std::optional<std::size_t> last;
   for (auto ai = ais.Begin(); ai != ais.End(); ++ai) {
-    const std::size_t prefix = PrefixOf(*ai);
+    const std::size_t prefix = Gs1AiPrefix(*ai);
     if (prefix != last) {
       AddMissingPartners(sentences, ais, AssociationsAt(prefix));
     }

@@ -67,6 +67,9 @@ std::string_view DigitsInParentheses(std::string_view text) {
 // The length of the data at the beginning of the text.
 std::size_t DataLengthAt(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '(' && text[i] != kFnc1Marker.front() && text[i] != kGs1Separator) {
+      continue;
+    }
     const std::string_view rest = text.substr(i);
     if (!Fnc1At(rest).empty() || FindGs1ApplicationIdentifier(DigitsInParentheses(rest)) != nullptr) {
       return i;

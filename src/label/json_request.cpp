@@ -41,8 +41,8 @@ class RequestBuilder {
   using string_t = nlohmann::json::string_t;
   using binary_t = nlohmann::json::binary_t;
 
-  RequestBuilder(std::string_view document, const Request& defaults)
-      : m_document(document), m_request(defaults) {}
+  RequestBuilder(std::string_view document, Request defaults)
+      : m_document(document), m_request(std::move(defaults)) {}
 
   Request Take() { return std::move(m_request); }
 
