@@ -25,7 +25,6 @@ struct ArchiveLibrary {
   decltype(&archive_write_data) data = nullptr;
   decltype(&archive_write_finish_entry) finishEntry = nullptr;
   decltype(&archive_write_close) close = nullptr;
-  decltype(&archive_write_fail) fail = nullptr;
   decltype(&archive_write_free) free = nullptr;
   decltype(&archive_error_string) errorString = nullptr;
   decltype(&archive_entry_new) entryNew = nullptr;
@@ -61,7 +60,6 @@ ArchiveLibrary OpenLibrary() {
   Find(library, "archive_write_data", functions.data);
   Find(library, "archive_write_finish_entry", functions.finishEntry);
   Find(library, "archive_write_close", functions.close);
-  Find(library, "archive_write_fail", functions.fail);
   Find(library, "archive_write_free", functions.free);
   Find(library, "archive_error_string", functions.errorString);
   Find(library, "archive_entry_new", functions.entryNew);
@@ -110,7 +108,9 @@ class TarWriter {
   TarWriter& operator=(const TarWriter&) = delete;
   ~TarWriter() {
     m_library.entryFree(m_entry);
-    m_library.fail(m_archive);  // that it is freed without an end is meant
+    std::string end;  // of the part, which is none of the file; without it libarchive keeps memory
+    m_out = &end;
+    m_library.close(m_archive);
     m_library.free(m_archive);
   }
 

@@ -34,6 +34,8 @@ bool IsBlank(std::string_view line) {
 
 }  // namespace
 
+RowCutter::RowCutter(InputFormat format) : m_format(format), m_buffer(kBlock) {}
+
 RowCutter::Room RowCutter::RoomForInput() {
   std::memmove(m_buffer.data(), m_buffer.data() + m_begin, m_end - m_begin);
   m_scan -= m_begin;

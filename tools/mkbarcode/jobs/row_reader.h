@@ -30,7 +30,7 @@ struct RawRow {
 // and CR LF, in a table a lone CR too. Empty lines are no rows; nor is a byte order mark a part of one.
 class RowCutter {
  public:
-  explicit RowCutter(InputFormat format) : m_format(format) {}
+  explicit RowCutter(InputFormat format);
 
   // Room for more input, at least a block of it. Takes the bytes of earlier rows away.
   struct Room {
