@@ -1,6 +1,7 @@
 // `mkbarcode batch` while it runs: streams, signals, threads, its parts that put rows into order.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -155,6 +156,31 @@ TEST_P(BatchSignal, AnArchiveIsRemoved) {
                 AllOf(HasSubstr("interrupted"), HasSubstr("was not written")));
     EXPECT_THAT(scratch.Names(), ElementsAre("errors"));
   }
+}
+
+TEST_P(BatchSignal, APipeThatNobodyWritesIsNotWaitedFor) {
+  const ScratchDirectory scratch;
+  ASSERT_EQ(mkfifo(scratch.File("jobs.jsonl").c_str(), 0600), 0);
+  const std::vector<std::string> arguments = {"batch", scratch.File("jobs.jsonl"), "-o", scratch.File("out")};
+  RunningProgram program(arguments, scratch.File("errors"));
+  usleep(300'000);
+  program.Signal(GetParam());
+  EXPECT_EQ(program.Wait(), 128 + GetParam());
+  EXPECT_EQ(ReadFile(scratch.File("errors")),
+            "mkbarcode: 0 rows: 0 drawn, 0 failed\nmkbarcode: interrupted after row 0. The same command with "
+            "--resume goes on from there.\n");
+  EXPECT_THAT(scratch.Names(), ElementsAre("errors", "jobs.jsonl"));
+}
+
+TEST_P(BatchSignal, APipeForErrorsThatNobodyReadsIsNotWaitedFor) {
+  const ScratchDirectory scratch;
+  ASSERT_EQ(mkfifo(scratch.File("failed").c_str(), 0600), 0);
+  RunningProgram program({"batch", "-", "-o", scratch.File("out"), "--errors", scratch.File("failed")},
+                         scratch.File("errors"));
+  usleep(300'000);
+  program.Signal(GetParam());
+  EXPECT_EQ(program.Wait(), 128 + GetParam());
+  EXPECT_THAT(ReadFile(scratch.File("errors")), HasSubstr("interrupted after row 0."));
 }
 
 INSTANTIATE_TEST_SUITE_P(Both, BatchSignal, testing::Values(SIGINT, SIGTERM));
