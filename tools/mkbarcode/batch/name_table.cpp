@@ -54,12 +54,6 @@ std::size_t PageSize() {
 
 }  // namespace
 
-NameTable::NameTable() : m_unit(PageSize()) {}
-
-NameTable::NameTable(std::size_t unit) : m_unit(unit) {}
-
-NameTable::NameTable(const std::string& directory) : m_memory(directory), m_unit(PageSize()) {}
-
 TableMemory::TableMemory(const std::string& directory) : m_file(OpenNameless(directory)) {
   if (m_file.Number() < 0) {
     FailWithErrno(Line("cannot make a file in ", directory));
@@ -86,6 +80,12 @@ std::byte* TableMemory::Allocate(std::size_t size) {
 void TableMemory::Free(std::byte* memory, std::size_t size) {
   munmap(memory, size);
 }
+
+NameTable::NameTable() : m_unit(PageSize()) {}
+
+NameTable::NameTable(std::size_t unit) : m_unit(unit) {}
+
+NameTable::NameTable(const std::string& directory) : m_memory(directory), m_unit(PageSize()) {}
 
 NameTable::~NameTable() {
   for (const Shard& shard : m_shards) {
