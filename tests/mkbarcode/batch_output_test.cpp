@@ -182,6 +182,13 @@ TEST(Batch, WrongUsageIsToldBeforeAnythingIsDrawn) {
       {{jobs, "-o", "-", "--name", "{n}"}, "--name"},
       {{jobs, "-o", out + ".png", "--ignore-unknown"}, "directory"},
       {{jobs, "-o", out, "--ignore-unknown", "--errors", jobs}, "--errors"},
+      {{jobs, "-o", out, "--ignore-unknown", "--errors", "-"}, "--errors takes a file"},
+      {{jobs, "-o", out, "--ignore-unknown", "--errors", out}, "--errors is the output"},
+      {{jobs, "-o", out + "/", "--ignore-unknown", "--errors", out}, "--errors is the output"},
+      {{jobs, "-o", scratch.Path(), "--ignore-unknown", "--errors", scratch.Path()},
+       "--errors is the output"},
+      {{jobs, "-o", out + ".zip", "--ignore-unknown", "--errors", scratch.File("./out.zip")},
+       "--errors is the output"},
       {{jobs, "-o", out, "--mudule", "3"}, "mudule"},
   };
   for (const Case& test : cases) {
@@ -244,6 +251,47 @@ TEST(Batch, ErrorsGoToAFileAndIntoTheSummary) {
   EXPECT_EQ(errors[2]["error"]["field"], "module");
   EXPECT_EQ(errors[3]["n"], 5);
   EXPECT_THAT(errors[3]["error"]["message"].get<std::string>(), HasSubstr("nothing closes"));
+}
+
+TEST(Batch, ErrorsNeverLandInTheOutput) {
+  const ScratchDirectory scratch;
+  WriteFile(scratch.File("jobs.csv"), "type,text\nqr,A\nitf,B\n");
+  WriteFile(scratch.File("a.zip"), "earlier");
+  std::filesystem::create_hard_link(scratch.File("a.zip"), scratch.File("other"));
+  const Outcome linked = RunProgram(
+      {"batch", scratch.File("jobs.csv"), "-o", scratch.File("a.zip"), "--errors", scratch.File("other")});
+  EXPECT_EQ(linked.status, 2);
+  EXPECT_THAT(linked.errors, HasSubstr("--errors is the output"));
+  EXPECT_EQ(ReadFile(scratch.File("a.zip")), "earlier");
+  const std::string lines = scratch.File("lines");
+  const Outcome redirected = RunShell(
+      Concat({Program(), " batch ", scratch.File("jobs.csv"), " -o - --errors ", lines, " >", lines}));
+  EXPECT_EQ(redirected.status, 2);
+  EXPECT_THAT(redirected.errors, HasSubstr("--errors is the output"));
+  // A device is nobody's alone.
+  EXPECT_EQ(RunShell(Concat({Program(), " batch ", scratch.File("jobs.csv"),
+                             " -o - --errors /dev/null >/dev/null"}))
+                .status,
+            1);
+}
+
+TEST(Batch, ACellWithTooManyLinesIsOneRow) {
+  const ScratchDirectory scratch;
+  std::string table = "type,text\nqr,\"";
+  for (int i = 0; i < 70'000; ++i) {
+    table += "code128,INJECTED\n";
+  }
+  WriteFile(scratch.File("jobs.csv"), table + "\"\nqr,ok\n");
+  const Outcome outcome = RunProgram({"batch", scratch.File("jobs.csv"), "-o", "-", "-q"});
+  EXPECT_EQ(outcome.status, 1);
+  const std::vector<json> errors = LinesOf(outcome.errors);
+  ASSERT_EQ(errors.size(), 1);
+  EXPECT_EQ(errors[0]["n"], 1);
+  EXPECT_THAT(errors[0]["error"]["message"].get<std::string>(), HasSubstr("longer than 1048576 bytes"));
+  const std::vector<json> lines = LinesOf(outcome.output);
+  ASSERT_EQ(lines.size(), 2);
+  EXPECT_EQ(lines[1]["n"], 2);
+  EXPECT_EQ(lines[1]["ok"], true);
 }
 
 TEST(Batch, TheLaterOfTwoRowsWithOneNameFailsOrIsNumbered) {
@@ -326,6 +374,23 @@ TEST(Batch, FilesAreReplacedOrWithResumeSkipped) {
   EXPECT_THAT(RunProgram(arguments).errors, HasSubstr("3 rows: 2 drawn, 1 failed"));
   EXPECT_EQ(ReadFile(scratch.File("out/b.png")), PictureOf(R"({"type":"qr","text":"y"})"));
   EXPECT_THAT(RunProgram(resuming).errors, HasSubstr("3 rows: 0 drawn, 2 there already, 1 failed"));
+}
+
+TEST(Batch, ResumeLeavesLinksToFiles) {
+  const ScratchDirectory scratch;
+  WriteFile(scratch.File("jobs.csv"), "type,text,name\nqr,x,a\nqr,y,b\n");
+  std::filesystem::create_directories(scratch.File("out"));
+  WriteFile(scratch.File("target.png"), "earlier");
+  std::filesystem::create_symlink(scratch.File("target.png"), scratch.File("out/a.png"));
+  std::filesystem::create_symlink(scratch.File("gone.png"), scratch.File("out/b.png"));
+  const Outcome outcome = RunProgram(
+      {"batch", scratch.File("jobs.csv"), "-o", scratch.File("out"), "--name", "{name}.png", "--resume"});
+  EXPECT_EQ(outcome.errors, "mkbarcode: 2 rows: 1 drawn, 1 there already, 0 failed\n");
+  EXPECT_TRUE(std::filesystem::is_symlink(scratch.File("out/a.png")));
+  EXPECT_EQ(ReadFile(scratch.File("out/a.png")), "earlier");
+  // A link to nothing is no label.
+  EXPECT_FALSE(std::filesystem::is_symlink(scratch.File("out/b.png")));
+  EXPECT_THAT(scratch.Names(), ElementsAre("jobs.csv", "out", "target.png"));
 }
 
 TEST(Batch, WritesTheSameWithAnyNumberOfThreads) {

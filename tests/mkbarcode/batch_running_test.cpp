@@ -1,6 +1,7 @@
 // `mkbarcode batch` while it runs: streams, signals, threads, its parts that put rows into order.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -157,6 +158,31 @@ TEST_P(BatchSignal, AnArchiveIsRemoved) {
   }
 }
 
+TEST_P(BatchSignal, APipeThatNobodyWritesIsNotWaitedFor) {
+  const ScratchDirectory scratch;
+  ASSERT_EQ(mkfifo(scratch.File("jobs.jsonl").c_str(), 0600), 0);
+  const std::vector<std::string> arguments = {"batch", scratch.File("jobs.jsonl"), "-o", scratch.File("out")};
+  RunningProgram program(arguments, scratch.File("errors"));
+  usleep(300'000);
+  program.Signal(GetParam());
+  EXPECT_EQ(program.Wait(), 128 + GetParam());
+  EXPECT_EQ(ReadFile(scratch.File("errors")),
+            "mkbarcode: 0 rows: 0 drawn, 0 failed\nmkbarcode: interrupted after row 0. The same command with "
+            "--resume goes on from there.\n");
+  EXPECT_THAT(scratch.Names(), ElementsAre("errors", "jobs.jsonl"));
+}
+
+TEST_P(BatchSignal, APipeForErrorsThatNobodyReadsIsNotWaitedFor) {
+  const ScratchDirectory scratch;
+  ASSERT_EQ(mkfifo(scratch.File("failed").c_str(), 0600), 0);
+  RunningProgram program({"batch", "-", "-o", scratch.File("out"), "--errors", scratch.File("failed")},
+                         scratch.File("errors"));
+  usleep(300'000);
+  program.Signal(GetParam());
+  EXPECT_EQ(program.Wait(), 128 + GetParam());
+  EXPECT_THAT(ReadFile(scratch.File("errors")), HasSubstr("interrupted after row 0."));
+}
+
 INSTANTIATE_TEST_SUITE_P(Both, BatchSignal, testing::Values(SIGINT, SIGTERM));
 
 TEST(BatchRunning, ASignalBeforeTheHeaderEndsIt) {
@@ -259,17 +285,43 @@ TEST(BatchRunning, ATerminalHasABar) {
 TEST(BatchRunning, ElsewhereThereIsALineEveryTenSeconds) {
   const ScratchDirectory scratch;
   RunningProgram program({"batch", "-", "-o", "-"}, scratch.File("errors"));
+  RunningProgram quiet({"batch", "-", "-o", "-", "-q"}, scratch.File("quiet"));
   program.Write(kRow);
   program.ReadLine();
+  // The input stays open and idle.
   constexpr unsigned kTenSeconds = 10'100'000;
   usleep(kTenSeconds);
-  program.Write("nonsense\n");
-  program.ReadLine();
+  EXPECT_TRUE(Eventually(
+      [&] { return ReadFile(scratch.File("errors")) == "mkbarcode: 1 row, 0 a second, 0 failed\n"; }));
   program.CloseInput();
-  EXPECT_EQ(program.Wait(), 1);
-  EXPECT_THAT(
-      ReadFile(scratch.File("errors")),
-      HasSubstr("}\nmkbarcode: 2 rows, 0 a second, 1 failed\nmkbarcode: 2 rows: 1 drawn, 1 failed\n"));
+  EXPECT_EQ(program.Wait(), 0);
+  quiet.CloseInput();
+  EXPECT_EQ(quiet.Wait(), 0);
+  EXPECT_EQ(ReadFile(scratch.File("quiet")), "");
+}
+
+// What is written to standard error during so many milliseconds without a row.
+std::string WhileIdle(Progress::Shown shown, unsigned milliseconds) {
+  testing::internal::CaptureStderr();
+  {
+    Progress progress(shown, 100,
+                      {.lines = std::chrono::milliseconds(20),
+                       .bars = std::chrono::hours(1),
+                       .idleBars = std::chrono::milliseconds(20)});
+    progress.Tell({.rows = 1000, .failed = 2}, 50);
+    usleep(milliseconds * 1000);
+  }
+  return testing::internal::GetCapturedStderr();
+}
+
+TEST(Progress, TellsWhileNothingIsDone) {
+  const std::string line = "mkbarcode: 1000 rows, 50 %, [0-9]+ a second, [0-9:]+ left, 2 failed\n";
+  EXPECT_THAT(WhileIdle(Progress::Shown::kLines, 300), MatchesRegex("(" + line + ")(" + line + ")+"));
+  EXPECT_THAT(WhileIdle(Progress::Shown::kBar, 300),
+              AllOf(StartsWith("\r[############------------] 1000 rows, 50 %, "),
+                    HasSubstr(" left, 2 failed\x1B[K\r[####"), EndsWith("\x1B[K\r\x1B[K")));
+  EXPECT_EQ(WhileIdle(Progress::Shown::kNothing, 100), "");
+  EXPECT_EQ(WhileIdle(Progress::Shown::kLines, 0), "");
 }
 
 TEST(ParcelQueue, PassesOnInOrderFromManyThreads) {

@@ -117,32 +117,70 @@ TEST(RowCutter, AQuoteThatNothingClosesCostsItsLineAlone) {
                 ElementsAre(Cut{"a", RowProblem::kNone}, Cut{"\"b", RowProblem::kUnclosedQuote}));
   }
   std::string table = "\"b\n";
-  for (int i = 0; i < 300'000; ++i) {
+  while (table.size() + 6 <= kLongestRow) {
     table += "plain\n";
   }
   const std::vector<Cut> rows = CutAll(InputFormat::kCsv, table, 100'000);
-  ASSERT_EQ(rows.size(), 300'001);
+  ASSERT_EQ(rows.size(), 1 + (table.size() - 3) / 6);
   EXPECT_EQ(rows[0], (Cut{"\"b", RowProblem::kUnclosedQuote}));
   EXPECT_EQ(rows[1], (Cut{"plain", RowProblem::kNone}));
 }
 
+std::string Repeated(std::string_view text, std::size_t atLeast) {
+  std::string repeated;
+  while (repeated.size() < atLeast) {
+    repeated += text;
+  }
+  return repeated;
+}
+
+TEST(RowCutter, LinesInsideALongQuotedCellAreNoRows) {
+  const std::string lines = Repeated("code128,INJECTED\r\n\"\"a\"\",b\n", 3 * kLongestRow);
+  for (const std::size_t pieceSize :
+       std::array<std::size_t, 4>{1'000, 100'000, kLongestRow + 1, 100'000'000}) {
+    const std::vector<Cut> rows =
+        CutAll(InputFormat::kCsv, "a\nqr,\"" + lines + "\",x\r\nqr,ok\n\"b\n", pieceSize);
+    ASSERT_EQ(rows.size(), 4) << pieceSize;
+    EXPECT_EQ(rows[1].problem, RowProblem::kTooLongInQuote);
+    EXPECT_EQ(rows[1].bytes, ("qr,\"" + lines).substr(0, 1000));
+    EXPECT_EQ(rows[2], (Cut{"qr,ok", RowProblem::kNone}));
+    EXPECT_EQ(rows[3], (Cut{"\"b", RowProblem::kUnclosedQuote}));
+    // Nothing closes it.
+    EXPECT_EQ(CutAll(InputFormat::kCsv, "\"" + lines, pieceSize).size(), 1);
+    EXPECT_EQ(CutAll(InputFormat::kCsv, "\"" + lines + "\"", pieceSize).size(), 1);
+  }
+}
+
+TEST(RowCutter, TheLongestRowIsTheSameInAllPieces) {
+  for (const InputFormat format : {InputFormat::kJsonLines, InputFormat::kCsv}) {
+    for (const std::size_t pieceSize : std::array<std::size_t, 3>{1'000, kLongestRow, 100'000'000}) {
+      const std::string longest(kLongestRow, 'x');
+      EXPECT_EQ(CutAll(format, longest + "\r\nb", pieceSize),
+                (std::vector<Cut>{{longest, RowProblem::kNone}, {"b", RowProblem::kNone}}));
+      EXPECT_EQ(CutAll(format, longest + "x\"\nb", pieceSize),
+                (std::vector<Cut>{{std::string(1000, 'x'), RowProblem::kTooLong}, {"b", RowProblem::kNone}}));
+    }
+  }
+}
+
 TEST(RowCutter, ARowWithoutEndIsDroppedNotKept) {
   for (const InputFormat format : {InputFormat::kJsonLines, InputFormat::kCsv}) {
-    for (const char* const start : {"x", "\""}) {
+    for (const std::string& mark : {std::string(), std::string("\"")}) {
       RowCutter cutter(format);
       std::vector<Cut> rows;
       Add(cutter, "a\n");
-      Add(cutter, start);
+      Add(cutter, mark);
       std::size_t largest = 0;
       for (int i = 0; i < 100; ++i) {
         Add(cutter, std::string(1U << 20U, 'x'));
         TakeAll(cutter, rows);
         largest = std::max(largest, cutter.RoomForInput().size);
       }
-      Add(cutter, "\nb\n");
+      Add(cutter, mark + "\nb\n");
       TakeAll(cutter, rows);
       ASSERT_EQ(rows.size(), 3);
-      EXPECT_EQ(rows[1].problem, RowProblem::kTooLong);
+      EXPECT_EQ(rows[1].problem, format == InputFormat::kCsv && !mark.empty() ? RowProblem::kTooLongInQuote
+                                                                              : RowProblem::kTooLong);
       EXPECT_LE(rows[1].bytes.size(), 1000);
       EXPECT_EQ(rows[2], (Cut{"b", RowProblem::kNone}));
       EXPECT_LE(largest, 8 * kLongestRow);
@@ -300,7 +338,11 @@ TEST(JobParser, RowsThatDoNotFitTheHeaderFail) {
   EXPECT_THAT(ErrorOf(parser.Parse(Raw("code128,\xFF"))), HasSubstr("not in UTF-8"));
   EXPECT_THAT(ErrorOf(parser.Parse(Raw("code128,\"a\"b"))), HasSubstr("closing quote"));
   EXPECT_THAT(ErrorOf(parser.Parse({"\"", RowProblem::kUnclosedQuote})), HasSubstr("nothing closes"));
-  EXPECT_THAT(ErrorOf(parser.Parse({"x", RowProblem::kTooLong})), HasSubstr("longer than 1048576 bytes"));
+  EXPECT_THAT(ErrorOf(parser.Parse({"x", RowProblem::kTooLong})), HasSubstr("longer than 1048576 bytes;"));
+  EXPECT_THAT(
+      ErrorOf(parser.Parse({"\"", RowProblem::kTooLongInQuote})),
+      HasSubstr("longer than 1048576 bytes and goes on up to its closing quote; if nothing closes it, "
+                "the rows behind it are lost"));
 }
 
 TEST(JobParser, HeadersThatDoNotFitAreUsageErrors) {

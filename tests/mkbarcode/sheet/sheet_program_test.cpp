@@ -14,6 +14,7 @@
 #include "label_proof/picture.h"
 #include "mkbarcode/program_runner.h"
 #include "mkbarcode/quoting.h"
+#include "mkbarcode/sheet/sheet_command.h"
 #include "support/readers.h"
 
 namespace barcode::tool {
@@ -325,12 +326,27 @@ TEST_F(SheetProgram, WrongUsageWritesNothing) {
     EXPECT_EQ(outcome.errors, usage(message));
     EXPECT_FALSE(IsThere());
   }
+  const auto errorsTo = [](const std::string& file) { return With(kTwoByTwo, {"--errors", file}); };
+  EXPECT_EQ(Make(Row("qr", "A"), errorsTo(Pdf())).errors, usage("--errors is the output"));
+  EXPECT_EQ(Make(Row("qr", "A"), errorsTo("-")).errors,
+            usage("--errors takes a file; without it the rows go to standard error"));
+  EXPECT_FALSE(IsThere());
   EXPECT_EQ(Make("type,text,colour\nqr,A,red\n", kTwoByTwo, ".csv").status, 2);
   EXPECT_EQ(Make("type,text,colour\nqr,A,red\n", With(kTwoByTwo, {"--ignore-unknown"}), ".csv").status, 0);
   EXPECT_EQ(RunProgram({"sheet"}).errors,
             usage("No jobs are given: add a file of them, or - for standard input."));
   EXPECT_EQ(RunProgram({"sheet", "rows.csv"}).errors,
             usage("No output is given: add -o FILE, or -o - for standard output."));
+}
+
+TEST_F(SheetProgram, HelpAndCompletionsKnowOneFormat) {
+  EXPECT_THAT(RunProgram({"sheet", "--help"}).output, HasSubstr("Only pdf: a sheet is a PDF"));
+  const CommandDescription description = DescribeSheetCommand();
+  const auto format = std::ranges::find_if(description.options, [](const OptionDescription& option) {
+    return option.names == std::vector<std::string>{"--format"};
+  });
+  ASSERT_NE(format, description.options.end());
+  EXPECT_THAT(format->words, ElementsAre("pdf"));
 }
 
 TEST_F(SheetProgram, FailuresLeaveWhatWasThere) {

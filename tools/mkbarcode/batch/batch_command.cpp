@@ -188,18 +188,23 @@ class BatchRun {
     KeepMemory();
     const InputFormat format = FormatOfJobs(m_options.jobs, m_options.inputFormat);
     const Interruption interruption;
-    JobReader jobs(m_options.jobs, format,
-                   {.defaults = m_options.defaults,
-                    .extraColumns = m_kind == OutputKind::kJsonLines ? std::vector<std::string>()
-                                                                     : m_pattern.ExtraColumns(),
-                    .ignoreUnknown = m_options.ignoreUnknown},
-                   interruption.WakeUpDescriptor());
-    if (Interruption::Signal() != 0) {
-      return End(true);
+    std::optional<JobReader> jobs;
+    std::optional<Failures> failures;
+    try {
+      jobs.emplace(m_options.jobs, format, Rules(), interruption.WakeUpDescriptor());
+      if (Interruption::Signal() != 0) {
+        return End(true);
+      }
+      failures.emplace(m_options.errors, m_options.jobs, m_options.output);
+    } catch (const RunError&) {
+      // A pipe with a name waits for its other end when it is opened; a signal breaks that off.
+      if (Interruption::Signal() != 0) {
+        return End(true);
+      }
+      throw;
     }
-    const Failures failures(m_options.errors, m_options.jobs);
     const std::unique_ptr<Output> output = OpenOutput(m_options, m_kind);
-    const bool hasLeftRows = Make(jobs, *output, failures, interruption);
+    const bool hasLeftRows = Make(*jobs, *output, *failures, interruption);
     const bool isArchive = m_kind == OutputKind::kTar || m_kind == OutputKind::kZip;
     if (!hasLeftRows || !isArchive) {
       output->Finish();
@@ -208,6 +213,13 @@ class BatchRun {
   }
 
  private:
+  JobRules Rules() const {
+    return {.defaults = m_options.defaults,
+            .extraColumns =
+                m_kind == OutputKind::kJsonLines ? std::vector<std::string>() : m_pattern.ExtraColumns(),
+            .ignoreUnknown = m_options.ignoreUnknown};
+  }
+
   // Whether rows were left.
   bool Make(JobReader& jobs, Output& output, const Failures& failures, const Interruption& interruption) {
     Progress progress(Progress::OnStandardError(m_options.quiet), jobs.Size());

@@ -46,8 +46,8 @@ class DirectoryPacker : public Packer {
     }
     struct stat status {};
     const std::optional<int> folder = FolderOf(name, false);
-    return folder && fstatat(*folder, BaseName(name), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-           S_ISREG(status.st_mode);
+    // A link to a file is one, wherever that is.
+    return folder && fstatat(*folder, BaseName(name), &status, 0) == 0 && S_ISREG(status.st_mode);
   }
 
   void Pack(const FinishedRow& row, Parcel& /*parcel*/) override {

@@ -18,7 +18,6 @@
 namespace barcode::tool {
 namespace {
 
-constexpr std::size_t kPage = 4096;
 constexpr std::size_t kSlotBytes = sizeof(std::uint64_t) + sizeof(std::uint16_t);
 
 __extension__ using Wide = unsigned __int128;
@@ -45,6 +44,12 @@ std::uint64_t Mix(std::string_view name, std::uint64_t seed) {
     name.remove_prefix(std::min(name.size(), sizeof(std::uint64_t)));
   }
   return Fold(state ^ seed, kOther);
+}
+
+// What memory is given out in, and where in a file it may begin.
+std::size_t PageSize() {
+  static const auto kSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  return kSize;
 }
 
 }  // namespace
@@ -75,6 +80,12 @@ std::byte* TableMemory::Allocate(std::size_t size) {
 void TableMemory::Free(std::byte* memory, std::size_t size) {
   munmap(memory, size);
 }
+
+NameTable::NameTable() : m_unit(PageSize()) {}
+
+NameTable::NameTable(std::size_t unit) : m_unit(unit) {}
+
+NameTable::NameTable(const std::string& directory) : m_memory(directory), m_unit(PageSize()) {}
 
 NameTable::~NameTable() {
   for (const Shard& shard : m_shards) {
@@ -134,8 +145,7 @@ bool NameTable::Contains(std::string_view name) {
 // By a third: then the slots are two thirds full, and a name takes 15 bytes.
 void NameTable::Grow(Shard& shard) {
   Shard larger;
-  const std::size_t wanted = shard.bytes + shard.bytes / 3;
-  larger.bytes = (wanted / kPage + 1) * kPage;
+  larger.bytes = shard.bytes + std::max(shard.bytes / 3 / m_unit, std::size_t{1}) * m_unit;
   larger.capacity = larger.bytes / kSlotBytes;
   larger.memory = m_memory.Allocate(larger.bytes);
   larger.size = shard.size;

@@ -33,10 +33,12 @@ class TableMemory {
 // in 10^12 runs, and the later row fails; no file is lost.
 class NameTable {
  public:
-  NameTable() = default;
+  NameTable();
+  // That grows by multiples of so many bytes, themselves one of a page.
+  explicit NameTable(std::size_t unit);
   // With the memory of a nameless file in the directory, of which no more than a few pages stand in the
   // process at a time.
-  explicit NameTable(const std::string& directory) : m_memory(directory) {}
+  explicit NameTable(const std::string& directory);
   NameTable(const NameTable&) = delete;
   NameTable& operator=(const NameTable&) = delete;
   ~NameTable();
@@ -74,6 +76,7 @@ class NameTable {
   void CountAccess();
 
   TableMemory m_memory;
+  std::size_t m_unit;  // what it grows by
   std::array<Shard, std::size_t{1} << kShardBits> m_shards{};
   std::size_t m_bytes = 0;
   std::size_t m_largestBytes = 0;

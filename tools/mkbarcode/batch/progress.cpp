@@ -13,8 +13,6 @@
 namespace barcode::tool {
 namespace {
 
-constexpr std::chrono::milliseconds kBetweenBars(100);
-constexpr std::chrono::seconds kBetweenLines(10);
 constexpr int kBarWidth = 24;
 
 // "01:05", or "2:03:05".
@@ -42,25 +40,76 @@ Progress::Shown Progress::OnStandardError(bool isQuiet) {
   return isatty(STDERR_FILENO) == 1 ? Shown::kBar : Shown::kLines;
 }
 
-Progress::Progress(Shown shown, std::optional<std::uint64_t> inputSize)
-    : m_shown(shown), m_inputSize(inputSize), m_start(Clock::now()), m_last(m_start) {}
+Progress::Progress(Shown shown, std::optional<std::uint64_t> inputSize, Intervals intervals)
+    : m_shown(shown),
+      m_inputSize(inputSize),
+      m_intervals(intervals),
+      m_start(Clock::now()),
+      m_last(m_start),
+      m_cleared(m_start) {
+  if (m_shown != Shown::kNothing) {
+    m_ticking = std::thread([this] { Tick(); });
+  }
+}
+
+Progress::~Progress() {
+  if (m_ticking.joinable()) {
+    {
+      const std::scoped_lock lock(m_mutex);
+      m_isEnded = true;
+    }
+    m_ended.notify_one();
+    m_ticking.join();
+  }
+  Clear();
+}
+
+Progress::Clock::duration Progress::Between() const {
+  return m_shown == Shown::kBar ? m_intervals.bars : m_intervals.lines;
+}
+
+// With the mutex held. No bar comes between what is written behind Clear.
+Progress::Clock::time_point Progress::NextTick() const {
+  return m_shown == Shown::kBar ? std::max(m_last, m_cleared) + m_intervals.idleBars
+                                : m_last + m_intervals.lines;
+}
+
+// For the times in which nobody tells anything.
+void Progress::Tick() {
+  std::unique_lock lock(m_mutex);
+  while (!m_isEnded) {
+    const Clock::time_point due = NextTick();
+    if (m_ended.wait_until(lock, due, [this] { return m_isEnded; })) {
+      return;
+    }
+    // Something may have been shown in between.
+    if (const Clock::time_point now = Clock::now(); now >= NextTick()) {
+      Show(now);
+    }
+  }
+}
 
 void Progress::Tell(const Counts& counts, std::uint64_t bytesTaken) {
   if (m_shown == Shown::kNothing) {
     return;
   }
-  const Clock::time_point now = Clock::now();
-  const bool isBar = m_shown == Shown::kBar;
-  if (now - m_last < (isBar ? Clock::duration(kBetweenBars) : Clock::duration(kBetweenLines))) {
-    return;
+  const std::scoped_lock lock(m_mutex);
+  m_counts = counts;
+  m_bytesTaken = bytesTaken;
+  if (const Clock::time_point now = Clock::now(); now - m_last >= Between()) {
+    Show(now);
   }
+}
+
+// With the mutex held.
+void Progress::Show(Clock::time_point now) {
   m_last = now;
   std::optional<double> done;
   if (m_inputSize && *m_inputSize > 0) {
-    done = std::min(1.0, static_cast<double>(bytesTaken) / static_cast<double>(*m_inputSize));
+    done = std::min(1.0, static_cast<double>(m_bytesTaken) / static_cast<double>(*m_inputSize));
   }
-  const std::string text = ProgressText(counts, done, std::chrono::duration<double>(now - m_start).count());
-  if (isBar) {
+  const std::string text = ProgressText(m_counts, done, std::chrono::duration<double>(now - m_start).count());
+  if (m_shown == Shown::kBar) {
     // Back to the start of the line, which is cleared behind the text.
     WriteToStandardError(Line('\r', done ? Bar(*done) + ' ' : std::string(), text, "\x1B[K"));
     m_isBarShown = true;
@@ -70,6 +119,11 @@ void Progress::Tell(const Counts& counts, std::uint64_t bytesTaken) {
 }
 
 void Progress::Clear() {
+  if (m_shown != Shown::kBar) {
+    return;
+  }
+  const std::scoped_lock lock(m_mutex);
+  m_cleared = Clock::now();
   if (m_isBarShown) {
     WriteToStandardError("\r\x1B[K");
     m_isBarShown = false;

@@ -11,9 +11,9 @@ namespace barcode::tool {
 // Where the rows that failed go, as lines of JSON.
 class Failures {
  public:
-  // file: what is in it goes; "" for standard error. jobs: the file of the rows, which it must not be. Throws
-  // UsageError and RunError.
-  Failures(const std::string& file, const std::string& jobs);
+  // file: what is in it goes; "" for standard error. jobs, output: the file of the rows and where the labels
+  // go, "-" for a standard stream; it must be neither. Throws UsageError and RunError.
+  Failures(const std::string& file, const std::string& jobs, const std::string& output);
 
   // Throws RunError.
   void Write(std::string_view lines) const;

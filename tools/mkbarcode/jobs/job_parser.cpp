@@ -45,6 +45,11 @@ std::optional<LabelError> ErrorOf(RowProblem problem) {
       return std::nullopt;
     case RowProblem::kTooLong:
       return BadRow(Line("The row is longer than ", kLongestRow, " bytes; no label needs that much."));
+    case RowProblem::kTooLongInQuote:
+      return BadRow(
+          Line("The row is longer than ", kLongestRow,
+               " bytes and goes on up to its closing quote; if nothing closes it, the rows behind it "
+               "are lost, so close it, or write a quote inside a cell twice."));
     case RowProblem::kUnclosedQuote:
       break;
   }

@@ -105,13 +105,7 @@ std::optional<RawRow> RowCutter::NextPiece() {
     return TakeRow();
   }
   if (m_end - m_begin > kLongestRow) {
-    if (m_state == State::kQuoted && m_firstLineEnd) {
-      return GiveUpQuote();
-    }
-    const RawRow row = {Pending().substr(0, kExcerpt), RowProblem::kTooLong};
-    m_isSkipping = true;
-    m_state = m_state == State::kQuoted ? State::kPlain : m_state;
-    return row;
+    return BeginSkipping();
   }
   if (m_isEnded && m_begin < m_end) {
     return TakeLastRow();
@@ -148,14 +142,21 @@ bool RowCutter::FindEndOfLine() {
   return found != nullptr;
 }
 
+// Not beyond what a row may have: whether a quote is open there must not depend on how much has been read.
+std::size_t RowCutter::EndOfScan() const {
+  return m_isSkipping ? m_end : std::min(m_end, m_begin + kLongestRow + 1);
+}
+
 bool RowCutter::FindEndOfTableRow() {
-  for (; m_scan < m_end; ++m_scan) {
+  for (const std::size_t end = EndOfScan(); m_scan < end; ++m_scan) {
     const char character = m_buffer[m_scan];
     if (IsLineEnd(character)) {
       if (m_state != State::kQuoted) {
         return true;
       }
-      m_firstLineEnd = m_firstLineEnd.value_or(m_scan);
+      if (!m_isSkipping) {
+        m_firstLineEnd = m_firstLineEnd.value_or(m_scan);
+      }
     }
     Step(character);
   }
@@ -200,6 +201,15 @@ RawRow RowCutter::TakeLastRow() {
   m_begin = m_end;
   StartRow();
   return row;
+}
+
+// An open quote stays open: the lines inside it are no rows.
+RawRow RowCutter::BeginSkipping() {
+  m_isSkipping = true;
+  m_firstLineEnd.reset();
+  const bool isInQuote =  // a quote at the very end may be the first of two
+      m_state == State::kQuoted || m_state == State::kQuoteInQuoted;
+  return {Pending().substr(0, kExcerpt), isInQuote ? RowProblem::kTooLongInQuote : RowProblem::kTooLong};
 }
 
 // A quote that nothing closes would take all rows behind it along: its row is one line.

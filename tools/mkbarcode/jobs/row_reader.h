@@ -16,8 +16,9 @@ inline constexpr std::size_t kLongestRow = std::size_t{1} << 20U;
 
 enum class RowProblem : std::uint8_t {
   kNone,
-  kTooLong,        // above kLongestRow
-  kUnclosedQuote,  // up to the end of the input, or for longer than kLongestRow
+  kTooLong,         // above kLongestRow
+  kTooLongInQuote,  // the same; the quote that is open there may be one that nothing closes
+  kUnclosedQuote,   // up to the end of the input
 };
 
 // One row as it stands in the input.
@@ -57,11 +58,13 @@ class RowCutter {
   // Moves m_scan to the line end of the row at m_begin; false when it has not come yet.
   bool FindLineEnd();
   bool FindEndOfTableRow();
+  std::size_t EndOfScan() const;
   bool FindEndOfLine();
   void Step(char character);
   // Takes the row up to m_scan, and its line end.
   RawRow TakeRow();
   RawRow TakeLastRow();
+  RawRow BeginSkipping();
   RawRow GiveUpQuote();
   void SkipLineEnd();
   void StartRow();
@@ -72,7 +75,7 @@ class RowCutter {
   std::size_t m_scan = 0;   // everything before was looked at
   std::size_t m_end = 0;    // of what has been read
   State m_state = State::kCellStart;
-  std::optional<std::size_t> m_firstLineEnd;  // inside the quotes of this row
+  std::optional<std::size_t> m_firstLineEnd;  // inside the quotes of this row, unless it is skipped
   bool m_isAtStart = true;
   bool m_isSkipping = false;          // the rest of a row that is too long
   bool m_mayContinueLineEnd = false;  // a CR ended the last row: an LF belongs to it

@@ -177,7 +177,7 @@ class SheetRun {
     JobReader jobs(
         m_command.jobs, format,
         {.defaults = m_command.defaults, .extraColumns = {}, .ignoreUnknown = m_command.ignoreUnknown});
-    const Failures failures(m_command.errors, m_command.jobs);
+    const Failures failures(m_command.errors, m_command.jobs, m_command.output);
     SheetFile file(m_command.output);
     label::SheetWriter sheet(m_command.sheet, [&file](std::string_view bytes) { file.Write(bytes); });
     while (const std::optional<JobReader::Row> row = jobs.Next()) {
@@ -241,12 +241,16 @@ std::unique_ptr<CLI::App> BuildSheetApp(SheetCommand& command) {
       ->description("The symbology of rows that name none: a name or an alias from mkbarcode --list")
       ->type_name("TYPE");
   AddLabelOptions(*app, command.defaults);
+  app->get_option("--format")->description("Only pdf: a sheet is a PDF");
   return app;
 }
 
 CommandDescription DescribeSheetCommand() {
   SheetCommand command;
-  CommandDescription description = Describe(*BuildSheetApp(command));
+  const auto wordsOf = [](std::string_view name) {
+    return name == "format" ? std::vector<std::string>{"pdf"} : WordsOfLabels(name);
+  };
+  CommandDescription description = Describe(*BuildSheetApp(command), wordsOf);
   description.usage = {"sheet JOBS -o FILE --page SIZE --grid COLUMNSxROWS [OPTIONS]"};
   return description;
 }
