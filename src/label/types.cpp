@@ -197,7 +197,9 @@ constexpr auto kTypes = std::to_array<TypeInfo>({
      .smallestModuleMm = kSmallestGs1,
      .standardHeight = kByWidth,
      .anyReader = true,
-     .readers = {.zxing = "Not the stacked forms, on which version 1.4 aborts.",
+     .readers = {.zxing =
+                     "Of the stacked forms a single symbol in a picture; looking for several, version 1.4 "
+                     "aborts on them.",
                  .zbar = "yes",
                  .zxingWasm = "yes"}},
     {.type = Type::kDataBarLimited,
@@ -224,8 +226,9 @@ constexpr auto kTypes = std::to_array<TypeInfo>({
      .standardHeight = kByWidth,
      .anyReader = true,
      .readers =
-         {.zxing = "Not the stacked form, on which version 1.4 aborts; not a GTIN alone, and not application "
-                   "identifiers that are younger than the reader.",
+         {.zxing =
+              "Of the stacked form a single symbol in a picture; looking for several, version 1.4 aborts on "
+              "it. Not a GTIN alone, and not application identifiers that are younger than the reader.",
           .zbar = "Part of the stacked symbols only; what stands behind an FNC1 is misread.",
           .zxingWasm = "yes"}},
     {.type = Type::kYubinCustomer,

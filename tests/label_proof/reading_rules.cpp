@@ -12,8 +12,8 @@ bool IsStacked(const Content& content) {
   return form != content.options.end() && form->get<std::string>().starts_with("stacked");
 }
 
-// libzxing 1.4. It aborts the process on stacked DataBar symbols (an assertion of its own fails), and does
-// not know DataBar Limited.
+// libzxing 1.4. Looking for all symbols of a picture it aborts the process on stacked DataBar ones (an
+// assertion of its own fails), which are left to the other readers; it does not know DataBar Limited.
 std::optional<ReaderRule> ZxingRule(Symbology symbology, const Content& content) {
   const auto same = [](const char* name) { return ReaderRule{name, {name}}; };
   switch (symbology) {
