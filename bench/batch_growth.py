@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""How the cost of `mkbarcode batch` grows with the number of rows: CPU time, time and memory of whole processes.
+"""How the cost of `mkbarcode batch` grows with the number of rows: CPU time and time of whole processes.
 
     batch_growth.py MKBARCODE [--most ROWS] [--jobs N]
 
@@ -24,14 +24,14 @@ def write_rows(path, count):
 
 
 def run(mkbarcode, rows, arguments, output):
-    """CPU seconds, seconds and MiB of resident memory at the most."""
+    """CPU seconds and seconds."""
     began = time.monotonic()
     with open(os.devnull, "wb") as nothing:
         process = subprocess.Popen([mkbarcode, "batch", rows, "-o", output, "--quiet", *arguments], stdout=nothing)
         _, status, usage = os.wait4(process.pid, 0)
     if os.waitstatus_to_exitcode(status) != 0:
         sys.exit("batch_growth: mkbarcode failed")
-    return usage.ru_utime + usage.ru_stime, time.monotonic() - began, usage.ru_maxrss / 1024
+    return usage.ru_utime + usage.ru_stime, time.monotonic() - began
 
 
 def main():
@@ -40,8 +40,8 @@ def main():
     parser.add_argument("--most", type=int, default=1_000_000)
     parser.add_argument("--jobs", default="1")
     options = parser.parse_args()
-    print("| Rows | Output | CPU s | CPU us a row | s | MiB |")
-    print("|---|---|---|---|---|---|")
+    print("| Rows | Output | CPU s | CPU us a row | s |")
+    print("|---|---|---|---|---|")
     with tempfile.TemporaryDirectory() as folder:
         rows = pathlib.Path(folder, "rows.jsonl")
         tar = str(pathlib.Path(folder, "labels.tar"))
@@ -50,8 +50,8 @@ def main():
             write_rows(rows, count)
             for name, arguments, output in (("SVG, lines of JSON", ["--format", "svg"], "-"),
                                             ("PNG, lines of JSON", [], "-"), ("PNG, tar", [], tar)):
-                cpu, seconds, memory = run(options.mkbarcode, rows, [*arguments, "-j", options.jobs], output)
-                print(f"| {count} | {name} | {cpu:.2f} | {cpu / count * 1e6:.1f} | {seconds:.2f} | {memory:.1f} |",
+                cpu, seconds = run(options.mkbarcode, rows, [*arguments, "-j", options.jobs], output)
+                print(f"| {count} | {name} | {cpu:.2f} | {cpu / count * 1e6:.1f} | {seconds:.2f} |",
                       flush=True)
             count *= 10
 
