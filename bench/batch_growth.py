@@ -3,7 +3,8 @@
 
     batch_growth.py MKBARCODE [--most ROWS] [--jobs N]
 
-Prints a table in Markdown: 10^3 rows to --most (default 10^6), for SVG and PNG to lines of JSON and PNG to a tar file.
+Prints a table in Markdown: 10^3 rows to --most (default 10^6), for SVG, PNG and PNG without text to lines of
+JSON, and PNG to a tar file.
 """
 
 import argparse
@@ -49,7 +50,9 @@ def main():
         while count <= options.most:
             write_rows(rows, count)
             for name, arguments, output in (("SVG, lines of JSON", ["--format", "svg"], "-"),
-                                            ("PNG, lines of JSON", [], "-"), ("PNG, tar", [], tar)):
+                                            ("PNG, lines of JSON", [], "-"),
+                                            ("PNG without text, lines of JSON", ["--no-show-text"], "-"),
+                                            ("PNG, tar", [], tar)):
                 cpu, seconds = run(options.mkbarcode, rows, [*arguments, "-j", options.jobs], output)
                 print(f"| {count} | {name} | {cpu:.2f} | {cpu / count * 1e6:.1f} | {seconds:.2f} |",
                       flush=True)

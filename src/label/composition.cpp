@@ -15,6 +15,7 @@
 #include "label/needs.h"
 #include "label/text_setting.h"
 #include "label/turn.h"
+#include "label/units.h"
 #include "layout/four_state_layout.h"
 #include "layout/linear_layout.h"
 #include "layout/stacked_layout.h"
@@ -23,8 +24,6 @@
 
 namespace barcode::label {
 namespace {
-
-constexpr double kMillimetresPerInch = 25.4;
 
 // A digit of EAN and UPC symbols is as wide as its bars.
 constexpr int kDigitModules = 7;

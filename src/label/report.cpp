@@ -5,6 +5,7 @@
 
 #include "label/field_table.h"
 #include "label/json_writer.h"
+#include "label/units.h"
 
 namespace barcode::label {
 namespace {
@@ -51,9 +52,8 @@ void WriteSize(JsonWriter& json, const Drawing& drawing) {
   json.Member("width", drawing.width);
   json.Member("height", drawing.height);
   if (drawing.dpi) {
-    constexpr double kMmPerInch = 25.4;
-    json.Member("width_mm", drawing.width * kMmPerInch / *drawing.dpi);
-    json.Member("height_mm", drawing.height * kMmPerInch / *drawing.dpi);
+    json.Member("width_mm", drawing.width * kMillimetresPerInch / *drawing.dpi);
+    json.Member("height_mm", drawing.height * kMillimetresPerInch / *drawing.dpi);
   }
 }
 

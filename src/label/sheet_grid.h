@@ -4,8 +4,6 @@
 
 namespace barcode::label {
 
-inline constexpr double kMillimetresPerInch = 25.4;
-
 // A length in dots that is worked out from millimetres is off by no more than this.
 inline constexpr double kDotTolerance = 1e-6;
 

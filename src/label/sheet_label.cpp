@@ -15,6 +15,7 @@
 #include "label/symbol.h"
 #include "label/turn.h"
 #include "label/types.h"
+#include "label/units.h"
 #include "label/warnings.h"
 
 namespace barcode::label {

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "label/units.h"
+
 namespace barcode::label {
 namespace {
 

@@ -15,12 +15,12 @@
 #include "label/path_data.h"
 #include "label/text_outline.h"
 #include "label/title.h"
+#include "label/units.h"
 #include "label/writers.h"
 
 namespace barcode::label {
 namespace {
 
-constexpr double kMillimetresPerInch = 25.4;
 // Significant digits of sizes in millimetres.
 constexpr int kSizeDigits = 8;
 // Decimals of places in dots and of dots per unit.

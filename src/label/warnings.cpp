@@ -7,11 +7,11 @@
 #include <cstdlib>
 
 #include "base/line.h"
+#include "label/units.h"
 
 namespace barcode::label {
 namespace {
 
-constexpr double kMmPerInch = 25.4;
 // Decimal places that a size in millimetres is rounded to do not make it smaller.
 constexpr double kTolerance = 0.99;
 // From here on printers set single dots in their true size.
@@ -99,7 +99,7 @@ void AddQuietZoneWarning(const TypeInfo& type, const QuietZone& drawn, std::vect
 }
 
 void AddModuleWarning(const TypeInfo& type, int dpi, int module, std::vector<Warning>& warnings) {
-  const double millimetres = module * kMmPerInch / dpi;
+  const double millimetres = module * kMillimetresPerInch / dpi;
   if (millimetres < kTolerance * type.smallestModuleMm) {
     warnings.push_back(
         {ErrorCode::kSmallModule,

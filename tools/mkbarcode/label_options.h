@@ -11,10 +11,9 @@ class Option;
 namespace barcode::tool {
 
 // Adds one option for each field of a request but "type", "text" and "text_base64", in kebab-case: booleans
-// as
-// "--x" and "--no-x", the others with a value. Values land in the request while the parser runs; one that the
-// field does not take is a UsageError that names the option and what would do. The request is to outlive the
-// parser.
+// as "--x" and "--no-x", the others with a value. Values land in the request while the parser runs; one that
+// the field does not take is a UsageError that names the option and what would do. The request is to outlive
+// the parser.
 void AddLabelOptions(CLI::App& app, label::Request& request);
 
 // The same of one field.

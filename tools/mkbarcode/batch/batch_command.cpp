@@ -29,6 +29,7 @@
 #include "mkbarcode/cli/parser.h"
 #include "mkbarcode/descriptor.h"
 #include "mkbarcode/errors.h"
+#include "mkbarcode/file_suffix.h"
 #include "mkbarcode/io.h"
 #include "mkbarcode/jobs/failures.h"
 #include "mkbarcode/jobs/job_reader.h"
@@ -72,10 +73,6 @@ struct BatchOptions {
 
 enum class OutputKind { kDirectory, kTar, kZip, kJsonLines };
 
-bool EndsWith(std::string_view text, std::string_view upperSuffix) {
-  return ToUpper(text).ends_with(upperSuffix);
-}
-
 OutputKind KindOf(const std::string& output) {
   if (output.empty()) {
     throw UsageError("no output: give -o DIRECTORY, -o FILE.zip, -o FILE.tar, or -o - for lines of JSON");
@@ -83,15 +80,15 @@ OutputKind KindOf(const std::string& output) {
   if (output == "-") {
     return OutputKind::kJsonLines;
   }
-  if (EndsWith(output, ".ZIP")) {
+  if (HasSuffix(output, ".ZIP")) {
     return OutputKind::kZip;
   }
-  if (EndsWith(output, ".TAR")) {
+  if (HasSuffix(output, ".TAR")) {
     return OutputKind::kTar;
   }
   for (const std::string_view suffix :
        {".PNG", ".SVG", ".PDF", ".JPG", ".TGZ", ".TAR.GZ", ".JSONL", ".JSON"}) {
-    if (EndsWith(output, suffix)) {
+    if (HasSuffix(output, suffix)) {
       throw UsageError(Line("-o ", output,
                             ": a batch writes a directory, a .zip file or a .tar file, or with -o - lines of "
                             "JSON to standard output"));

@@ -1,8 +1,8 @@
 #include "mkbarcode/jobs/input_format.h"
 
-#include "base/ascii.h"
 #include "base/line.h"
 #include "mkbarcode/errors.h"
+#include "mkbarcode/file_suffix.h"
 
 namespace barcode::tool {
 namespace {
@@ -23,12 +23,11 @@ InputFormat FormatOfJobs(const std::string& file, const std::optional<std::strin
   if (word) {
     return FormatOfWord(*word);
   }
-  const std::string name = ToUpper(std::string_view(file));
-  if (name.ends_with(".CSV")) {
+  if (HasSuffix(file, ".CSV")) {
     return InputFormat::kCsv;
   }
-  if (file == kStandardInput || name.ends_with(".JSONL") || name.ends_with(".NDJSON") ||
-      name.ends_with(".JSON")) {
+  if (file == kStandardInput || HasSuffix(file, ".JSONL") || HasSuffix(file, ".NDJSON") ||
+      HasSuffix(file, ".JSON")) {
     return InputFormat::kJsonLines;
   }
   throw UsageError(Line("cannot tell from the name ", file,

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/ascii.h"
 #include "label/field_table.h"
 #include "label/label.h"
 #include "label/types.h"
@@ -15,6 +16,7 @@
 #include "mkbarcode/cli/suggestion.h"
 #include "mkbarcode/cli/version.h"
 #include "mkbarcode/errors.h"
+#include "mkbarcode/file_suffix.h"
 #include "mkbarcode/io.h"
 #include "mkbarcode/label_options.h"
 #include "mkbarcode/quoting.h"
@@ -97,14 +99,10 @@ void CheckOutput(const CLI::App& app, const LabelCommand& command) {
 }
 
 std::optional<label::Format> FormatOfSuffix(const std::string& file) {
-  const auto endsWith = [&file](std::string_view suffix) {
-    return file.size() > suffix.size() &&
-           std::equal(suffix.rbegin(), suffix.rend(), file.rbegin(), [](char wanted, char given) {
-             return wanted == given || (given >= 'A' && given <= 'Z' && wanted == given - 'A' + 'a');
-           });
-  };
   for (const label::Format format : {label::Format::kPng, label::Format::kSvg, label::Format::kPdf}) {
-    if (endsWith(Concat({".", label::WordOf(format)}))) {
+    const std::string suffix = ToUpper(Concat({".", label::WordOf(format)}));
+    // A name that is nothing else is that of a hidden file.
+    if (file.size() > suffix.size() && HasSuffix(file, suffix)) {
       return format;
     }
   }
