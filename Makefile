@@ -1,10 +1,12 @@
 # Thin calls of the presets in CMakePresets.json.
 .DEFAULT_GOAL := help
-.PHONY: help deps deps-test deps-lint deps-fuzz build demo everything test asan tsan fuzz soak proof same lint bench install clean
+.PHONY: help deps deps-test deps-hosts deps-lint deps-fuzz deps-packages build demo everything test asan tsan fuzz soak proof \
+  same lint bench install uninstall portable packages dist deb wheel npm test-packages clean
 
 help:
 	@echo "make demo       install what is missing, build, draw the gallery into build/gallery/index.html"
 	@echo "make test       install what is missing, build, run every test"
+	@echo "make packages   install what is missing, build the Debian, Python and Node packages into build/packages/"
 	@echo "The targets below install no packages; they say so if any is missing."
 	@echo "make deps       install what the library and mkbarcode need to build"
 	@echo "make deps-test  the same, and what tests and benchmarks need; make deps-lint: the linters too"
@@ -18,6 +20,9 @@ help:
 	@echo "make lint       clang-format and clang-tidy"
 	@echo "make bench      the benchmarks"
 	@echo "make install    install the library, its header and mkbarcode (PREFIX, default /usr/local)"
+	@echo "make uninstall  remove what make install has installed there"
+	@echo "make dist       the source tarball; make deb, wheel, npm: a package of its own; all into build/packages/"
+	@echo "make test-packages  the packages in bare systems, and each built twice (make deps-packages)"
 	@echo "make clean      remove build/"
 
 deps:
@@ -25,6 +30,12 @@ deps:
 
 deps-test:
 	@scripts/install-deps.sh --test
+
+deps-hosts:
+	@scripts/install-deps.sh --hosts
+
+deps-packages:
+	@scripts/install-deps.sh --packages
 
 deps-lint:
 	@scripts/install-deps.sh --lint
@@ -97,6 +108,30 @@ bench: everything
 PREFIX ?= /usr/local
 install: build
 	cmake --install build/library --prefix $(PREFIX)
+
+# One file that needs the C library alone: what the Python and the Node package carry.
+portable:
+	cmake --preset portable
+	cmake --build --preset portable
+
+packages: deps-packages
+	$(MAKE) dist deb wheel npm
+
+dist:
+	scripts/dist.sh build/packages
+
+deb: dist
+	packaging/build-deb.sh build/packages
+
+wheel: portable
+	python/build-wheel.sh build/packages
+
+npm: portable
+	node/build-tarball.sh build/packages
+
+test-packages:
+	@scripts/install-deps.sh --packages --check
+	tests/packages/run.sh build/packages
 
 clean:
 	rm -rf build

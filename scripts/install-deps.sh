@@ -3,7 +3,9 @@
 # npm, each only if it is absent.
 #   scripts/install-deps.sh [--check]          library, tool and demo
 #   scripts/install-deps.sh --test [--check]   the same, tests and benchmarks
-#   scripts/install-deps.sh --lint [--check]   all of these and the linters
+#   scripts/install-deps.sh --hosts [--check]  the same, and the other languages of examples/
+#   scripts/install-deps.sh --packages [--check]  library, tool, and what builds and tests packages
+#   scripts/install-deps.sh --lint [--check]   what --test installs, and the linters
 #   scripts/install-deps.sh --fuzz [--check]   library and fuzzers
 # With --check it installs nothing: it says in one line what is missing, and fails if anything is.
 set -eu
@@ -14,6 +16,8 @@ check=no
 for argument; do
   case $argument in
     --test) purpose="test" ;;
+    --hosts) purpose=hosts ;;
+    --packages) purpose=packages ;;
     --lint) purpose=lint ;;
     --fuzz) purpose=fuzz ;;
     --check) check=yes ;;
@@ -29,19 +33,26 @@ packages="
   libcli11-dev libarchive-dev
 "
 tests=no
-if [ "$purpose" = "test" ] || [ "$purpose" = lint ]; then
-  tests=yes
-fi
+case $purpose in test | hosts | lint) tests=yes ;; esac
 if [ "$tests" = yes ]; then
   programs="$programs python3:python3"
   packages="$packages
     libgtest-dev libgmock-dev libbenchmark-dev
     libzxing-dev libzbar-dev librsvg2-dev poppler-utils locales
     chromium parallel openssh-server openssh-client
-    zsh fish man-db mandoc"
+    zsh fish man-db mandoc
+    python3-pytest mypy python3-distributed"
   if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
     packages="$packages nodejs npm ca-certificates"
   fi
+fi
+if [ "$purpose" = hosts ]; then
+  programs="$programs javac:default-jdk-headless php:php-cli ruby:ruby"
+  packages="$packages libjna-java"
+fi
+if [ "$purpose" = packages ]; then
+  programs="$programs python3:python3 dpkg-buildpackage:dpkg-dev"
+  packages="$packages debhelper lintian mmdebstrap"
 fi
 if [ "$purpose" = lint ]; then
   programs="$programs clang-format:clang-format clang-tidy:clang-tidy"
