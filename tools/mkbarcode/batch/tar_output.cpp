@@ -108,8 +108,7 @@ class TarWriter {
   TarWriter& operator=(const TarWriter&) = delete;
   ~TarWriter() {
     m_library.entryFree(m_entry);
-    std::string end;  // of the part, which is none of the file; without it libarchive keeps memory
-    m_out = &end;
+    m_out = &m_discarded;  // the end of the part, which is none of the file; without it libarchive keeps memory
     m_library.close(m_archive);
     m_library.free(m_archive);
   }
@@ -151,6 +150,7 @@ class TarWriter {
   archive* m_archive;
   archive_entry* m_entry;
   std::string* m_out = nullptr;
+  std::string m_discarded;
 };
 
 class TarPacker : public Packer {

@@ -15,10 +15,9 @@ namespace {
 
 using nlohmann::json;
 
-// To go when the packages are there.
 constexpr std::string_view kPackagesNote =
-    "The packages for Python and Node are on their way: what their tabs "
-    "show of labels works once they are installed.";
+    "The tabs of Python and Node show the packages <code>libbarcode</code> of pip and npm, which make "
+    "packages builds.";
 
 constexpr std::string_view kHead = R"(<!DOCTYPE html>
 <html lang="en">
