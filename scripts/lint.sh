@@ -11,11 +11,14 @@ fi
 files=$(mktemp)
 trap 'rm -f "$files"' EXIT
 
-# The public headers are C and laid out by hand; everything else is formatted by the tool.
-if [ $# -eq 0 ]; then
+# The public headers are C and laid out by hand; everything else is formatted by the tool. An unpacked tarball has a list
+# of its files.
+if [ $# -gt 0 ]; then
+  printf '%s\n' "$@"
+elif [ -e .git ]; then
   git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h' '*.c'
 else
-  printf '%s\n' "$@"
+  grep -E '\.(cpp|h|c)$' MANIFEST
 fi | grep -Ev '(^|/)include/' >"$files" || true
 xargs -r clang-format --dry-run -Werror <"$files"
 
