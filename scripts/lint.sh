@@ -4,6 +4,11 @@
 set -eu
 cd "$(dirname "$0")/.."
 
+# Where git does not know the sources, in an unpacked tarball, their list does.
+if [ $# -eq 0 ] && ! [ -e .git ]; then
+  # shellcheck disable=SC2046  # none has a space in its name
+  set -- $(grep -E '\.(cpp|hpp|h|c)$' MANIFEST)
+fi
 if ! [ -f build/release/compile_commands.json ]; then
   echo "build/release is not configured: cmake --preset release" >&2
   exit 1
@@ -11,14 +16,11 @@ fi
 files=$(mktemp)
 trap 'rm -f "$files"' EXIT
 
-# The public headers are C and laid out by hand; everything else is formatted by the tool. An unpacked tarball has a list
-# of its files.
-if [ $# -gt 0 ]; then
-  printf '%s\n' "$@"
-elif [ -e .git ]; then
+# The public headers are C and laid out by hand; everything else is formatted by the tool.
+if [ $# -eq 0 ]; then
   git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h' '*.c'
 else
-  grep -E '\.(cpp|h|c)$' MANIFEST
+  printf '%s\n' "$@"
 fi | grep -Ev '(^|/)include/' >"$files" || true
 xargs -r clang-format --dry-run -Werror <"$files"
 
