@@ -105,9 +105,13 @@ bench: everything
 	build/release/bench/barcode_bench --benchmark_out=build/bench.json --benchmark_out_format=json
 	build/release/bench/batch_ratios
 
+# DESTDIR stages the installation in another folder.
 PREFIX ?= /usr/local
 install: build
-	cmake --install build/library --prefix $(PREFIX)
+	scripts/install.sh build/library $(PREFIX)
+
+uninstall:
+	scripts/install.sh --uninstall build/library $(PREFIX)
 
 # One file that needs the C library alone: what the Python and the Node package carry.
 portable:
@@ -115,6 +119,7 @@ portable:
 	cmake --build --preset portable
 
 packages: deps-packages
+	rm -rf build/packages
 	$(MAKE) dist deb wheel npm
 
 dist:

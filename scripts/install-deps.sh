@@ -52,7 +52,7 @@ if [ "$purpose" = hosts ]; then
 fi
 if [ "$purpose" = packages ]; then
   programs="$programs python3:python3 dpkg-buildpackage:dpkg-dev"
-  packages="$packages debhelper lintian mmdebstrap"
+  packages="$packages debhelper dh-python lintian mmdebstrap"
 fi
 if [ "$purpose" = lint ]; then
   programs="$programs clang-format:clang-format clang-tidy:clang-tidy"

@@ -4,6 +4,11 @@
 set -eu
 cd "$(dirname "$0")/.."
 
+# Where git does not know the sources, in an unpacked tarball, their list does.
+if [ $# -eq 0 ] && ! [ -e .git ]; then
+  # shellcheck disable=SC2046  # none has a space in its name
+  set -- $(grep -E '\.(cpp|hpp|h|c)$' MANIFEST)
+fi
 if ! [ -f build/release/compile_commands.json ]; then
   echo "build/release is not configured: cmake --preset release" >&2
   exit 1

@@ -6,6 +6,10 @@
 set -eu
 cd "$(dirname "$0")/.."
 
+if ! [ -e .git ]; then
+  echo "make same compares with a commit: it needs the git repository, these are unpacked sources" >&2
+  exit 2
+fi
 if [ $# -lt 1 ] || ! commit=$(git rev-parse --verify --quiet "$1^{commit}"); then
   sed -n '2,5s/^# \{0,1\}//p' "$0" >&2
   echo "BASE is to be a commit: ${1-none given}" >&2
