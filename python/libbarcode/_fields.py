@@ -75,8 +75,8 @@ KINDS: Dict[str, str] = {
     "type": _STRING,
     "text": _TEXT,
     "quiet_zone": _STRING_OR_NUMBER,
-    **dict.fromkeys(("text_base64", "form", "format", "foreground", "background", "caption", "code_mode",
-                     "string_encoding", "error_correction_level", "encode_mode", "code_size", "encode_scheme"), _STRING),
+    **dict.fromkeys(("text_base64", "form", "format", "foreground", "background", "caption", "code_mode", "code_size",
+                     "string_encoding", "error_correction_level", "encode_mode", "encode_scheme"), _STRING),
     **dict.fromkeys(("module", "height", "width", "dpi", "module_mm", "height_mm", "rotate", "text_scale", "text_gap",
                      "bar_adjust", "qr_version", "aspect_ratio", "y_height", "pairs_per_row"), _NUMBER),
     **dict.fromkeys(("show_text", "even_spacing", "show_start_stop", "extended_guard", "strict"), _BOOLEAN),
@@ -90,13 +90,15 @@ _quote: Callable[[str], str] = getattr(json.encoder, "encode_basestring", json.J
 # JSON has neither NaN nor infinities, and no field takes numbers that are larger than these: the library says so.
 _NO_NUMBER = "1e999"
 _MOST = 2**53
+# No text of a label is a hundredth of this. What is longer is refused for its beginning, without a copy of the rest.
+_LONGEST = 2**20
 
 
 def request_json(fields: Mapping[str, object]) -> bytes:
     """The request as the library reads it. TypeError for a value of another Python type than the field's."""
     pieces: List[str] = []
     for name, value in fields.items():
-        if type(value) is str and name in _HOLD_STRINGS:
+        if type(value) is str and name in _HOLD_STRINGS and len(value) <= _LONGEST:
             pieces.append(f'"{name}":{_quote(value)}')
         elif type(value) is int and name in _HOLD_NUMBERS and -_MOST < value < _MOST:
             pieces.append(f'"{name}":{value}')
@@ -120,11 +122,11 @@ def _piece(name: str, value: object, fields: Mapping[str, object]) -> str:
             _wrong_type(name, value)
         return f'"{name}":{"true" if value else "false"}'
     if name in _HOLD_STRINGS and isinstance(value, str):
-        return f'"{name}":{_quote(value)}'
+        return f'"{name}":{_quote(value[:_LONGEST])}'
     if kind is _TEXT and isinstance(value, (bytes, bytearray, memoryview)):
         if fields.get("text_base64") is not None:
             return '"text":""'  # there are two texts: the library says so
-        return f'"text_base64":"{base64.b64encode(value).decode()}"'
+        return f'"text_base64":"{base64.b64encode(memoryview(value).cast("B")[:_LONGEST]).decode()}"'
     if name in _HOLD_NUMBERS and isinstance(value, numbers.Real) and not isinstance(value, bool):
         return f'"{name}":{_number(value)}'
     _wrong_type(name, value)
@@ -156,6 +158,6 @@ def _no_character(fields: Mapping[str, object]) -> LabelError:
             except UnicodeEncodeError as error:
                 shown = name.encode("ascii", "backslashreplace").decode()
                 code = "unknown_field" if word is name else "bad_text" if name == "text" else "bad_value"
-                return refusal(code, shown, f'The field "{shown}" holds U+{ord(word[error.start]):04X}, half of a '
-                                            f"surrogate pair, at character {error.start + 1}; it is to be Unicode text.")
+                half = f"U+{ord(word[error.start]):04X}, half of a surrogate pair, at character {error.start + 1}"
+                return refusal(code, shown, f'The field "{shown}" holds {half}; give it text in Unicode.')
     raise AssertionError("the request can be encoded")
