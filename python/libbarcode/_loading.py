@@ -15,4 +15,6 @@ def open_library(stem: str, advice: str) -> ctypes.CDLL:
     try:
         return ctypes.CDLL(name)
     except OSError as error:
-        raise LibraryNotFoundError(f"{stem}.so is not installed or does not load; {advice} ({error})") from error
+        absent = str(error).startswith(f"{name}: cannot open shared object file: No such file")
+        state = "is not installed" if absent else "does not load"
+        raise LibraryNotFoundError(f"{stem}.so {state}; {advice} ({error})") from error
