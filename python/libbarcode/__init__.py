@@ -34,7 +34,8 @@ _Function = TypeVar("_Function", bound=Callable[..., Any])
 
 def _declared_as(declaration: _Function) -> Callable[[Callable[..., Any]], _Function]:
     """Type checkers, editors and help() see the declaration; calls go to what is decorated."""
-    return lambda function: cast(_Function, functools.wraps(declaration)(function))
+    shown = functools.wraps(declaration, assigned=("__doc__", "__annotations__"))
+    return lambda function: cast(_Function, shown(function))
 
 
 def _label(type: str, text: Optional[Text] = None, *, text_base64: Optional[str] = None, form: Optional[Form] = None,

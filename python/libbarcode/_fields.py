@@ -90,8 +90,8 @@ _quote: Callable[[str], str] = getattr(json.encoder, "encode_basestring", json.J
 # JSON has neither NaN nor infinities, and no field takes numbers that are larger than these: the library says so.
 _NO_NUMBER = "1e999"
 _MOST = 2**53
-# No text of a label is a hundredth of this. What is longer is refused for its beginning, without a copy of the rest.
-_LONGEST = 2**20
+# No label takes a sixth of this. What is longer is refused for its beginning, without a copy of the rest.
+_LONGEST = 2**16
 
 
 def request_json(fields: Mapping[str, object]) -> bytes:
