@@ -3,6 +3,7 @@
 import copy
 import enum
 import json
+import numbers
 import os
 import pathlib
 import pickle
@@ -97,9 +98,17 @@ def test_values_of_related_types() -> None:
     class Dots(enum.IntEnum):
         FOUR = 4
 
+    @numbers.Integral.register
+    class Foreign:
+        """As the numbers of NumPy are."""
+
+        def __index__(self) -> int:
+            return 4
+
     plain = label("qr", "x", module=4, error_correction_level="H", text_scale=1.5, caption="c").data
     related: List[Dict[str, Any]] = [
         {"module": Dots.FOUR, "error_correction_level": Word.LEVEL, "text_scale": Fraction(3, 2)},
+        {"module": Foreign(), "error_correction_level": "H", "text_scale": 1.5},
         {"module": 4.0, "error_correction_level": "h", "text_scale": 1.5}]
     for fields in related:
         assert label("qr", "x", caption="c", **fields).data == plain
