@@ -1,4 +1,5 @@
-// What a label costs a host in C: the request is there, the picture and the report are looked at where they lie.
+// What a label costs a host in C: the request is there, the picture and the report are looked at where they
+// lie.
 #include <barcode_label.h>
 #include <stddef.h>
 #include <string.h>

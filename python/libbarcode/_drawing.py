@@ -4,7 +4,7 @@ import ctypes
 import functools
 import json
 from ctypes import c_size_t, string_at
-from typing import Any, Callable, Optional, Union
+from typing import Any, Callable, List, Optional, Union
 
 from ._errors import LabelError, refusal
 from ._label import Label
@@ -51,7 +51,34 @@ def functions() -> _Library:
 def draw(request: bytes) -> Union[Label, LabelError]:
     """The label of a request, or the error that refuses it."""
     library = _library or functions()
-    made = library.make(request, len(request))
+    return _take(library, library.make(request, len(request)))
+
+
+def draw_all(requests: List[Union[bytes, LabelError]], stopped: Callable[[], bool]) -> List[Union[Label, LabelError]]:
+    """Those of many, where an error stands for itself. All are drawn before the first is taken: a thread that wants
+    the interpreter's lock after each of them waits for the others' most of the time."""
+    library = _library or functions()
+    make = library.make
+    drawn: List[Any] = []
+    taken: List[Union[Label, LabelError]] = []
+    try:
+        for request in requests:
+            if stopped():
+                break
+            drawn.append(make(request, len(request)) if isinstance(request, bytes) else request)
+        drawn.reverse()
+        while drawn:
+            made = drawn.pop()
+            taken.append(made if isinstance(made, LabelError) else _take(library, made))
+        return taken
+    finally:
+        for made in drawn:
+            if not isinstance(made, LabelError):
+                library.free(made)
+
+
+def _take(library: _Library, made: Any) -> Union[Label, LabelError]:
+    """What the library made, as Python's own; the library's is freed."""
     try:
         length = c_size_t()
         data = library.data(made, length)  # by reference: the prototype says so

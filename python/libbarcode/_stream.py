@@ -6,7 +6,7 @@ from collections import deque
 from concurrent.futures import Future, ThreadPoolExecutor
 from typing import Deque, Generator, Iterable, Iterator, List, Literal, Mapping, Optional, Union, overload
 
-from ._drawing import draw, functions
+from ._drawing import draw_all, functions
 from ._errors import LabelError
 from ._fields import request_json
 from ._label import Label
@@ -101,12 +101,7 @@ class _Chunks:
         self.stop = False
 
     def draw(self, requests: List[Union[bytes, LabelError]]) -> List[Made]:
-        made: List[Made] = []
-        for request in requests:
-            if self.stop:
-                break
-            made.append(draw(request) if isinstance(request, bytes) else request)
-        return made
+        return draw_all(requests, lambda: self.stop)
 
 
 def _stream(reader: _Reader, workers: int, raises: bool) -> Generator[Made, None, None]:
