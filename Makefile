@@ -104,6 +104,7 @@ lint:
 bench: everything
 	build/release/bench/barcode_bench --benchmark_out=build/bench.json --benchmark_out_format=json
 	build/release/bench/batch_ratios
+	LD_LIBRARY_PATH=build/release/lib python3 bench/python_ratios.py build/release/bench/liblabel_loop.so
 
 # DESTDIR stages the installation in another folder.
 PREFIX ?= /usr/local

@@ -3,8 +3,8 @@
 
     run_snippets.py MKBARCODE LIBRARIES INCLUDES CC NODE
 
-LIBRARIES and INCLUDES are directories. The packages for Python and Node are stood in for by a few lines over the label
-library that take the same arguments.
+LIBRARIES and INCLUDES are directories. Python has the package of this tree; that for Node is stood in for by a few lines
+over the label library that take the same arguments.
 """
 
 import os
@@ -15,15 +15,18 @@ import tempfile
 
 from gallery_page import code_blocks
 
+PYTHON_PACKAGES = str(pathlib.Path(__file__).resolve().parents[2] / "python")
+
 # Prints its statuses, one for each snippet, in order.
 PYTHON_RUNNER = """
 import pathlib, sys
+import libbarcode
 for number in range(int(sys.argv[1])):
     try:
         exec(compile(pathlib.Path(f"snippet-{number}.py").read_text(encoding="utf-8"), f"snippet-{number}.py", "exec"),
              {"__name__": "__main__"})
         status = 0
-    except ValueError:
+    except libbarcode.LabelError:
         status = 1
     pathlib.Path(f"status-{number}").write_text(str(status))
 """
@@ -39,34 +42,6 @@ for (let number = 0; number < Number(process.argv[2]); ++number) {
   }
   writeFileSync(`status-${number}`, String(status));
 }
-"""
-
-# What `import libbarcode` finds: a refused label is an error.
-PYTHON_PACKAGE = """
-import ctypes, json
-
-class Label:
-    def __init__(self, data):
-        self._data = data
-
-    def save(self, path):
-        with open(path, "wb") as file:
-            file.write(self._data)
-
-_library = ctypes.CDLL("libbarcode_label.so.1")
-_library.barcode_label_make.restype = ctypes.c_void_p
-_library.barcode_label_make.argtypes = [ctypes.c_char_p, ctypes.c_size_t]
-_library.barcode_label_data.restype = ctypes.c_void_p
-_library.barcode_label_data.argtypes = [ctypes.c_void_p, ctypes.POINTER(ctypes.c_size_t)]
-_library.barcode_label_ok.argtypes = [ctypes.c_void_p]
-
-def label(type, text=None, **fields):
-    request = json.dumps({"type": type, "text": text, **fields}).encode()
-    made = _library.barcode_label_make(request, len(request))
-    if not _library.barcode_label_ok(made):
-        raise ValueError("refused")
-    length = ctypes.c_size_t()
-    return Label(ctypes.string_at(_library.barcode_label_data(made, ctypes.byref(length)), length.value))
 """
 
 # What `import "libbarcode"` finds: a refused label is an error.
@@ -102,8 +77,8 @@ class Runner:
     def __init__(self, arguments):
         program, self.libraries, self.includes, self.compiler, self.node_program = arguments
         self.program = pathlib.Path(program).resolve()
-        self.environment = dict(os.environ, LD_LIBRARY_PATH=self.libraries,
-                                PATH=f"{self.program.parent}:{os.environ['PATH']}")
+        self.environment = dict(os.environ, LD_LIBRARY_PATH=self.libraries, PYTHONPATH=PYTHON_PACKAGES,
+                                PYTHONDONTWRITEBYTECODE="1", PATH=f"{self.program.parent}:{os.environ['PATH']}")
 
     def _run(self, command, directory, check=True):
         result = subprocess.run(command, cwd=directory, env=self.environment, capture_output=True, check=False)
@@ -128,7 +103,6 @@ class Runner:
     def python(self, directory, codes):
         for number, code in enumerate(codes):
             (directory / f"snippet-{number}.py").write_text(code, encoding="utf-8")
-        (directory / "libbarcode.py").write_text(PYTHON_PACKAGE)
         (directory / "run.py").write_text(PYTHON_RUNNER)
         self._run([sys.executable, "run.py", str(len(codes))], directory)
         return self._statuses(directory, len(codes))

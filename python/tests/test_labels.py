@@ -1,0 +1,266 @@
+"""Many labels: order, threads, memory, errors and ends."""
+
+import itertools
+import multiprocessing
+import os
+import subprocess
+import sys
+import threading
+import time
+import types
+from typing import Any, Dict, Iterator, List
+
+import libbarcode
+import pytest
+from libbarcode import Label, LabelError, label, labels
+
+
+def numbered(count: "int | None" = None, **fields: object) -> Iterator[Dict[str, object]]:
+    numbers = itertools.count() if count is None else range(count)
+    return ({"type": "code128", "text": f"{number:06}", "format": "svg", **fields} for number in numbers)
+
+
+def texts(made: "Iterator[Label]") -> List[str]:
+    return [one.report["text"] for one in made]
+
+
+@pytest.mark.parametrize("workers", [1, 2, 7, None])
+def test_in_order(workers: "int | None") -> None:
+    # Slow and quick ones beside each other.
+    requests: List[Dict[str, Any]] = [{"type": "qr", "text": f"{n:06}" * (300 if n % 13 == 0 else 1), "format": "svg"}
+                                      for n in range(700)]
+    made = list(labels(requests, workers=workers))
+    assert [one.data for one in made[::13]] == [label(**request).data for request in requests[::13]]
+    assert texts(iter(made)) == [request["text"] for request in requests]
+
+
+def test_none() -> None:
+    assert list(labels([])) == []
+    assert list(labels(iter(()), workers=3, errors="yield")) == []
+
+
+def test_without_end() -> None:
+    assert texts(itertools.islice(labels(numbered()), 1000)) == [f"{number:06}" for number in range(1000)]
+
+
+def test_requests_as_they_were() -> None:
+    """An iterable may give the same mapping again and again."""
+    def same() -> Iterator[Dict[str, object]]:
+        request: Dict[str, object] = {"type": "itf"}
+        for number in range(500):
+            request["text"] = f"{number:04}"
+            yield request
+
+    assert texts(labels(same())) == [f"{number:04}" for number in range(500)]
+
+
+def test_any_mapping() -> None:
+    request = types.MappingProxyType({"type": "qr", "text": b"\xff\0"})
+    assert next(labels([request])).data == label("qr", b"\xff\0").data
+
+
+@pytest.mark.parametrize("workers", [1, 2, 5])
+def test_reads_a_little_ahead(workers: int) -> None:
+    taken = itertools.count()
+    counted = ({"type": "qr", "text": str(next(taken))} for _ in itertools.count())
+    made = labels(counted, workers=workers)
+    most = 0
+    for given in range(1, 1500):
+        next(made)
+        read = next(taken)
+        taken = itertools.count(read)
+        most = max(most, read - given)
+    made.close()
+    assert 0 < most <= 128 * workers + 64
+
+
+# The most memory of a process in kilobytes. (getrusage also counts what its parent had.)
+PEAK = ("import libbarcode, re\n"
+        "def peak():\n"
+        "    return int(re.search(r'VmHWM:\\s+(\\d+)', open('/proc/self/status').read())[1])\n")
+
+
+def test_memory_does_not_grow() -> None:
+    """With the number of labels; nor does it leak."""
+    code = (PEAK + "def peak_of(count):\n"
+            "    requests = ({'type': 'qr', 'text': str(n), 'format': 'svg'} for n in range(count))\n"
+            "    refused = ({'type': 'qr', 'text': '', 'caption': 'x' * 1000} for n in range(count))\n"
+            "    for _ in libbarcode.labels(requests, workers=2): pass\n"
+            "    for _ in libbarcode.labels(refused, workers=2, errors='yield'): pass\n"
+            "    return peak()\n"
+            "peak_of(2000); print(peak_of(2000), peak_of(30000))\n")
+    output = subprocess.run([sys.executable, "-c", code], capture_output=True, check=True).stdout.split()
+    few, many = (int(kilobytes) for kilobytes in output)
+    assert many < few + 6000
+
+
+def test_long_requests_are_not_gathered() -> None:
+    """500 texts of a megabyte never stand beside each other."""
+    code = (PEAK + "requests = ({'type': 'qr', 'text': str(n % 10) * 1_000_000} for n in range(500))\n"
+            "codes = {made.code for made in libbarcode.labels(requests, workers=2, errors='yield')}\n"
+            "assert codes == {'too_long'}, codes\n"
+            "print(peak())\n")
+    assert int(subprocess.run([sys.executable, "-c", code], capture_output=True, check=True).stdout) < 60_000
+
+
+def test_slow_iterable_is_not_waited_for() -> None:
+    """Labels of what was read come before the next request, where that takes long."""
+    events: List[str] = []
+
+    def slowly() -> Iterator[Dict[str, object]]:
+        for number in range(4):
+            events.append(f"read {number}")
+            yield {"type": "qr", "text": str(number)}
+            time.sleep(0.3)
+
+    for made in labels(slowly(), workers=2):
+        events.append(f"made {made.report['text']}")
+    assert events.index("made 0") < events.index("read 3")
+
+
+def test_refused_in_its_turn() -> None:
+    requests = [{"type": "itf", "text": text} for text in ["12", "34", "5x", "78"]]
+    made = labels(requests)
+    assert texts(itertools.islice(made, 2)) == ["12", "34"]
+    with pytest.raises(LabelError) as refused:
+        next(made)
+    assert (refused.value.code, refused.value.field) == ("bad_text", "text")
+    assert list(made) == []
+
+
+def test_refused_in_its_place() -> None:
+    requests: List[Dict[str, Any]] = [{"type": "itf", "text": str(n) if n % 3 else "x", "format": "svg"}
+                                      for n in range(100, 1000)]
+    requests[7] = {"type": "qr", "text": "\ud800"}
+    requests[8] = {"type": "qr", "text": "x", "modul": 3}
+    requests[9] = {"text": "x"}
+    made = list(labels(requests, errors="yield"))
+    assert len(made) == len(requests)
+    failed = {place: (error.code, error.field) for place, error in enumerate(made) if isinstance(error, LabelError)}
+    assert failed.pop(7) == ("bad_text", "text")
+    assert failed.pop(8) == ("unknown_field", "modul")
+    assert failed.pop(9) == ("bad_value", "type")
+    assert failed == {place: ("bad_text", "text") for place in range(900) if (place + 100) % 3 == 0 and place != 8}
+
+
+@pytest.mark.parametrize("errors", ["raise", "yield"])
+def test_failing_iterable(errors: str) -> None:
+    def failing() -> Iterator[Dict[str, object]]:
+        yield from numbered(321)
+        raise KeyError("the table is broken")
+
+    made = labels(failing(), errors=errors)  # type: ignore[call-overload]
+    assert len(texts(itertools.islice(made, 321))) == 321
+    with pytest.raises(KeyError, match="the table is broken"):
+        next(made)
+
+
+@pytest.mark.parametrize("wrong, message", [
+    (None, "a request must be a mapping of fields, not NoneType"), ("qr", "a request must be a mapping"),
+    (libbarcode, "a request must be a mapping"), ({"type": "qr", "text": 5}, "text must be a str or bytes, not int"),
+    ({"type": None, "text": "x"}, "type must be a str, not NoneType"),
+    ({1: "x"}, "names of fields must be str, not int"),
+    ({"type": "qr", "text": "x", "strict": 1}, "strict must be a bool, not int")])
+def test_wrong_types_in_their_turn(wrong: Any, message: str) -> None:
+    made = labels([*numbered(10), wrong, *numbered(10)], errors="yield")
+    assert len(list(itertools.islice(made, 10))) == 10
+    with pytest.raises(TypeError, match=message):
+        next(made)
+
+
+def test_wrong_arguments_at_once() -> None:
+    for wrong in (0, -1):
+        with pytest.raises(ValueError, match="workers must be 1 or more"):
+            labels([], workers=wrong)
+    for other in ("2", 2.0, True):
+        with pytest.raises(TypeError, match="workers must be an int"):
+            labels([], workers=other)  # type: ignore[call-overload]
+    with pytest.raises(ValueError, match="errors must be"):
+        labels([], errors="ignore")  # type: ignore[call-overload]
+    with pytest.raises(TypeError):
+        labels(None)  # type: ignore[call-overload]
+
+
+def own_threads() -> List[threading.Thread]:
+    return [thread for thread in threading.enumerate() if thread.name.startswith("libbarcode")]
+
+
+@pytest.mark.parametrize("end", ["close", "forget", "raise"])
+def test_early_end_stops_the_threads(end: str) -> None:
+    made = labels(numbered(), workers=4)
+    next(made)
+    assert own_threads()
+    if end == "close":
+        made.close()
+    elif end == "raise":
+        with pytest.raises(OSError):
+            made.throw(OSError("the printer is on fire"))
+    else:
+        del made
+    assert not own_threads()
+
+
+def test_threads_end_with_the_requests() -> None:
+    for _ in labels(numbered(300), workers=4):
+        pass
+    assert not own_threads()
+
+
+def test_never_begun() -> None:
+    made = labels(numbered(), workers=4)
+    del made
+    assert not own_threads()
+
+
+def test_several_at_once() -> None:
+    streams = [labels(numbered(200, module=module), workers=2) for module in (1, 2, 3)]
+    for beside in zip(*streams):
+        assert len({made.report["text"] for made in beside}) == 1
+        assert [made.report["module"] for made in beside] == [1, 2, 3]
+
+
+@pytest.mark.parametrize("code", [
+    "made = libbarcode.labels(requests, workers=3); next(made)",
+    "made = libbarcode.labels(requests, workers=3); next(made); sys.exit(0)",
+    "threading.Thread(target=lambda: list(libbarcode.labels(requests)), daemon=True).start(); time.sleep(0.2)"])
+def test_interpreter_ends_while_labels_are_drawn(code: str) -> None:
+    head = ("import itertools, libbarcode, sys, threading, time\n"
+            "requests = ({'type': 'qr', 'text': str(n) * 100} for n in itertools.count())\n")
+    for _ in range(3):
+        result = subprocess.run([sys.executable, "-c", head + code], capture_output=True, check=False, timeout=60)
+        assert result.returncode == 0, result.stderr.decode()
+        assert b"Fatal" not in result.stderr and b"Segmentation" not in result.stderr
+
+
+def in_child(queue: "multiprocessing.Queue[List[str]]") -> None:
+    queue.put(texts(labels(numbered(100), workers=2)))
+
+
+def test_after_fork() -> None:
+    """A child draws labels of its own, whatever the parent is in the middle of."""
+    context = multiprocessing.get_context("fork")
+    stream = labels(numbered(), workers=2)
+    next(stream)
+    queue: "multiprocessing.Queue[List[str]]" = context.Queue()
+    child = context.Process(target=in_child, args=(queue,))
+    child.start()
+    assert queue.get(timeout=60) == [f"{number:06}" for number in range(100)]
+    child.join()
+    assert child.exitcode == 0
+    stream.close()
+
+
+def test_not_on_in_a_child() -> None:
+    """The parent's threads are not the child's: it is told so, and does not wait for them."""
+    stream = labels(numbered(), workers=2)
+    next(stream)
+    child = os.fork()
+    if child == 0:
+        try:
+            for _ in range(1000):
+                next(stream)
+        except RuntimeError:
+            os._exit(7)
+        os._exit(1)
+    assert os.waitstatus_to_exitcode(os.waitpid(child, 0)[1]) == 7
+    stream.close()
