@@ -128,14 +128,17 @@ export interface LabelReport {
   bytes: number;
 }
 
-/** A label. */
+/** A label. It is a value: nothing has to be freed. `report` and `warnings` are read when they are asked for; spreading
+ *  and `structuredClone` take `data` and `mediaType` only. */
 export interface Label {
   /** The bytes of the picture, in an `ArrayBuffer` of their own. */
   data: Uint8Array;
   mediaType: "image/png" | "image/svg+xml" | "application/pdf";
-  report: LabelReport;
+  readonly report: LabelReport;
   /** Those of the report. */
-  warnings: LabelWarning[];
+  readonly warnings: LabelWarning[];
+  /** All four, `data` in Base64. */
+  toJSON(): { mediaType: string; data: string; report: LabelReport; warnings: LabelWarning[] };
 }
 
 /** The report of a label that was refused. */
