@@ -1,6 +1,6 @@
 #!/bin/sh
-# Installs what the project builds, tests and runs with: Debian packages and, for the tests, one barcode reader from
-# npm, each only if it is absent.
+# Installs what the project builds, tests and runs with: Debian packages and, from npm, for the tests a barcode reader
+# and TypeScript, for the package for Node the headers of its interface, each only if it is absent.
 #   scripts/install-deps.sh [--check]          library, tool and demo
 #   scripts/install-deps.sh --test [--check]   the same, tests and benchmarks
 #   scripts/install-deps.sh --hosts [--check]  the same, and the other languages of examples/
@@ -34,6 +34,15 @@ packages="
 "
 tests=no
 case $purpose in test | hosts | lint) tests=yes ;; esac
+# The folders whose package-lock.json is wanted, byte for byte.
+from_npm=""
+case $purpose in
+  test | hosts | lint) from_npm=". node" ;;
+  packages) from_npm=node ;;
+esac
+if [ -n "$from_npm" ] && { ! command -v node >/dev/null || ! command -v npm >/dev/null; }; then
+  packages="$packages nodejs npm ca-certificates"
+fi
 if [ "$tests" = yes ]; then
   programs="$programs python3:python3"
   packages="$packages
@@ -42,9 +51,6 @@ if [ "$tests" = yes ]; then
     chromium parallel openssh-server openssh-client
     zsh fish man-db mandoc
     python3-pytest mypy python3-distributed"
-  if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
-    packages="$packages nodejs npm ca-certificates"
-  fi
 fi
 if [ "$purpose" = hosts ]; then
   programs="$programs javac:default-jdk-headless php:php-cli ruby:ruby"
@@ -74,15 +80,15 @@ if [ "$check" = no ] || command -v dpkg-query >/dev/null; then
     [ "$state" = installed ] || missing="$missing $package"
   done
 fi
-# The reader that package-lock.json names, byte for byte.
-installed=node_modules/.installed-lock.json
-reader=no
-if [ "$tests" = yes ] && ! cmp -s package-lock.json "$installed"; then
-  reader=yes
-fi
+outdated=""
+for folder in $from_npm; do
+  cmp -s "$folder/package-lock.json" "$folder/node_modules/.installed-lock.json" || outdated="$outdated $folder"
+done
 
 if [ "$check" = yes ]; then
-  [ "$reader" = no ] || missing="$missing node_modules/"
+  for folder in $outdated; do
+    missing="$missing $folder/node_modules/"
+  done
   [ -n "$missing" ] || exit 0
   target=deps
   [ "$purpose" = library ] || target=deps-$purpose
@@ -100,8 +106,8 @@ if [ -n "$missing" ]; then
   # shellcheck disable=SC2086  # a list of words
   $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends $missing
 fi
-if [ "$reader" = yes ]; then
-  echo "Installing the reader for the round-trip tests into node_modules/"
-  npm ci --ignore-scripts --no-audit --no-fund
-  cp package-lock.json "$installed"
-fi
+for folder in $outdated; do
+  echo "Installing what $folder/package-lock.json names into $folder/node_modules/"
+  npm --prefix "$folder" ci --ignore-scripts --no-audit --no-fund
+  cp "$folder/package-lock.json" "$folder/node_modules/.installed-lock.json"
+done

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Runs every piece of code that the gallery shows, and compares what it writes with the gallery's own file.
 
-    run_snippets.py MKBARCODE LIBRARIES INCLUDES CC NODE
+    run_snippets.py MKBARCODE LIBRARIES INCLUDES CC NODE NODE_PACKAGE
 
-LIBRARIES and INCLUDES are directories. Python has the package of this tree; that for Node is stood in for by a few lines
-over the label library that take the same arguments.
+LIBRARIES, INCLUDES and NODE_PACKAGE, what `import "libbarcode"` finds, are directories. Python has the package of this
+tree.
 """
 
 import os
@@ -38,35 +38,9 @@ for (let number = 0; number < Number(process.argv[2]); ++number) {
   try {
     await import(`./snippet-${number}.mjs`);
   } catch (error) {
-    status = error instanceof RangeError ? 1 : String(error);
+    status = error.name === "LabelError" ? 1 : String(error);
   }
   writeFileSync(`status-${number}`, String(status));
-}
-"""
-
-# What `import "libbarcode"` finds: a refused label is an error.
-NODE_PACKAGE = """
-import { spawnSync } from "node:child_process";
-export const label = (request) => {
-  const made = spawnSync("./make_label", { input: JSON.stringify(request) });
-  if (made.status !== 0) {
-    throw new RangeError("refused");
-  }
-  return { data: new Uint8Array(made.stdout) };
-};
-"""
-
-LABEL_MAKER = """
-#include <barcode_label.h>
-#include <stdio.h>
-
-int main(void) {
-  static char request[100000];
-  BarcodeLabel* label = barcode_label_make(request, fread(request, 1, sizeof request, stdin));
-  size_t length = 0;
-  const unsigned char* data = barcode_label_data(label, &length);
-  fwrite(data, 1, length, stdout);
-  return !barcode_label_ok(label);
 }
 """
 
@@ -75,7 +49,8 @@ class Runner:
     """Runs snippets in a directory of its own; all report their statuses as a list."""
 
     def __init__(self, arguments):
-        program, self.libraries, self.includes, self.compiler, self.node_program = arguments
+        program, self.libraries, self.includes, self.compiler, self.node_program, node_package = arguments
+        self.node_package = pathlib.Path(node_package).resolve()
         self.program = pathlib.Path(program).resolve()
         self.environment = dict(os.environ, LD_LIBRARY_PATH=self.libraries, PYTHONPATH=PYTHON_PACKAGES,
                                 PYTHONDONTWRITEBYTECODE="1", PATH=f"{self.program.parent}:{os.environ['PATH']}")
@@ -110,12 +85,8 @@ class Runner:
     def node(self, directory, codes):
         for number, code in enumerate(codes):
             (directory / f"snippet-{number}.mjs").write_text(code, encoding="utf-8")
-        (directory / "make_label.c").write_text(LABEL_MAKER)
-        self._compile("make_label.c", "make_label", directory)
-        package = directory / "node_modules" / "libbarcode"
-        package.mkdir(parents=True)
-        (package / "package.json").write_text('{"name": "libbarcode", "type": "module", "exports": "./index.mjs"}')
-        (package / "index.mjs").write_text(NODE_PACKAGE)
+        (directory / "node_modules").mkdir()
+        (directory / "node_modules" / "libbarcode").symlink_to(self.node_package, target_is_directory=True)
         (directory / "run.mjs").write_text(NODE_RUNNER)
         self._run([self.node_program, "run.mjs", str(len(codes))], directory)
         return self._statuses(directory, len(codes))
@@ -158,7 +129,7 @@ def check(language, gallery, directory, snippets, statuses):
 
 
 def main():
-    if len(sys.argv) != 6:
+    if len(sys.argv) != 7:
         sys.exit(__doc__)
     runner = Runner(sys.argv[1:])
     with tempfile.TemporaryDirectory(prefix="gallery_snippets_") as scratch:

@@ -1,0 +1,28 @@
+// Labels for Node; see docs/node.md, and index.d.ts for the manual of each function.
+
+import { delivered, outcome } from "./lib/label.js";
+import { LabelStream } from "./lib/label_stream.js";
+import * as native from "./lib/native.js";
+import { requestText } from "./lib/request.js";
+
+export { LabelError } from "./lib/label_error.js";
+
+export const version = native.version();
+
+export function types() {
+  return JSON.parse(native.types());
+}
+
+export function label(request) {
+  const [data, mediaType, report] = native.makeLabel(requestText(request));
+  return delivered(outcome(data, mediaType, report));
+}
+
+export async function labelAsync(request) {
+  const [data, mediaType, report] = await native.makeLabels([requestText(request)]);
+  return delivered(outcome(data, mediaType, report));
+}
+
+export function labels(requests, options) {
+  return new LabelStream(requests, options);
+}

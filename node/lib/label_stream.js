@@ -1,0 +1,293 @@
+// Labels of many requests, in their order: a request is read when there is room for its label, and labels are made in
+// chunks, each by one call that runs on a thread of Node's pool.
+
+import { availableParallelism, cpus } from "node:os";
+
+import { outcome } from "./label.js";
+import * as native from "./native.js";
+import { isRefusal, requestText } from "./request.js";
+
+// Long enough that handing it over costs little, short enough that large pictures do not pile up.
+const chunkMicroseconds = 2000;
+const largestChunk = 64;
+// What waits for the reader, made or being made, for each worker; in chunks.
+const chunksPerWorker = 2;
+const mostWorkers = 1024;
+const threadsOfThePool = 4; // unless the user says otherwise
+
+function processors() {
+  return availableParallelism?.() ?? cpus().length; // node 18.14 has the first
+}
+
+function workersOf(value) {
+  const workers = value ?? Math.min(processors(), threadsOfThePool);
+  if (typeof workers !== "number") {
+    throw new TypeError(`The option "workers" must be a number, not of type ${typeof workers}.`);
+  }
+  if (!Number.isInteger(workers) || workers < 1 || workers > mostWorkers) {
+    throw new RangeError(`The option "workers" must be a whole number from 1 to ${mostWorkers}.`);
+  }
+  return workers;
+}
+
+function raisesErrors(value) {
+  if (value !== undefined && value !== "raise" && value !== "yield") {
+    throw new TypeError('The option "errors" must be "raise" or "yield".');
+  }
+  return value !== "yield";
+}
+
+function isIterable(value) {
+  return typeof value === "object" && value !== null &&
+    (typeof value[Symbol.asyncIterator] === "function" || typeof value[Symbol.iterator] === "function");
+}
+
+// The text of a request, or what is wrong with it.
+function requestOrRefusal(request) {
+  try {
+    return requestText(request);
+  } catch (error) {
+    if (isRefusal(error)) {
+      return error;
+    }
+    throw error;
+  }
+}
+
+export class LabelStream {
+  #source;
+  #sourceIsAsync;
+  #isReading = false; // of an asynchronous source
+  #isRead = false; // the source has ended, or is not wanted any more
+  #sourceError = undefined; // { error } that the source has thrown
+  #workers;
+  #raises;
+  #requests = []; // read, but not yet given to a worker: texts and refusals
+  #isDispatchDue = false;
+  #running = 0;
+  #chunkSize = 1;
+  #chunks = []; // in order; { results } when they are made
+  #taken = 0; // of the first chunk
+  #inHand = 0; // requests that are read and whose labels are not yet taken
+  #readers = []; // calls of next() that wait
+
+  constructor(requests, options = {}) {
+    if (!isIterable(requests)) {
+      throw new TypeError("labels() takes an iterable or an async iterable of requests.");
+    }
+    if (typeof options !== "object" || options === null) {
+      throw new TypeError("The options of labels() must be an object.");
+    }
+    this.#workers = workersOf(options.workers);
+    this.#raises = raisesErrors(options.errors);
+    this.#sourceIsAsync = typeof requests[Symbol.asyncIterator] === "function";
+    this.#source = this.#sourceIsAsync ? requests[Symbol.asyncIterator]() : requests[Symbol.iterator]();
+  }
+
+  [Symbol.asyncIterator]() {
+    return this;
+  }
+
+  next() {
+    return new Promise((resolve, reject) => {
+      this.#readers.push({ resolve, reject });
+      this.#serve();
+    });
+  }
+
+  async return(value) {
+    await this.#stop();
+    return { value, done: true };
+  }
+
+  async throw(error) {
+    await this.#stop();
+    throw error;
+  }
+
+  // Gives what is made to those who wait, and sees that more is made.
+  #serve() {
+    this.#answer();
+    this.#read();
+    this.#answer(); // that there is nothing more
+  }
+
+  #answer() {
+    while (this.#readers.length > 0) {
+      const chunk = this.#chunks[0];
+      if (chunk?.results !== undefined) {
+        this.#give(this.#readers.shift(), this.#take(chunk));
+      } else if (chunk === undefined && this.#requests.length === 0 && this.#isRead) {
+        this.#giveEnd(this.#readers.shift());
+      } else {
+        return;
+      }
+    }
+  }
+
+  #take(chunk) {
+    const result = chunk.results[this.#taken];
+    chunk.results[this.#taken] = undefined;
+    ++this.#taken;
+    --this.#inHand;
+    if (this.#taken === chunk.results.length) {
+      this.#chunks.shift();
+      this.#taken = 0;
+    }
+    return result;
+  }
+
+  #give(reader, result) {
+    if (this.#raises && result instanceof Error) {
+      const fail = () => reader.reject(result);
+      this.#stop().then(fail, fail);
+    } else {
+      reader.resolve({ value: result, done: false });
+    }
+  }
+
+  #giveEnd(reader) {
+    if (this.#sourceError === undefined) {
+      reader.resolve({ value: undefined, done: true });
+      return;
+    }
+    reader.reject(this.#sourceError.error);
+    this.#sourceError = undefined;
+  }
+
+  // Reads when a whole chunk has room, so that reading does not go on one by one.
+  #read() {
+    const most = chunksPerWorker * this.#workers * this.#chunkSize;
+    if (this.#isRead || this.#isReading || this.#inHand > most - this.#chunkSize) {
+      return;
+    }
+    if (this.#sourceIsAsync) {
+      this.#isReading = true;
+      this.#readAsync(most);
+    } else {
+      this.#readSync(most);
+    }
+  }
+
+  #readSync(most) {
+    try {
+      while (!this.#isRead && this.#inHand < most) {
+        this.#accept(this.#source.next());
+        if (this.#requests.length >= this.#chunkSize) {
+          this.#dispatch();
+        }
+      }
+    } catch (error) {
+      this.#fail(error);
+    }
+    this.#dispatch();
+  }
+
+  async #readAsync(most) {
+    try {
+      while (!this.#isRead && this.#inHand < most) {
+        const item = await this.#source.next();
+        if (!this.#isRead) {
+          this.#accept(item);
+          this.#dispatchSoon();
+        }
+      }
+    } catch (error) {
+      this.#fail(error);
+    }
+    this.#isReading = false;
+    this.#serve();
+  }
+
+  #accept({ value, done }) {
+    if (done) {
+      this.#isRead = true;
+      return;
+    }
+    let request;
+    try {
+      request = requestOrRefusal(value);
+    } catch (error) {
+      // The source does not know: it is told as a loop would tell it.
+      this.#closeSource().catch(() => {});
+      throw error;
+    }
+    this.#requests.push(request);
+    ++this.#inHand;
+  }
+
+  // The labels before it come first.
+  #fail(error) {
+    if (!this.#isRead) {
+      this.#isRead = true;
+      this.#sourceError = { error };
+    }
+  }
+
+  // What comes at the same time goes together.
+  #dispatchSoon() {
+    if (!this.#isDispatchDue) {
+      this.#isDispatchDue = true;
+      setImmediate(() => {
+        this.#isDispatchDue = false;
+        this.#dispatch();
+      });
+    }
+  }
+
+  #dispatch() {
+    while (this.#running < this.#workers && this.#requests.length > 0) {
+      const chunk = { results: undefined };
+      this.#chunks.push(chunk);
+      this.#make(chunk, this.#requests.splice(0, this.#chunkSize));
+    }
+  }
+
+  async #make(chunk, requests) {
+    const texts = requests.filter((request) => typeof request === "string");
+    ++this.#running;
+    try {
+      const made = await native.makeLabels(texts);
+      let index = 0;
+      const next = () => outcome(made[index++], made[index++], made[index++]);
+      chunk.results = requests.map((request) => (typeof request === "string" ? next() : request));
+      this.#adapt(texts.length, made[index]);
+    } catch (error) {
+      chunk.results = requests.map(() => error);
+    }
+    --this.#running;
+    this.#dispatch();
+    this.#serve();
+  }
+
+  #adapt(count, microseconds) {
+    const wanted = Math.floor((chunkMicroseconds * count) / Math.max(microseconds, 1));
+    this.#chunkSize = Math.max(1, Math.min(wanted, 2 * this.#chunkSize, largestChunk));
+  }
+
+  async #stop() {
+    const isOpen = !this.#isRead;
+    this.#isRead = true;
+    this.#sourceError = undefined;
+    this.#requests = [];
+    this.#chunks = [];
+    this.#taken = 0;
+    this.#inHand = 0;
+    for (const reader of this.#readers.splice(0)) {
+      reader.resolve({ value: undefined, done: true });
+    }
+    if (isOpen) {
+      await this.#closeSource();
+    }
+  }
+
+  // A source that is asked for its next request answers that first, which may take for ever.
+  async #closeSource() {
+    const closed = this.#source.return?.();
+    if (this.#isReading) {
+      Promise.resolve(closed).catch(() => {});
+    } else {
+      await closed;
+    }
+  }
+}

@@ -1,0 +1,106 @@
+// Requests as JSON. The library judges what JSON can say; the rest is judged here.
+
+import { Buffer } from "node:buffer";
+
+import { LabelError } from "./label_error.js";
+
+// No field holds as much: the library's answer to a longer text is the same as to its beginning. A multiple of four, as
+// Base64 wants it.
+const longestText = 1 << 20;
+
+// The errors of values that are no part of a request in any case; they have the members of a LabelError.
+const refusals = new WeakSet();
+
+function typeError(code, field, message) {
+  const error = Object.assign(new TypeError(message), { code, field });
+  refusals.add(error);
+  return error;
+}
+
+function kindOf(value) {
+  if (value === null) {
+    return "null";
+  }
+  if (typeof value !== "object") {
+    return typeof value;
+  }
+  return Array.isArray(value) ? "array" : "object";
+}
+
+const loneSurrogate = /\p{Surrogate}/u;
+
+function refuseLoneSurrogates(field, value) {
+  if (loneSurrogate.test(value)) {
+    const message = `The field "${field}" has half of a surrogate pair, which is no character; remove it or give its other half.`;
+    throw LabelError.of(field === "text" ? "bad_text" : "bad_value", field, message);
+  }
+}
+
+function stringText(field, value) {
+  if (value.length > longestText) {
+    // The cut may be in the middle of a character.
+    const end = /[\ud800-\udbff]/.test(value[longestText - 1]) ? longestText - 1 : longestText;
+    return stringText(field, value.slice(0, end));
+  }
+  const text = JSON.stringify(value);
+  // JSON.stringify writes whole pairs as they are.
+  if (text.includes("\\ud")) {
+    refuseLoneSurrogates(field, value);
+  }
+  return text;
+}
+
+function bytesText(bytes) {
+  const { buffer, byteOffset, length } = bytes;
+  return `"${Buffer.from(buffer, byteOffset, Math.min(length, longestText)).toString("base64")}"`;
+}
+
+function valueText(field, value) {
+  switch (typeof value) {
+    case "string":
+      return stringText(field, value);
+    case "boolean":
+      return String(value);
+    case "number":
+      if (!Number.isFinite(value)) {
+        throw LabelError.of("bad_value", field, `The field "${field}" must be a finite number, not ${value}.`);
+      }
+      return String(value);
+    default: {
+      const wanted = field === "text" ? "a string or a Uint8Array" : "a string, a number or a boolean";
+      const message = `The field "${field}" must be ${wanted}, not of type ${kindOf(value)}.`;
+      throw typeError("bad_value", field, message);
+    }
+  }
+}
+
+const plainName = /^[a-z_]+$/;
+
+function memberText(field, value) {
+  if (field === "text" && value instanceof Uint8Array) {
+    return `"text_base64":${bytesText(value)}`;
+  }
+  const name = plainName.test(field) ? `"${field}"` : JSON.stringify(field);
+  return `${name}:${valueText(field, value)}`;
+}
+
+// The JSON of a request; throws what is wrong with it. Each member is read once.
+export function requestText(request) {
+  if (typeof request !== "object" || request === null || Array.isArray(request)) {
+    const message = `A request is one object, { type: "qr", text: "hello" }, not of type ${kindOf(request)}.`;
+    throw typeError("bad_request", "", message);
+  }
+  let text = "{";
+  for (const field of Object.keys(request)) {
+    const value = request[field];
+    if (value !== undefined && value !== null) {
+      text += text.length === 1 ? memberText(field, value) : `,${memberText(field, value)}`;
+    }
+  }
+  return `${text}}`;
+}
+
+// Whether requestText has thrown it for what the request holds, and not a getter of the caller's own.
+export function isRefusal(error) {
+  return error instanceof LabelError || refusals.has(error);
+}

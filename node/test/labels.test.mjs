@@ -1,0 +1,261 @@
+import assert from "node:assert/strict";
+import { Readable } from "node:stream";
+import { setTimeout as delay } from "node:timers/promises";
+import { test } from "node:test";
+
+import { labels, LabelError } from "libbarcode";
+
+function* numbered(count, request = { type: "code128" }) {
+  for (let i = 0; i < count; ++i) {
+    yield { ...request, text: `number ${i}` };
+  }
+}
+
+async function* asynchronously(requests) {
+  for (const request of requests) {
+    await undefined;
+    yield request;
+  }
+}
+
+async function textsOf(made) {
+  const texts = [];
+  for await (const { report, data } of made) {
+    assert.equal(data.length, report.bytes);
+    texts.push(report.text);
+  }
+  return texts;
+}
+
+const expected = (count) => Array.from({ length: count }, (_, i) => `number ${i}`);
+const bad = { type: "jan8", text: "x" };
+
+// Requests that remember how far they were read, and whether they were closed.
+function watched(requests) {
+  const iterator = requests[Symbol.iterator]();
+  const source = { read: 0, closed: 0 };
+  source[Symbol.iterator] = () => ({
+    next: () => {
+      ++source.read;
+      return iterator.next();
+    },
+    return: () => {
+      ++source.closed;
+      return { done: true };
+    },
+  });
+  return source;
+}
+
+for (const workers of [undefined, 1, 2, 7]) {
+  test(`labels in order, ${workers ?? "default"} workers`, async () => {
+    for (const count of [0, 1, 2, 63, 64, 65, 1000]) {
+      assert.deepEqual(await textsOf(labels(numbered(count), { workers })), expected(count));
+      assert.deepEqual(await textsOf(labels(asynchronously(numbered(count)), { workers })), expected(count));
+    }
+    assert.deepEqual(await textsOf(labels([...numbered(10)], { workers })), expected(10));
+  });
+}
+
+test("labels of very different cost keep their order", async () => {
+  const requests = Array.from({ length: 300 }, (_, i) =>
+    i % 7 === 0 ? { type: "qr", text: `${i}`, module: 60 } : { type: "code39", text: `${i}`, format: "svg" });
+  const texts = await textsOf(labels(requests, { workers: 3 }));
+  assert.deepEqual(texts, requests.map(({ text }) => text));
+});
+
+test("an error is raised in its place and ends the labels", async () => {
+  const source = watched([...numbered(100), bad, ...numbered(100000)]);
+  const made = labels(source, { workers: 2 });
+  const texts = [];
+  await assert.rejects(async () => {
+    for await (const { report } of made) {
+      texts.push(report.text);
+    }
+  }, (error) => error instanceof LabelError && error.code === "bad_text" && error.field === "text");
+  assert.deepEqual(texts, expected(100));
+  assert.deepEqual(await made.next(), { value: undefined, done: true });
+  assert.equal(source.closed, 1);
+  assert.ok(source.read < 1000, `${source.read} were read`);
+});
+
+test("errors stand in their places", async () => {
+  const requests = [...numbered(5), bad, { type: "qr", text: "\ud800" }, null, { type: "qr", text: {} }, ...numbered(5)];
+  const made = [];
+  for await (const result of labels(requests, { errors: "yield" })) {
+    made.push(result);
+  }
+  assert.deepEqual(made.map((result) => result.code), [...Array(5), "bad_text", "bad_text", "bad_request", "bad_value",
+    ...Array(5)]);
+  assert.ok(made[5] instanceof LabelError && made[6] instanceof LabelError);
+  assert.ok(made[7] instanceof TypeError && made[8] instanceof TypeError);
+});
+
+test("requests are told apart from what they become later", async () => {
+  const request = { type: "qr", text: "" };
+  function* changing() {
+    for (let i = 0; i < 200; ++i) {
+      request.text = `number ${i}`;
+      yield request;
+    }
+  }
+  assert.deepEqual(await textsOf(labels(changing())), expected(200));
+});
+
+test("reading does not run ahead of a slow reader", async () => {
+  for (const asynchronous of [false, true]) {
+    const source = watched(numbered(Infinity));
+    const made = labels(asynchronous ? asynchronously(source) : source, { workers: 2 });
+    assert.equal(source.read, 0);
+    for (let i = 0; i < 2000; ++i) {
+      await made.next();
+    }
+    await delay(50);
+    assert.ok(source.read - 2000 <= 2 * 2 * 64 + 1, `${source.read - 2000} were read ahead`);
+    await made.return();
+    assert.equal(source.closed, 1);
+  }
+});
+
+test("memory does not grow with the labels", async () => {
+  let most = 0;
+  let count = 0;
+  for await (const { data } of labels(numbered(30000, { type: "qr", format: "svg" }))) {
+    assert.ok(data.length > 0);
+    if (++count % 1000 === 0) {
+      most = Math.max(most, process.memoryUsage().rss);
+    }
+  }
+  assert.equal(count, 30000);
+  assert.ok(most < 400e6, `${most} bytes`);
+});
+
+test("leaving the loop closes the source", async () => {
+  const source = watched(numbered(Infinity));
+  for await (const { report } of labels(source)) {
+    if (report.text === "number 3") {
+      break;
+    }
+  }
+  assert.equal(source.closed, 1);
+  let isClosed = false;
+  async function* endless() {
+    try {
+      for (;;) {
+        yield { type: "qr", text: "a" };
+      }
+    } finally {
+      isClosed = true;
+    }
+  }
+  for await (const { report } of labels(endless())) {
+    assert.equal(report.text, "a");
+    break;
+  }
+  await delay(20);
+  assert.ok(isClosed);
+});
+
+test("return() ends at once though the source is silent", async () => {
+  const source = { [Symbol.asyncIterator]: () => ({ next: () => new Promise(() => {}), return: () => new Promise(() => {}) }) };
+  const made = labels(source);
+  const waiting = [made.next(), made.next()];
+  assert.deepEqual(await made.return("over"), { value: "over", done: true });
+  for (const call of waiting) {
+    assert.deepEqual(await call, { value: undefined, done: true });
+  }
+  assert.deepEqual(await made.next(), { value: undefined, done: true });
+  await assert.rejects(made.throw(new Error("mine")), /mine/);
+});
+
+test("labels come as requests come", async () => {
+  async function* slow() {
+    for (let i = 0; i < 5; ++i) {
+      yield { type: "qr", text: `number ${i}` };
+      await delay(30);
+    }
+    await new Promise(() => {});
+  }
+  const made = labels(slow());
+  const begin = performance.now();
+  for (let i = 0; i < 5; ++i) {
+    assert.equal((await made.next()).value.report.text, `number ${i}`);
+  }
+  assert.ok(performance.now() - begin < 5000);
+  await made.return();
+});
+
+test("calls of next() at the same time are answered in order", async () => {
+  const made = labels(numbered(20));
+  const results = await Promise.all(Array.from({ length: 25 }, () => made.next()));
+  assert.deepEqual(results.filter(({ done }) => !done).map(({ value }) => value.report.text), expected(20));
+  assert.equal(results.filter(({ done }) => done).length, 5);
+});
+
+test("what the source throws comes after the labels before it", async () => {
+  const thrown = new RangeError("mine");
+  function* failing() {
+    yield* numbered(150);
+    throw thrown;
+  }
+  for (const source of [failing(), asynchronously(failing())]) {
+    for (const errors of ["raise", "yield"]) {
+      const made = labels(errors === "raise" ? source : failing(), { errors });
+      const texts = [];
+      await assert.rejects(async () => {
+        for await (const { report } of made) {
+          texts.push(report.text);
+        }
+      }, (error) => error === thrown);
+      assert.deepEqual(texts, expected(150));
+      assert.deepEqual(await made.next(), { value: undefined, done: true });
+    }
+  }
+});
+
+test("what a request throws ends the labels, and closes the source", async () => {
+  const thrown = new RangeError("mine");
+  const source = watched([...numbered(3), { type: "qr", get text() { throw thrown; } }, ...numbered(1000)]);
+  const made = labels(source, { errors: "yield" });
+  const texts = [];
+  await assert.rejects(async () => {
+    for await (const { report } of made) {
+      texts.push(report.text);
+    }
+  }, (error) => error === thrown);
+  assert.deepEqual(texts, expected(3));
+  assert.equal(source.closed, 1);
+});
+
+test("hostile sources", async () => {
+  const broken = [
+    { [Symbol.iterator]: () => ({}) },
+    { [Symbol.iterator]: () => ({ next: () => undefined }) },
+    { [Symbol.asyncIterator]: () => ({ next: () => 42 }) },
+    { [Symbol.asyncIterator]: () => ({ next: () => Promise.reject(new TypeError("mine")) }) },
+  ];
+  for (const source of broken) {
+    await assert.rejects(labels(source).next(), TypeError);
+  }
+  assert.throws(() => labels({ [Symbol.iterator]: () => { throw new RangeError("mine"); } }), /mine/);
+});
+
+test("wrong arguments", () => {
+  for (const source of [undefined, null, 42, "requests", {}, Symbol("a"), () => {}]) {
+    assert.throws(() => labels(source), TypeError);
+  }
+  for (const workers of [0, -1, 1.5, NaN, Infinity, 1025]) {
+    assert.throws(() => labels([], { workers }), RangeError);
+  }
+  for (const options of [{ workers: "2" }, { workers: 2n }, { errors: "ignore" }, { errors: null }, null, 4, "raise"]) {
+    assert.throws(() => labels([], options), TypeError);
+  }
+});
+
+test("a stream of Node takes them", async () => {
+  const texts = [];
+  for await (const { report } of Readable.from(labels(numbered(300)))) {
+    texts.push(report.text);
+  }
+  assert.deepEqual(texts, expected(300));
+});

@@ -1,0 +1,126 @@
+// What the package is in a process: its threads, its end, its bytes beside those of other hosts.
+
+import assert from "node:assert/strict";
+import { execFileSync, spawn, spawnSync } from "node:child_process";
+import { once } from "node:events";
+import { test } from "node:test";
+import { fileURLToPath } from "node:url";
+import { Worker } from "node:worker_threads";
+
+import { label } from "libbarcode";
+
+const here = fileURLToPath(new URL(".", import.meta.url));
+
+// Status and output of a program with the package; a signal is a failure.
+function run(code) {
+  const arguments_ = ["--input-type=module", "-e", code];
+  const { status, signal, stdout, stderr } = spawnSync(process.execPath, arguments_, { cwd: here, encoding: "utf-8" });
+  assert.equal(signal, null, stderr);
+  return { status, stdout, stderr };
+}
+
+test("worker threads load it too", async () => {
+  const code = `
+    import { parentPort, workerData } from "node:worker_threads";
+    import { label, labelAsync, labels } from "libbarcode";
+    const request = { type: "qr", text: "thread " + workerData };
+    const same = await labelAsync(request);
+    let last;
+    for await (const made of labels(Array(200).fill(request), { workers: 2 })) {
+      last = made;
+    }
+    parentPort.postMessage([label(request).data, same.data, last.data]);`;
+  const url = new URL(`data:text/javascript,${encodeURIComponent(code.replaceAll('"libbarcode"',
+    JSON.stringify(import.meta.resolve("libbarcode"))))}`);
+  const answers = await Promise.all(Array.from({ length: 8 }, async (_, i) => {
+    const worker = new Worker(url, { workerData: i });
+    const [answer] = await once(worker, "message");
+    await worker.terminate();
+    return answer;
+  }));
+  answers.forEach((answer, i) => {
+    for (const data of answer) {
+      assert.deepEqual(data, label({ type: "qr", text: `thread ${i}` }).data);
+    }
+  });
+});
+
+test("worker threads that are ended in the middle", async () => {
+  const code = `
+    import { labelAsync, labels } from ${JSON.stringify(import.meta.resolve("libbarcode"))};
+    import { parentPort } from "node:worker_threads";
+    function* endless() { for (;;) yield { type: "qr", text: "hello", module: 20 }; }
+    for (let i = 0; i < 32; ++i) labelAsync({ type: "qr", text: "hello", module: 40 });
+    for await (const made of labels(endless())) parentPort.postMessage(made.data.length);`;
+  for (let i = 0; i < 20; ++i) {
+    const worker = new Worker(new URL(`data:text/javascript,${encodeURIComponent(code)}`));
+    await once(worker, "message");
+    assert.equal(await worker.terminate(), 1);
+  }
+  assert.equal(label({ type: "qr", text: "hello" }).report.ok, true);
+});
+
+test("a process may end in the middle of labels()", () => {
+  const code = `
+    import { labelAsync, labels } from "libbarcode";
+    function* endless() { for (;;) yield { type: "code128", text: "hello", module: 9 }; }
+    for (let i = 0; i < 64; ++i) labelAsync({ type: "qr", text: "hello", module: 40 });
+    let count = 0;
+    for await (const made of labels(endless(), { workers: 4 })) {
+      if (++count === 10) process.exit(7);
+    }`;
+  for (let i = 0; i < 10; ++i) {
+    const { status, stderr } = run(code);
+    assert.equal(status, 7, stderr);
+    assert.equal(stderr, "");
+  }
+});
+
+test("an error that nobody catches ends a process as usual", () => {
+  const { status, stderr } = run(`
+    import { labels } from "libbarcode";
+    for await (const made of labels([{ type: "qr", text: "a" }, { type: "qr", text: "" }])) console.log(made.mediaType);`);
+  assert.equal(status, 1);
+  assert.match(stderr, /LabelError: The text is empty; give at least one character\./);
+});
+
+test("a process that has begun labels() and forgets it ends by itself", () => {
+  const { status, stdout } = run(`
+    import { labels } from "libbarcode";
+    const made = labels([{ type: "qr", text: "a" }, { type: "qr", text: "b" }]);
+    console.log((await made.next()).value.report.text);`);
+  assert.equal(status, 0);
+  assert.equal(stdout, "a\n");
+});
+
+test("nothing is written to the streams", () => {
+  const { stdout, stderr } = run(`
+    import { label } from "libbarcode";
+    label({ type: "databar", text: "490123456789" });
+    try { label({ type: "jan8", text: "x" }); } catch {}`);
+  assert.deepEqual([stdout, stderr], ["", ""]);
+});
+
+// Node has a zlib of its own, whose compression is another.
+const program = process.env.BARCODE_PROGRAM;
+test("the same request makes the same bytes as in mkbarcode", { skip: program === undefined }, () => {
+  for (const type of ["code128", "qr", "databar-expanded", "datamatrix"]) {
+    for (const format of ["png", "svg", "pdf"]) {
+      const text = type === "databar-expanded" ? "(01)04912345678904" : "Pallet 771204";
+      const made = execFileSync(program, [type, text, "--format", format, "-o", "-"], { stdio: ["ignore", "pipe", "ignore"] });
+      assert.deepEqual(Buffer.from(label({ type, text, format }).data), made, `${type} ${format}`);
+    }
+  }
+});
+
+test("a process that is killed leaves nothing that hangs", async () => {
+  const code = `
+    import { labels } from "libbarcode";
+    function* endless() { for (;;) yield { type: "qr", text: "hello", module: 20 }; }
+    for await (const made of labels(endless())) process.stdout.write(".");`;
+  const child = spawn(process.execPath, ["--input-type=module", "-e", code], { cwd: here, stdio: ["ignore", "pipe", "pipe"] });
+  await once(child.stdout, "data");
+  child.kill("SIGTERM");
+  const [, signal] = await once(child, "exit");
+  assert.equal(signal, "SIGTERM");
+});
