@@ -1,8 +1,9 @@
 // libbarcode_label for C++: labels that scan, as objects that free themselves, with errors that are thrown.
 //
 //     try {
-//       const libbarcode::Label label(libbarcode::LabelRequest("jan13", "490123456789").set("format",
-//       "svg")); label.save("label.svg");
+//       libbarcode::LabelRequest request("jan13", "490123456789");
+//       const libbarcode::Label label(request.set("format", "svg"));
+//       label.save("label.svg");
 //     } catch (const libbarcode::LabelError& error) {
 //       std::cerr << error.code() << " " << error.field() << ": " << error.what() << '\n';
 //     }
@@ -338,6 +339,52 @@ struct LabelWarning {
   std::string message;
 };
 
+namespace detail {
+
+inline LabelError read_error(std::string_view report) {
+  std::string code;
+  std::string field;
+  std::string message;
+  ReportReader reader(report);
+  reader.object([&](std::string_view member) {
+    if (member != "error") {
+      return reader.skip();
+    }
+    return reader.object([&](std::string_view name) {
+      std::string* const text = name == "code"      ? &code
+                                : name == "field"   ? &field
+                                : name == "message" ? &message
+                                                    : nullptr;
+      return text == nullptr ? reader.skip() : reader.string(text);
+    });
+  });
+  return {std::move(code), std::move(field), message};
+}
+
+inline std::vector<LabelWarning> read_warnings(std::string_view report) {
+  std::vector<LabelWarning> list;
+  ReportReader reader(report);
+  reader.object([&](std::string_view member) {
+    if (member != "warnings") {
+      return reader.skip();
+    }
+    return reader.array([&] {
+      LabelWarning warning;
+      const bool isRead = reader.object([&](std::string_view name) {
+        std::string* const text = name == "code"      ? &warning.code
+                                  : name == "message" ? &warning.message
+                                                      : nullptr;
+        return text == nullptr ? reader.skip() : reader.string(text);
+      });
+      list.push_back(std::move(warning));
+      return isRead;
+    });
+  });
+  return list;
+}
+
+}  // namespace detail
+
 // A request, field by field, for those who have no JSON at hand. It checks nothing: the library does, when
 // the label is made. Every function may throw std::bad_alloc.
 class LabelRequest {
@@ -485,50 +532,11 @@ class Label {
   // follows it.
   [[nodiscard]] std::string_view report() const noexcept { return barcode_label_report(get()); }
 
-  // Why the label was refused; with empty texts when it was not, or the object is empty. Throws
-  // std::bad_alloc.
-  [[nodiscard]] LabelError error() const {
-    std::string code;
-    std::string field;
-    std::string message;
-    detail::ReportReader reader(report());
-    reader.object([&](std::string_view member) {
-      if (member != "error") {
-        return reader.skip();
-      }
-      return reader.object([&](std::string_view name) {
-        std::string* const text = name == "code"      ? &code
-                                  : name == "field"   ? &field
-                                  : name == "message" ? &message
-                                                      : nullptr;
-        return text == nullptr ? reader.skip() : reader.string(text);
-      });
-    });
-    return {std::move(code), std::move(field), message};
-  }
+  // Why the label was refused; with empty texts when it was not, or the object is empty. Throws std::bad_alloc.
+  [[nodiscard]] LabelError error() const { return detail::read_error(report()); }
 
   // What stands against the label, in the order of the report. Throws std::bad_alloc.
-  [[nodiscard]] std::vector<LabelWarning> warnings() const {
-    std::vector<LabelWarning> list;
-    detail::ReportReader reader(report());
-    reader.object([&](std::string_view member) {
-      if (member != "warnings") {
-        return reader.skip();
-      }
-      return reader.array([&] {
-        LabelWarning warning;
-        const bool isRead = reader.object([&](std::string_view name) {
-          std::string* const text = name == "code"      ? &warning.code
-                                    : name == "message" ? &warning.message
-                                                        : nullptr;
-          return text == nullptr ? reader.skip() : reader.string(text);
-        });
-        list.push_back(std::move(warning));
-        return isRead;
-      });
-    });
-    return list;
-  }
+  [[nodiscard]] std::vector<LabelWarning> warnings() const { return detail::read_warnings(report()); }
 
   // Writes the picture to a file, which is made or replaced.
   // Throws LabelError when the label was refused, std::logic_error when the object is empty,
