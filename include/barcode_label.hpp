@@ -256,18 +256,24 @@ class ReportReader {
 // Appends a JSON string. What is no UTF-8 stays as it is, for the library to refuse.
 inline void append_json_string(std::string& json, std::string_view text) {
   constexpr std::string_view kHex = "0123456789abcdef";
+  const auto isPlain = [](char character) {
+    return static_cast<unsigned char>(character) >= 0x20 && character != '"' && character != '\\';
+  };
   json.push_back('"');
-  for (const char character : text) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (byte < 0x20) {
-      json.append("\\u00").push_back(kHex[byte >> 4U]);
+  while (!text.empty()) {
+    std::size_t plain = 0;
+    while (plain < text.size() && isPlain(text[plain])) {
+      ++plain;
+    }
+    json.append(text.substr(0, plain));
+    text.remove_prefix(plain);
+    if (!text.empty()) {
+      const auto byte = static_cast<unsigned char>(text.front());
+      json.append("\\u00");
+      json.push_back(kHex[byte >> 4U]);
       json.push_back(kHex[byte & 0xFU]);
-      continue;
+      text.remove_prefix(1);
     }
-    if (character == '"' || character == '\\') {
-      json.push_back('\\');
-    }
-    json.push_back(character);
   }
   json.push_back('"');
 }
@@ -532,7 +538,8 @@ class Label {
   // follows it.
   [[nodiscard]] std::string_view report() const noexcept { return barcode_label_report(get()); }
 
-  // Why the label was refused; with empty texts when it was not, or the object is empty. Throws std::bad_alloc.
+  // Why the label was refused; with empty texts when it was not, or the object is empty. Throws
+  // std::bad_alloc.
   [[nodiscard]] LabelError error() const { return detail::read_error(report()); }
 
   // What stands against the label, in the order of the report. Throws std::bad_alloc.
