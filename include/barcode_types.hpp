@@ -7,8 +7,8 @@
 
 #include <cerrno>
 #include <cstddef>
-#include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -105,20 +105,13 @@ inline void save(Bytes picture, const std::string& path) {
                                      "A file's name with a zero byte");
   }
   errno = 0;
-  std::FILE* const file = std::fopen(path.c_str(), "wb");
-  int error = errno;
-  bool isWritten = false;
-  if (file != nullptr) {
-    isWritten = std::fwrite(picture.data(), 1, picture.size(), file) == picture.size();
-    error = errno;
-    if (std::fclose(file) != 0 && isWritten) {
-      isWritten = false;
-      error = errno;
-    }
-  }
-  if (!isWritten) {
-    detail::raise<std::system_error>(error == 0 ? EIO : error, std::generic_category(),
-                                     "Cannot write " + path);
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  const std::string_view bytes = picture.chars();
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  file.close();
+  if (!file) {
+    const int error = errno == 0 ? EIO : errno;
+    detail::raise<std::system_error>(error, std::generic_category(), "Cannot write " + path);
   }
 }
 

@@ -38,6 +38,7 @@ Outcome Refuse() {
     const Label label(request);
     return Outcome::kOther;
   } catch (const LabelError& error) {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a copy takes no memory.
     const LabelError copy = error;
     return copy.code() == "bad_text" && copy.field() == "text" ? Outcome::kRefused : Outcome::kOther;
   }

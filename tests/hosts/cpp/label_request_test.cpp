@@ -29,10 +29,19 @@ struct Takes<Value, std::void_t<decltype(std::declval<LabelRequest&>().set("", s
     : std::true_type {};
 
 // A value of a wrong type is the compiler's error.
-static_assert(Takes<int>::value && Takes<bool>::value && Takes<double>::value && Takes<std::uint64_t>::value);
-static_assert(Takes<std::string>::value && Takes<const char*>::value && Takes<std::nullptr_t>::value);
-static_assert(!Takes<char>::value && !Takes<char32_t>::value && !Takes<wchar_t>::value);
-static_assert(!Takes<int*>::value && !Takes<const void*>::value && !Takes<json>::value);
+static_assert(Takes<int>::value);
+static_assert(Takes<bool>::value);
+static_assert(Takes<double>::value);
+static_assert(Takes<std::uint64_t>::value);
+static_assert(Takes<std::string>::value);
+static_assert(Takes<const char*>::value);
+static_assert(Takes<std::nullptr_t>::value);
+static_assert(!Takes<char>::value);
+static_assert(!Takes<char32_t>::value);
+static_assert(!Takes<wchar_t>::value);
+static_assert(!Takes<int*>::value);
+static_assert(!Takes<const void*>::value);
+static_assert(!Takes<json>::value);
 
 json Written(const LabelRequest& request) {
   return json::parse(request.json());

@@ -133,7 +133,7 @@ class RandomReport {
   }
 
   json Report() {
-    nlohmann::json report = Value(4).is_null() ? json::object() : json::object();
+    json report = json::object();
     for (unsigned i = Below(4); i > 0; --i) {
       report[String()] = Value(0);
     }
