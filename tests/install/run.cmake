@@ -9,11 +9,12 @@ function(run)
   execute_process(COMMAND ${ARGN} COMMAND_ECHO STDOUT COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-# Configures a host afresh; what is said goes into OUTPUT_VARIABLE, success into RESULT_VARIABLE.
+# Configures a host afresh, of a folder here or anywhere; what is said goes into OUTPUT_VARIABLE, success into RESULT_VARIABLE.
 function(configure host name)
   file(REMOVE_RECURSE ${WORK}/${name})
+  cmake_path(ABSOLUTE_PATH host BASE_DIRECTORY ${here} OUTPUT_VARIABLE folder)
   execute_process(
-    COMMAND ${CMAKE_COMMAND} -G ${GENERATOR} -S ${here}/${host} -B ${WORK}/${name} -DVERSION=${VERSION}
+    COMMAND ${CMAKE_COMMAND} -G ${GENERATOR} -S ${folder} -B ${WORK}/${name} -DVERSION=${VERSION}
             -DLABEL=${LABEL} -DLABEL_VERSION=${LABEL_VERSION}
             -DCMAKE_C_COMPILER=${C_COMPILER} -DCMAKE_CXX_COMPILER=${CXX_COMPILER}
             -DCMAKE_C_COMPILER_LAUNCHER=${C_LAUNCHER} -DCMAKE_CXX_COMPILER_LAUNCHER=${CXX_LAUNCHER} ${ARGN}
@@ -80,8 +81,33 @@ function(use_tool_alone prefix)
   endif()
 endfunction()
 
-# The package's name and version, and the source of its consumer.
-function(use_package prefix package version consumer)
+# Runs a program that writes a PNG file.
+function(expect_picture)
+  set(picture ${WORK}/picture.png)
+  file(REMOVE ${picture})
+  run(${ARGN} ${picture})
+  file(READ ${picture} signature LIMIT 8 HEX)
+  file(REMOVE ${picture})
+  if(NOT signature STREQUAL "89504e470d0a1a0a")
+    message(FATAL_ERROR "${ARGN} wrote no PNG file")
+  endif()
+endfunction()
+
+# The examples in C and C++.
+function(use_examples name prefix)
+  configure(${SOURCE}/examples ${name} -DCMAKE_PREFIX_PATH=${prefix})
+  if(result)
+    message(FATAL_ERROR "The examples were not configured")
+  endif()
+  run(${CMAKE_COMMAND} --build ${WORK}/${name} --parallel 2)
+  foreach(language c cpp)
+    expect_picture(${WORK}/${name}/label_${language} qr hello)
+    expect_picture(${WORK}/${name}/library_${language} 0 ABC-123 300 100)
+  endforeach()
+endfunction()
+
+# The package's name and version, the source of its consumer, an example in C++ and its arguments.
+function(use_package prefix package version consumer example)
   set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
   run(${PKG_CONFIG} --exact-version=${version} ${package})
   execute_process(COMMAND ${PKG_CONFIG} --cflags --libs ${package} OUTPUT_VARIABLE flags COMMAND_ERROR_IS_FATAL ANY)
@@ -93,12 +119,14 @@ function(use_package prefix package version consumer)
   file(REMOVE ${WORK}/consumer)
   run(${C_COMPILER} -DEXPECTED_VERSION="${version}" ${here}/${consumer} -o ${WORK}/consumer ${flags})
   run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${prefix}/${LIBDIR} ${WORK}/consumer)
+  run(${CXX_COMPILER} -std=c++17 ${SOURCE}/examples/cpp/${example}.cpp -o ${WORK}/example ${flags})
+  expect_picture(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${prefix}/${LIBDIR} ${WORK}/example ${ARGN})
 endfunction()
 
 function(use_pkg_config prefix)
-  use_package(${prefix} barcode ${VERSION} consumer.c)
+  use_package(${prefix} barcode ${VERSION} consumer.c library 0 ABC-123 300 100)
   if(LABEL)
-    use_package(${prefix} barcode-label ${LABEL_VERSION} consumer_label.c)
+    use_package(${prefix} barcode-label ${LABEL_VERSION} consumer_label.c label qr hello)
   endif()
 endfunction()
 
@@ -207,6 +235,9 @@ elseif(STEP STREQUAL "package_of_another_version")
   if(NOT result OR NOT output MATCHES "version: ${VERSION}")
     message(FATAL_ERROR "Version 2.0 was asked for and not refused for being another")
   endif()
+elseif(STEP STREQUAL "examples")
+  use_examples(examples ${WORK}/prefix)
+  use_examples(moved_examples ${WORK}/moved)
 elseif(STEP STREQUAL "pkg_config")
   use_pkg_config(${WORK}/prefix)
 elseif(STEP STREQUAL "moved_tree")
