@@ -1,6 +1,6 @@
 """Runs the examples of README.md and docs/labels.md as a reader would: shell, Python, Node and C.
 
-Usage: run_examples.py SOURCE_DIR LIBRARY_DIR[:LIBRARY_DIR...] PROGRAM_DIR WORK_DIR NODE C_COMPILER [C_FLAG...]
+Usage: run_examples.py SOURCE_DIR LIBRARY_DIR[:LIBRARY_DIR...] PROGRAM_DIR NODE_PACKAGE WORK_DIR NODE C_COMPILER [C_FLAG...]
 """
 
 import os
@@ -18,13 +18,13 @@ def example(document, name):
 
 
 def main():
-    source_dir, library_dirs, program_dir, work_dir, node, compiler, *flags = sys.argv[1:]
+    source_dir, library_dirs, program_dir, node_package, work_dir, node, compiler, *flags = sys.argv[1:]
     source = pathlib.Path(source_dir)
     readme = source / "README.md"
     work = pathlib.Path(work_dir)
     shutil.rmtree(work, ignore_errors=True)
     (work / "node_modules").mkdir(parents=True)
-    (work / "node_modules" / "libbarcode").symlink_to(source / "node", target_is_directory=True)
+    (work / "node_modules" / "libbarcode").symlink_to(node_package, target_is_directory=True)
     environment = dict(os.environ, LD_LIBRARY_PATH=library_dirs, PYTHONPATH=str(source / "python"),
                        PATH=f"{program_dir}:{os.environ['PATH']}")
 

@@ -108,7 +108,8 @@ class TarWriter {
   TarWriter& operator=(const TarWriter&) = delete;
   ~TarWriter() {
     m_library.entryFree(m_entry);
-    m_out = &m_discarded;  // the end of the part, which is none of the file; without it libarchive keeps memory
+    m_out =
+        &m_discarded;  // the end of the part, which is none of the file; without it libarchive keeps memory
     m_library.close(m_archive);
     m_library.free(m_archive);
   }
