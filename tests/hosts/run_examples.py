@@ -1,13 +1,15 @@
-"""Runs the examples of one language as a reader would, and compares their files with those of mkbarcode.
+"""Runs the examples of one language as a reader would, those of docs/hosts.md too, and compares their files with those of
+mkbarcode.
 
-Usage: run_examples.py LANGUAGE SOURCE_DIR LIBRARY_DIR MKBARCODE WORK_DIR [LABEL_PROGRAM LIBRARY_PROGRAM]
+Usage: run_examples.py LANGUAGE SOURCE_DIR LIBRARY_DIR MKBARCODE WORK_DIR [LABEL_PROGRAM LIBRARY_PROGRAM [CXX_COMPILER FLAG...]]
 
-For C and C++ the programs are built already. The status is 77 where the language is not installed; with
+For C and C++ the programs are built already; the compiler is for the examples of the page. The status is 77 where the language is not installed; with
 BARCODE_REQUIRE_HOSTS=1 in the environment that is a failure.
 """
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -120,16 +122,38 @@ class Examples:
         result = self.run([*command, "qr", "A", "label.png"], environment)
         self.check(result.returncode > 0 and b"libbarcode_label.so.1" in result.stderr + result.stdout, result)
 
+    def page(self, language, command):
+        """The examples of docs/hosts.md: command(file) runs one, and a block ```text behind it is what it prints."""
+        page = (self.source / "docs" / "hosts.md").read_text(encoding="utf-8")
+        blocks = re.findall(r"^```(\w+)\n(.*?)^```$", page, re.MULTILINE | re.DOTALL)
+        unknown = {kind for kind, _ in blocks} - {"cpp", "java", "php", "ruby", "text"}
+        self.check(not unknown, f"docs/hosts.md has blocks that nobody runs: {unknown}")
+        count = 0
+        for index, (kind, block) in enumerate(blocks):
+            if kind != language:
+                continue
+            count += 1
+            suffix = {"ruby": "rb"}.get(language, language)
+            file = self.work / f"Example.{suffix}"
+            file.write_text(block, encoding="utf-8")
+            result = self.run(command(file))
+            follows = blocks[index + 1] if index + 1 < len(blocks) else ("", "")
+            expected = follows[1] if follows[0] == "text" else ""
+            self.check(result.returncode == 0 and result.stdout.decode() == expected and not result.stderr, result)
+            for made in re.findall(r"""["']((?:label|code39)\.svg)["']""", block):
+                self.check(self.made(made).startswith(b"<"), f"no {made}")
+        self.check(count > 0, f"docs/hosts.md has no example in {language}")
+
     # ---- The languages ----
 
     def c(self):
-        label, library = self.programs
+        label, library, *_ = self.programs
         self.labels([label], "label")
         self.library_draws([library], "library")
 
     def cpp(self):
         self.c()
-        label, _ = self.programs
+        label, _, *compiler = self.programs
         result = self.run([label, "qr", "A", "label.png", "module=7", "caption=5 pieces", "show_text=true"])
         self.check(result.returncode == 1 and b"unknown_field show_text: " in result.stderr, result)
         result = self.run([label, "code39", "A", "label.png", "module=7", 'caption="5"', "show_text=true", "text_scale=1.5"])
@@ -141,6 +165,16 @@ class Examples:
         self.check(result.returncode == 0 and b"label: warning quiet_zone: " in result.stderr, result)
         self.check(self.run([label, "qr", "A", "label.png", "module"]).returncode == 2, "no FIELD=VALUE")
 
+        libraries = [f"-L{self.library}", "-lbarcode_label", "-lbarcode"]
+
+        def compile_and_run(file):
+            result = self.run([*compiler, "-std=c++17", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Werror",
+                               f"-I{self.source / 'include'}", file, "-o", "example", *libraries])
+            self.check(result.returncode == 0, result)
+            return ["./example"]
+
+        self.page("cpp", compile_and_run)
+
     def java(self):
         classes = self.work / "classes"
         sources = [*self.examples.glob("*.java"), *self.tests.glob("*.java")]
@@ -149,6 +183,13 @@ class Examples:
         java = ["java", "-Xmx2g", "-cp", f"{classes}:{JNA}"]
         self.labels([*java, "MakeLabel"], "MakeLabel")
         self.hostile([*java, "HostileTest"])
+
+        def compile_and_run(file):
+            result = self.run(["javac", "-Xlint:all", "-Werror", "-cp", f"{classes}:{JNA}", "-d", classes, file])
+            self.check(result.returncode == 0, result)
+            return [*java, "Example"]
+
+        self.page("java", compile_and_run)
         self.without_library([*java, "MakeLabel"])
 
     def php(self):
@@ -156,6 +197,8 @@ class Examples:
         command = [*php, self.examples / "make_label.php"]
         self.labels(command, "make_label.php")
         self.hostile([*php, self.tests / "hostile_test.php", self.examples])
+        shutil.copy(self.examples / "Label.php", self.work)
+        self.page("php", lambda file: [*php, file])
         self.without_library(command)
 
     def ruby(self):
@@ -163,6 +206,8 @@ class Examples:
         command = [*ruby, self.examples / "make_label.rb"]
         self.labels(command, "make_label.rb")
         self.hostile([*ruby, self.tests / "hostile_test.rb", self.examples])
+        shutil.copy(self.examples / "label.rb", self.work)
+        self.page("ruby", lambda file: [*ruby, file])
         self.without_library(command)
 
 
