@@ -1,7 +1,6 @@
 // Makes one label and writes it to a file.
 //
 //     label TYPE TEXT FILE [FIELD=VALUE...]        label qr "Grüße" label.svg caption=Grüße module=6
-//     strict=true
 //
 // TYPE is a name that libbarcode::label_types lists, FILE ends in .png, .svg or .pdf, FIELD is one of
 // docs/labels.md. A VALUE that reads as a number, true or false is one, unless it stands in quotes. Exit
