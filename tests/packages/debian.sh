@@ -15,7 +15,14 @@ version=$("$source/scripts/version.sh")
 names="libbarcode1 libbarcode-label1 libbarcode-dev mkbarcode python3-libbarcode"
 
 root=$(mktemp -d)
-trap 'rm -rf --one-file-system "$root"' EXIT
+# What was fetched is kept, whatever comes of it.
+finish() {
+  cp -u "$root"/var/cache/apt/archives/*.deb "$archives/" || true
+  rm -f "$archives"/*barcode*
+  umount "$root/proc" || true
+  rm -rf --one-file-system "$root"
+}
+trap finish EXIT
 
 fail() {
   echo "tests/packages/debian.sh: $*" >&2
@@ -32,8 +39,9 @@ shell() {
   in_root sh -ec "cd /root; sudo() { \"\$@\"; }; $1"
 }
 
+# Patterns are of files there.
 install_packages() {
-  in_root apt-get install -q -o Dpkg::Use-Pty=0 "$@" >"$root/tmp/apt.log" 2>&1 || {
+  shell "apt-get install -q -o Dpkg::Use-Pty=0 $*" >"$root/tmp/apt.log" 2>&1 || {
     cat "$root/tmp/apt.log" >&2
     fail "apt-get install $*"
   }
@@ -52,6 +60,7 @@ all_files() {
 
 tar -xf "$base" -C "$root"
 cp /etc/resolv.conf "$root/etc/resolv.conf"
+mount -t proc proc "$root/proc"
 cp "$archives"/*.deb "$root/var/cache/apt/archives/" 2>/dev/null || true
 echo 'APT::Get::Assume-Yes "true";' >"$root/etc/apt/apt.conf.d/50yes"
 mkdir -p "$root/root/build/packages" "$root/tmp/older"
@@ -73,7 +82,7 @@ for name in $names; do
 done
 
 echo "== mkbarcode alone"
-install_packages --no-install-recommends /root/build/packages/mkbarcode_"$version"_*.deb
+install_packages --no-install-recommends './build/packages/mkbarcode_*.deb'
 shell "mkbarcode code39 ABC-123 -o label.png"
 picture label.png PNG
 ! shell "mkbarcode library code39 ABC-123 -o symbol.png" 2>"$root/tmp/errors" ||
@@ -81,8 +90,8 @@ picture label.png PNG
 grep -q "^mkbarcode: cannot load the library.*libbarcode.so.1" "$root/tmp/errors" || fail "$(cat "$root/tmp/errors")"
 
 echo "== Python with the label library alone"
-install_packages --no-install-recommends /root/build/packages/libbarcode-label1_"$version"_*.deb \
-  /root/build/packages/python3-libbarcode_"$version"_*.deb
+install_packages --no-install-recommends './build/packages/libbarcode-label1_*.deb' \
+  './build/packages/python3-libbarcode_*.deb'
 shell "python3 -W error -c 'import libbarcode; libbarcode.label(\"qr\", \"hello\").save(\"label.png\")'"
 picture label.png PNG
 ! shell "python3 -c 'import libbarcode.library
@@ -92,12 +101,12 @@ in_root apt-get purge -q mkbarcode libbarcode-label1 python3-libbarcode >/dev/nu
 
 echo "== What the packages need, before they come"
 # shellcheck disable=SC2046  # a list of words
-install_packages $(in_root apt-get install -s -q /root/build/packages/*.deb | sed -n 's/^Inst \([^ ]*\) .*/\1/p' |
+install_packages $(shell "apt-get install -s -q ./build/packages/*.deb" | sed -n 's/^Inst \([^ ]*\) .*/\1/p' |
   grep -vxF "$(printf '%s\n' $names)")
 all_files >"$root/tmp/before"
 
 echo "== Older packages, upgraded by these"
-install_packages /tmp/older/*.deb
+install_packages '/tmp/older/*.deb'
 python3 ./examples.py "$source/docs/packages.md" "$root/root/manual"
 shell ". ./manual/debian.sh" >"$root/tmp/apt.log" 2>&1 || fail "$(cat "$root/tmp/apt.log")"
 for name in $names; do
@@ -129,7 +138,7 @@ shell "mkbarcode library code39 ABC-123 --size 300x100 -o symbol.png"
 picture symbol.png PNG
 shell "printf 'type,text\ncode39,ABC-123\nqr,hello\n' | mkbarcode batch - --input-format csv -o labels.tar"
 [ "$(tar -tf "$root/root/labels.tar" | grep -c png)" -eq 2 ] || fail "labels.tar does not hold two labels"
-shell "mkbarcode sheet - -o sheet.pdf <<'END'
+shell "mkbarcode sheet - -o sheet.pdf --page A4 --grid 3x7 <<'END'
 {\"type\": \"qr\", \"text\": \"hello\"}
 END"
 picture sheet.pdf PDF
@@ -180,6 +189,4 @@ host/consumer
 host/consumer_label" >"$root/tmp/cmake.log" 2>&1 || fail "$(cat "$root/tmp/cmake.log")"
 
 purge
-cp -u "$root"/var/cache/apt/archives/*.deb "$archives/"
-rm -f "$archives"/*barcode*
 echo "debian: installed, upgraded, used and purged"
