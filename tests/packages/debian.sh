@@ -14,49 +14,15 @@ source=$(realpath ../..)
 version=$("$source/scripts/version.sh")
 names="libbarcode1 libbarcode-label1 libbarcode-dev mkbarcode python3-libbarcode"
 
-root=$(mktemp -d)
-trap 'rm -rf --one-file-system "$root"' EXIT
-
-fail() {
-  echo "tests/packages/debian.sh: $*" >&2
-  exit 1
-}
-
-in_root() {
-  chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 \
-    DEBIAN_FRONTEND=noninteractive "$@"
-}
-
-# In a folder of the user's, as root: sh with "sudo" as it is on a real system.
-shell() {
-  in_root sh -ec "cd /root; sudo() { \"\$@\"; }; $1"
-}
-
-install_packages() {
-  in_root apt-get install -q -o Dpkg::Use-Pty=0 "$@" >"$root/tmp/apt.log" 2>&1 || {
-    cat "$root/tmp/apt.log" >&2
-    fail "apt-get install $*"
-  }
-}
+. ./system.sh
 
 picture() {
   head -c 4 "$root/root/$1" | grep -qa "$2" || fail "$1 is no picture"
   rm "$root/root/$1"
 }
 
-# Everything but what apt and dpkg remember, logs and the folders of this test.
-all_files() {
-  (cd "$root" && find . -xdev \( -path ./var/lib/dpkg -o -path ./var/lib/apt -o -path ./var/cache -o -path ./var/log \
-    -o -path ./tmp -o -path ./root \) -prune -o -print) | LC_ALL=C sort
-}
-
-tar -xf "$base" -C "$root"
-cp /etc/resolv.conf "$root/etc/resolv.conf"
-cp "$archives"/*.deb "$root/var/cache/apt/archives/" 2>/dev/null || true
-echo 'APT::Get::Assume-Yes "true";' >"$root/etc/apt/apt.conf.d/50yes"
 mkdir -p "$root/root/build/packages" "$root/tmp/older"
 cp "$packages"/*.deb "$root/root/build/packages/"
-in_root apt-get update -q >/dev/null
 
 # The same packages with a lower version and a file that the new ones do not have.
 for name in $names; do
@@ -73,7 +39,7 @@ for name in $names; do
 done
 
 echo "== mkbarcode alone"
-install_packages --no-install-recommends /root/build/packages/mkbarcode_"$version"_*.deb
+install_packages --no-install-recommends './build/packages/mkbarcode_*.deb'
 shell "mkbarcode code39 ABC-123 -o label.png"
 picture label.png PNG
 ! shell "mkbarcode library code39 ABC-123 -o symbol.png" 2>"$root/tmp/errors" ||
@@ -81,25 +47,25 @@ picture label.png PNG
 grep -q "^mkbarcode: cannot load the library.*libbarcode.so.1" "$root/tmp/errors" || fail "$(cat "$root/tmp/errors")"
 
 echo "== Python with the label library alone"
-install_packages --no-install-recommends /root/build/packages/libbarcode-label1_"$version"_*.deb \
-  /root/build/packages/python3-libbarcode_"$version"_*.deb
+install_packages --no-install-recommends './build/packages/libbarcode-label1_*.deb' \
+  './build/packages/python3-libbarcode_*.deb'
 shell "python3 -W error -c 'import libbarcode; libbarcode.label(\"qr\", \"hello\").save(\"label.png\")'"
 picture label.png PNG
 ! shell "python3 -c 'import libbarcode.library
 libbarcode.library.Barcode(0)'" 2>"$root/tmp/errors" || fail "libbarcode.library works without the library"
 tail -n 1 "$root/tmp/errors" | grep "libbarcode\.so" || fail "$(cat "$root/tmp/errors")"
-in_root apt-get purge -q mkbarcode libbarcode-label1 python3-libbarcode >/dev/null 2>&1
+quietly "apt-get purge -q mkbarcode libbarcode-label1 python3-libbarcode"
 
 echo "== What the packages need, before they come"
 # shellcheck disable=SC2046  # a list of words
-install_packages $(in_root apt-get install -s -q /root/build/packages/*.deb | sed -n 's/^Inst \([^ ]*\) .*/\1/p' |
+install_packages $(shell "apt-get install -s -q ./build/packages/*.deb" | sed -n 's/^Inst \([^ ]*\) .*/\1/p' |
   grep -vxF "$(printf '%s\n' $names)")
 all_files >"$root/tmp/before"
 
 echo "== Older packages, upgraded by these"
-install_packages /tmp/older/*.deb
+install_packages '/tmp/older/*.deb'
 python3 ./examples.py "$source/docs/packages.md" "$root/root/manual"
-shell ". ./manual/debian.sh" >"$root/tmp/apt.log" 2>&1 || fail "$(cat "$root/tmp/apt.log")"
+quietly ". ./manual/debian.sh"
 for name in $names; do
   state=$(in_root dpkg-query -W -f '${db:Status-Abbrev} ${Version}' "$name")
   [ "$state" = "ii  $version" ] || fail "$name is in state $state"
@@ -129,7 +95,7 @@ shell "mkbarcode library code39 ABC-123 --size 300x100 -o symbol.png"
 picture symbol.png PNG
 shell "printf 'type,text\ncode39,ABC-123\nqr,hello\n' | mkbarcode batch - --input-format csv -o labels.tar"
 [ "$(tar -tf "$root/root/labels.tar" | grep -c png)" -eq 2 ] || fail "labels.tar does not hold two labels"
-shell "mkbarcode sheet - -o sheet.pdf <<'END'
+shell "mkbarcode sheet - -o sheet.pdf --page A4 --grid 3x7 <<'END'
 {\"type\": \"qr\", \"text\": \"hello\"}
 END"
 picture sheet.pdf PDF
@@ -139,10 +105,8 @@ for page in bash-completion/completions/mkbarcode zsh/vendor-completions/_mkbarc
 done
 
 echo "== Purged"
-# shellcheck disable=SC2086  # a list of words
 purge() {
-  in_root dpkg -L $names >"$root/tmp/listed"
-  in_root apt-get purge -q $names >"$root/tmp/apt.log" 2>&1 || fail "$(cat "$root/tmp/apt.log")"
+  quietly "apt-get purge -q $names"
   rm -rf "$root/root/host"
   in_root dpkg -l >"$root/tmp/known"
   ! grep barcode "$root/tmp/known" || fail "dpkg still knows these packages"
@@ -157,7 +121,7 @@ all_files >"$root/tmp/after"
 diff "$root/tmp/before" "$root/tmp/after" || fail "other files than before the installation"
 
 echo "== Installed again, with the compiler that the manual names"
-shell ". ./manual/debian.sh; . ./manual/debian-c.sh" >"$root/tmp/apt.log" 2>&1 || fail "$(cat "$root/tmp/apt.log")"
+quietly ". ./manual/debian.sh; . ./manual/debian-c.sh"
 run=0
 for example in "$root"/root/readme/*.c "$root"/root/labels/*.c; do
   [ -e "$example" ] || continue
@@ -174,12 +138,10 @@ done
 echo "== CMake"
 cp -R "$source/tests/install" "$root/root/install"
 install_packages cmake make
-shell "cmake -S install/by_package -B host -DREQUEST=$version -DVERSION=$version -DLABEL=ON -DLABEL_VERSION=$version
+quietly "cmake -S install/by_package -B host -DREQUEST=$version -DVERSION=$version -DLABEL=ON -DLABEL_VERSION=$version
 cmake --build host
 host/consumer
-host/consumer_label" >"$root/tmp/cmake.log" 2>&1 || fail "$(cat "$root/tmp/cmake.log")"
+host/consumer_label"
 
 purge
-cp -u "$root"/var/cache/apt/archives/*.deb "$archives/"
-rm -f "$archives"/*barcode*
 echo "debian: installed, upgraded, used and purged"

@@ -30,3 +30,8 @@ step ./debian.sh "$packages" "$kept/debian12.tar" "$kept/archives"
 step ./wheel.sh "$packages" "$kept/debian12.tar"
 step ./npm.sh "$packages"
 step ./built_twice.sh "$packages" "$kept/another-place/elsewhere"
+# The second build serves as one without packages.
+unpacked=build/deb/libbarcode-$(../../scripts/version.sh)
+for sources in "$kept"/another-place/elsewhere/*/"$unpacked"; do
+  step ./install.sh "$sources" "$sources"/obj-* "$kept/debian12.tar" "$kept/archives"
+done
