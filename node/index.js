@@ -1,6 +1,6 @@
 // Labels for Node; see docs/node.md, and index.d.ts for the manual of each function.
 
-import { delivered, outcome } from "./lib/label.js";
+import { delivered, outcome, outcomes } from "./lib/label.js";
 import { LabelStream } from "./lib/label_stream.js";
 import * as native from "./lib/native.js";
 import { requestText } from "./lib/request.js";
@@ -19,8 +19,8 @@ export function label(request) {
 }
 
 export async function labelAsync(request) {
-  const [data, mediaType, report] = await native.makeLabels([requestText(request)]);
-  return delivered(outcome(data, mediaType, report));
+  const [made] = outcomes(await native.makeLabels(requestText(request)));
+  return delivered(made);
 }
 
 export function labels(requests, options) {

@@ -45,6 +45,16 @@ export function outcome(data, mediaType, reportText) {
   return reportText === "" ? LabelError.outOfMemory() : new LabelError(JSON.parse(reportText));
 }
 
+// The outcomes of what makeLabels of the module has returned.
+export function outcomes([answers, , ...pictures]) {
+  const lines = answers.split("\n");
+  return pictures.map((data, index) => {
+    const line = lines[index];
+    const mediaTypeLength = line.indexOf("{");
+    return outcome(data, line.slice(0, mediaTypeLength), line.slice(mediaTypeLength));
+  });
+}
+
 export function delivered(result) {
   if (result instanceof LabelError) {
     throw result;

@@ -3,12 +3,12 @@
 
 import { availableParallelism, cpus } from "node:os";
 
-import { outcome } from "./label.js";
+import { outcomes } from "./label.js";
 import * as native from "./native.js";
 import { isRefusal, requestText } from "./request.js";
 
 // Long enough that handing it over costs little, short enough that large pictures do not pile up.
-const chunkMicroseconds = 2000;
+const chunkMicroseconds = 4000;
 const largestChunk = 64;
 // What waits for the reader, made or being made, for each worker; in chunks.
 const chunksPerWorker = 2;
@@ -89,6 +89,12 @@ export class LabelStream {
   }
 
   next() {
+    const chunk = this.#chunks[0];
+    if (chunk?.results !== undefined && this.#readers.length === 0 && !(chunk.results[this.#taken] instanceof Error)) {
+      const value = this.#take(chunk);
+      this.#read();
+      return Promise.resolve({ value, done: false });
+    }
     return new Promise((resolve, reject) => {
       this.#readers.push({ resolve, reject });
       this.#serve();
@@ -247,11 +253,12 @@ export class LabelStream {
     const texts = requests.filter((request) => typeof request === "string");
     ++this.#running;
     try {
-      const made = await native.makeLabels(texts);
+      const made = await native.makeLabels(texts.join("\n"));
+      const results = outcomes(made);
       let index = 0;
-      const next = () => outcome(made[index++], made[index++], made[index++]);
-      chunk.results = requests.map((request) => (typeof request === "string" ? next() : request));
-      this.#adapt(texts.length, made[index]);
+      chunk.results =
+        texts.length === requests.length ? results : requests.map((each) => (typeof each === "string" ? results[index++] : each));
+      this.#adapt(texts.length, made[1]);
     } catch (error) {
       chunk.results = requests.map(() => error);
     }

@@ -32,12 +32,11 @@ LabelPtr MakeLabel(std::string_view request) {
 // Values of JavaScript. Nullptr stands for failure: then an exception is pending, or the environment is going
 // down.
 
-napi_value ToString(napi_env env, const char* text) {
+napi_value ToString(napi_env env, std::string_view text) {
   napi_value value = nullptr;
-  const std::string_view view = text;
-  const bool isAscii = std::all_of(view.begin(), view.end(), [](char c) { return c >= 0; });
-  const napi_status status = isAscii ? napi_create_string_latin1(env, view.data(), view.size(), &value)
-                                     : napi_create_string_utf8(env, view.data(), view.size(), &value);
+  const bool isAscii = std::all_of(text.begin(), text.end(), [](char c) { return c >= 0; });
+  const napi_status status = isAscii ? napi_create_string_latin1(env, text.data(), text.size(), &value)
+                                     : napi_create_string_utf8(env, text.data(), text.size(), &value);
   return status == napi_ok ? value : nullptr;
 }
 
@@ -129,47 +128,70 @@ napi_value MakeLabelNow(napi_env env, napi_callback_info info) {
   }
 }
 
-// Labels that are made one after the other on a thread of Node's pool.
+// Labels that are made one after the other on a thread of Node's pool. A call from JavaScript and back costs
+// as much as a good part of a small label: what there is of many goes as one string, a line for each.
 struct Work {
-  std::vector<std::string> requests;
+  std::string requests;
   std::vector<LabelPtr> labels;
+  std::string answers;
   double microseconds = 0;
+  bool isOutOfMemory = false;
   napi_deferred deferred = nullptr;
   napi_async_work handle = nullptr;
 };
 
+void MakeLabels(Work& work) {
+  std::string_view rest = work.requests;
+  while (!rest.empty()) {
+    const std::size_t length = std::min(rest.find('\n'), rest.size());
+    const BarcodeLabel* const label = work.labels.emplace_back(MakeLabel(rest.substr(0, length))).get();
+    work.answers.append(barcode_label_media_type(label)).append(barcode_label_report(label)).push_back('\n');
+    rest.remove_prefix(std::min(length + 1, rest.size()));
+  }
+}
+
 void Execute(napi_env /*env*/, void* data) {
   auto& work = *static_cast<Work*>(data);
   const auto begin = std::chrono::steady_clock::now();
-  std::transform(work.requests.begin(), work.requests.end(), work.labels.begin(), MakeLabel);
+  try {
+    MakeLabels(work);
+  } catch (const std::bad_alloc&) {
+    work.isOutOfMemory = true;
+  }
   work.microseconds =
       std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - begin).count();
 }
 
-// The results one behind the other, and the time that they took.
+// The answers, the time that they took, and the pictures.
 napi_value Results(napi_env env, Work& work) {
   napi_value array = nullptr;
   napi_value time = nullptr;
-  if (napi_create_array_with_length(env, 3 * work.labels.size() + 1, &array) != napi_ok) {
+  if (work.isOutOfMemory) {
+    return Failed(env, kOutOfMemory);
+  }
+  napi_value answers = ToString(env, work.answers);
+  if (answers == nullptr || napi_create_array_with_length(env, work.labels.size() + 2, &array) != napi_ok ||
+      napi_create_double(env, work.microseconds, &time) != napi_ok ||
+      napi_set_element(env, array, 0, answers) != napi_ok ||
+      napi_set_element(env, array, 1, time) != napi_ok) {
     return nullptr;
   }
-  std::uint32_t index = 0;
+  std::uint32_t index = 2;
   for (LabelPtr& label : work.labels) {
     napi_handle_scope scope = nullptr;
     if (napi_open_handle_scope(env, &scope) != napi_ok) {
       return nullptr;
     }
-    const bool isSet = SetResult(env, array, index, label.get());
+    napi_value picture = Picture(env, label.get());
+    const bool isSet = picture != nullptr && napi_set_element(env, array, index, picture) == napi_ok;
     napi_close_handle_scope(env, scope);
     label.reset();
     if (!isSet) {
       return nullptr;
     }
-    index += 3;
+    ++index;
   }
-  const bool isTimed = napi_create_double(env, work.microseconds, &time) == napi_ok &&
-                       napi_set_element(env, array, index, time) == napi_ok;
-  return isTimed ? array : nullptr;
+  return array;
 }
 
 // An environment that is going down takes no results; the work is freed all the same.
@@ -181,22 +203,6 @@ void Complete(napi_env env, napi_status status, void* data) {
     napi_reject_deferred(env, work->deferred, error);
   }
   napi_delete_async_work(env, work->handle);
-}
-
-bool ReadRequests(napi_env env, napi_value array, std::vector<std::string>& requests) {
-  std::uint32_t count = 0;
-  if (napi_get_array_length(env, array, &count) != napi_ok) {
-    napi_throw_type_error(env, nullptr, "The requests must be an array of strings.");
-    return false;
-  }
-  requests.resize(count);
-  for (std::uint32_t index = 0; index < count; ++index) {
-    napi_value value = nullptr;
-    if (napi_get_element(env, array, index, &value) != napi_ok || !ReadString(env, value, requests[index])) {
-      return false;
-    }
-  }
-  return true;
 }
 
 // The promise of its results; nullptr when it is not queued.
@@ -214,15 +220,15 @@ napi_value Queue(napi_env env, Work& work) {
   return promise;
 }
 
-// makeLabels(requests): a promise of the results.
+// makeLabels(requests): a promise of an array: the answers, each the media type and the report behind it; the
+// microseconds that they took; and then the pictures.
 napi_value MakeLabelsInPool(napi_env env, napi_callback_info info) {
   std::array<napi_value, 1> arguments = {};
   try {
     auto work = std::make_unique<Work>();
-    if (!ReadArguments(env, info, arguments) || !ReadRequests(env, arguments[0], work->requests)) {
+    if (!ReadArguments(env, info, arguments) || !ReadString(env, arguments[0], work->requests)) {
       return Failed(env, kRefusedByNode);
     }
-    work->labels.resize(work->requests.size());
     napi_value promise = Queue(env, *work);
     if (promise == nullptr) {
       return Failed(env, kRefusedByNode);
