@@ -26,11 +26,15 @@ export type LabelType =
 type Word<Known extends string> = Known | (string & {});
 
 /** What a label is to be. `undefined` and `null` count as absent. */
-export interface LabelRequest {
+export interface LabelRequest extends LabelFields {
   /** A name or an alias of a symbology. */
   type: Word<LabelType>;
   /** What is encoded; bytes, for what is no text, are encoded as they are. */
   text?: string | Uint8Array | null;
+}
+
+/** What a request may say beside its type and its text. */
+export interface LabelFields {
   /** Instead of `text`: bytes in Base64. */
   text_base64?: string | null;
   /** GS1-128: `payment`. DataBar: `omnidirectional`, `stacked`, `stacked-omnidirectional`; Expanded: `row`, `stacked`. */
@@ -198,9 +202,14 @@ export interface TypeDescription {
  *  @throws LabelError where the label is refused; TypeError, with `code` and `field`, for a value that is neither
  *  string, number nor boolean, and for a request that is no object. */
 export function label(request: LabelRequest): Label;
+/** The same of a type, a text and the other fields. */
+export function label(type: Word<LabelType>, text: string | Uint8Array | null | undefined, fields?: LabelFields): Label;
 
 /** The same on a thread of Node's pool. */
 export function labelAsync(request: LabelRequest): Promise<Label>;
+export function labelAsync(
+  type: Word<LabelType>, text: string | Uint8Array | null | undefined, fields?: LabelFields,
+): Promise<Label>;
 
 export interface LabelsOptions {
   /** How many labels are made at a time, 1 to 1024; Node's pool has four threads unless UV_THREADPOOL_SIZE says

@@ -3,7 +3,7 @@
 import { delivered, outcome, outcomes } from "./lib/label.js";
 import { LabelStream } from "./lib/label_stream.js";
 import * as native from "./lib/native.js";
-import { requestText } from "./lib/request.js";
+import { requestOf, requestText } from "./lib/request.js";
 
 export { LabelError } from "./lib/label_error.js";
 
@@ -13,13 +13,13 @@ export function types() {
   return JSON.parse(native.types());
 }
 
-export function label(request) {
-  const [data, mediaType, report] = native.makeLabel(requestText(request));
+export function label(...words) {
+  const [data, mediaType, report] = native.makeLabel(requestText(requestOf(words)));
   return delivered(outcome(data, mediaType, report));
 }
 
-export async function labelAsync(request) {
-  const [made] = outcomes(await native.makeLabels(requestText(request)));
+export async function labelAsync(...words) {
+  const [made] = outcomes(await native.makeLabels(requestText(requestOf(words))));
   return delivered(made);
 }
 

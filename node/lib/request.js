@@ -84,6 +84,18 @@ function memberText(field, value) {
   return `${name}:${valueText(field, value)}`;
 }
 
+// label(request) and label(type, text, fields) are the same.
+export function requestOf(words) {
+  const [first, text, fields] = words;
+  if (words.length < 2 || typeof first !== "string") {
+    return first;
+  }
+  if (fields !== undefined && kindOf(fields) !== "object") {
+    throw typeError("bad_request", "", `The fields beside type and text are one object, not of type ${kindOf(fields)}.`);
+  }
+  return { ...fields, type: first, text };
+}
+
 // The JSON of a request; throws what is wrong with it. Each member is read once.
 export function requestText(request) {
   if (typeof request !== "object" || request === null || Array.isArray(request)) {

@@ -15,7 +15,8 @@ function bodyOf(declaration) {
   return declarations.slice(begin, declarations.indexOf("\n}", begin));
 }
 
-const declared = new Map([...bodyOf("export interface LabelRequest").matchAll(/^ {2}(\w+)\??: (.*);$/gm)]
+const bodies = `${bodyOf("export interface LabelRequest")}\n${bodyOf("export interface LabelFields")}`;
+const declared = new Map([...bodies.matchAll(/^ {2}(\w+)\??: (.*);$/gm)]
   .map(([, name, type]) => [name, type]));
 
 const options = new Map();

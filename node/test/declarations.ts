@@ -7,6 +7,7 @@ import {
 
 const request: LabelRequest = { type: "qr", text: "hello", format: "svg", module: 4, quiet_zone: "standard", rotate: 90 };
 const made: Label = label(request);
+const short: Label = label("qr", new Uint8Array(2), { module: 4 });
 const data: Uint8Array = made.data;
 const report: LabelReport = made.report;
 const width: number = report.width + (report.width_mm ?? 0);
@@ -35,8 +36,8 @@ export async function stream(requests: AsyncIterable<LabelRequest>): Promise<num
   return bytes;
 }
 
-// @ts-expect-error: one object
-label("qr", "hello");
+// @ts-expect-error: the third is one object
+label("qr", "hello", "svg");
 // @ts-expect-error: no such field
 label({ type: "qr", text: "a", codeMode: "A" });
 // @ts-expect-error: a number
@@ -54,4 +55,4 @@ for (const each of labels([request])) { void each; }
 // @ts-expect-error: the library makes them
 new LabelError();
 
-export const used = [data, width, codes, later, words, names, options];
+export const used = [short, data, width, codes, later, words, names, options];

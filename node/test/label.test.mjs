@@ -143,7 +143,21 @@ test("a request that is no object is a TypeError", async () => {
     assert.equal(refusal(() => label(request), TypeError).code, "bad_request");
     assert.equal((await refusalAsync(request, TypeError)).code, "bad_request");
   }
-  assert.equal(refusal(() => label("qr", "hello"), TypeError).field, "");
+});
+
+test("type, text and fields are a request, too", async () => {
+  const expected = label({ type: "qr", text: "hello", module: 3 }).data;
+  assert.deepEqual(label("qr", "hello", { module: 3 }).data, expected);
+  assert.deepEqual((await labelAsync("qr", "hello", { module: 3 })).data, expected);
+  assert.deepEqual(label("qr", Buffer.from("hello"), { module: 3, type: "jan13", text: "1" }).data, expected);
+  assert.deepEqual(label("qr", undefined, { module: 3, text_base64: "aGVsbG8=" }).data, expected);
+  assert.equal(refusal(() => label("qr", undefined)).field, "text");
+  assert.equal(refusal(() => label("nonsense", "hello")).code, "unknown_type");
+  assert.equal(refusal(() => label("qr", "hello", { codeMode: "A" })).code, "unknown_field");
+  assert.equal(refusal(() => label("qr", 42)).field, "text");
+  for (const fields of [null, 42, "svg", [], () => {}]) {
+    assert.equal(refusal(() => label("qr", "hello", fields), TypeError).code, "bad_request");
+  }
 });
 
 test("a value that no field can have is a TypeError", async () => {
