@@ -74,14 +74,27 @@ function valueText(field, value) {
   }
 }
 
-const plainName = /^[a-z_]+$/;
+// The names of fields as they begin a member: all that there are, and whatever else comes first.
+const names = new Map();
+const mostNames = 64;
+const longestName = 32;
+
+function nameText(field) {
+  let text = names.get(field);
+  if (text === undefined) {
+    text = `${JSON.stringify(field)}:`;
+    if (names.size < mostNames && field.length <= longestName) {
+      names.set(field, text);
+    }
+  }
+  return text;
+}
 
 function memberText(field, value) {
   if (field === "text" && value instanceof Uint8Array) {
     return `"text_base64":${bytesText(value)}`;
   }
-  const name = plainName.test(field) ? `"${field}"` : JSON.stringify(field);
-  return `${name}:${valueText(field, value)}`;
+  return nameText(field) + valueText(field, value);
 }
 
 // label(request) and label(type, text, fields) are the same.

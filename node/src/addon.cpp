@@ -53,14 +53,15 @@ napi_value ToUint8Array(napi_env env, const unsigned char* bytes, std::size_t le
                                                                                              : nullptr;
 }
 
+napi_value Undefined(napi_env env) {
+  napi_value undefined = nullptr;
+  return napi_get_undefined(env, &undefined) == napi_ok ? undefined : nullptr;
+}
+
 napi_value Picture(napi_env env, const BarcodeLabel* label) {
   std::size_t length = 0;
   const unsigned char* const bytes = barcode_label_data(label, &length);
-  if (bytes != nullptr) {
-    return ToUint8Array(env, bytes, length);
-  }
-  napi_value undefined = nullptr;
-  return napi_get_undefined(env, &undefined) == napi_ok ? undefined : nullptr;
+  return bytes == nullptr ? Undefined(env) : ToUint8Array(env, bytes, length);
 }
 
 // Whether the three values of a label have become elements of `array`, from `index` on.
@@ -129,11 +130,13 @@ napi_value MakeLabelNow(napi_env env, napi_callback_info info) {
 }
 
 // Labels that are made one after the other on a thread of Node's pool. A call from JavaScript and back costs
-// as much as a good part of a small label: what there is of many goes as one string, a line for each.
+// as much as a good part of a small label: what there is of many goes as one string, a line for each. The
+// labels themselves are freed where they were made, which costs least.
 struct Work {
   std::string requests;
-  std::vector<LabelPtr> labels;
   std::string answers;
+  std::vector<unsigned char> pictures;
+  std::vector<std::size_t> lengths;  // 0 where a label was refused
   double microseconds = 0;
   bool isOutOfMemory = false;
   napi_deferred deferred = nullptr;
@@ -143,10 +146,16 @@ struct Work {
 void MakeLabels(Work& work) {
   std::string_view rest = work.requests;
   while (!rest.empty()) {
-    const std::size_t length = std::min(rest.find('\n'), rest.size());
-    const BarcodeLabel* const label = work.labels.emplace_back(MakeLabel(rest.substr(0, length))).get();
-    work.answers.append(barcode_label_media_type(label)).append(barcode_label_report(label)).push_back('\n');
-    rest.remove_prefix(std::min(length + 1, rest.size()));
+    const std::size_t requestLength = std::min(rest.find('\n'), rest.size());
+    const LabelPtr label = MakeLabel(rest.substr(0, requestLength));
+    std::size_t length = 0;
+    const unsigned char* const bytes = barcode_label_data(label.get(), &length);
+    work.pictures.insert(work.pictures.end(), bytes, bytes + length);
+    work.lengths.push_back(length);
+    work.answers.append(barcode_label_media_type(label.get()))
+        .append(barcode_label_report(label.get()))
+        .push_back('\n');
+    rest.remove_prefix(std::min(requestLength + 1, rest.size()));
   }
 }
 
@@ -163,32 +172,33 @@ void Execute(napi_env /*env*/, void* data) {
 }
 
 // The answers, the time that they took, and the pictures.
-napi_value Results(napi_env env, Work& work) {
+napi_value Results(napi_env env, const Work& work) {
   napi_value array = nullptr;
   napi_value time = nullptr;
   if (work.isOutOfMemory) {
     return Failed(env, kOutOfMemory);
   }
   napi_value answers = ToString(env, work.answers);
-  if (answers == nullptr || napi_create_array_with_length(env, work.labels.size() + 2, &array) != napi_ok ||
+  if (answers == nullptr || napi_create_array_with_length(env, work.lengths.size() + 2, &array) != napi_ok ||
       napi_create_double(env, work.microseconds, &time) != napi_ok ||
       napi_set_element(env, array, 0, answers) != napi_ok ||
       napi_set_element(env, array, 1, time) != napi_ok) {
     return nullptr;
   }
   std::uint32_t index = 2;
-  for (LabelPtr& label : work.labels) {
+  const unsigned char* bytes = work.pictures.data();
+  for (const std::size_t length : work.lengths) {
     napi_handle_scope scope = nullptr;
     if (napi_open_handle_scope(env, &scope) != napi_ok) {
       return nullptr;
     }
-    napi_value picture = Picture(env, label.get());
+    napi_value picture = length == 0 ? Undefined(env) : ToUint8Array(env, bytes, length);
     const bool isSet = picture != nullptr && napi_set_element(env, array, index, picture) == napi_ok;
     napi_close_handle_scope(env, scope);
-    label.reset();
     if (!isSet) {
       return nullptr;
     }
+    bytes += length;
     ++index;
   }
   return array;
