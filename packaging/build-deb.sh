@@ -34,6 +34,6 @@ cp -R packaging/debian debian
   echo " -- $(sed -n 's/^Maintainer: //p' debian/control)  $(LC_ALL=C date -u -R -d "@$SOURCE_DATE_EPOCH")"
 } >debian/changelog
 
-dpkg-buildpackage --build=binary --no-sign
+DEB_BUILD_OPTIONS="terse ${DEB_BUILD_OPTIONS:-}" dpkg-buildpackage --build=binary --no-sign
 cd ..
 mv ./*.deb ./*.buildinfo ./*.changes "$directory"

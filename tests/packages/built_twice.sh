@@ -27,7 +27,7 @@ tar -xzf "$packages/$name.tar.gz" -C "$elsewhere"
 cmp "$packages/$name.tar.gz" "$elsewhere/unpacked/$name.tar.gz"
 
 if [ -e .git ]; then
-  rm -rf "$elsewhere/$name"
+  rm -rf "${elsewhere:?}/$name"
   git clone --quiet . "$elsewhere/$name"
 fi
 # What npm has brought is the same anywhere.
@@ -41,7 +41,7 @@ done
   env -u SOURCE_DATE_EPOCH -u CMAKE_C_COMPILER_LAUNCHER -u CMAKE_CXX_COMPILER_LAUNCHER -u MAKEFLAGS \
     CCACHE_DISABLE=1 TZ=Pacific/Kiritimati LC_ALL=C.UTF-8 make packages
 ) >"$elsewhere/make.log" 2>&1 || {
-  tail -n 60 "$elsewhere/make.log" >&2
+  tail -n 60 "$elsewhere/make.log" | cut -c 1-300 >&2
   exit 1
 }
 
