@@ -1,7 +1,7 @@
 /*
- * The stderr of libpng's archive in the self-contained library. Debian compiles the archive for programs: of a shared
- * library nothing stands in the way of linking it but the stderr of libpng's default handlers, which nobody calls, since
- * the writer of PNG files brings its own.
+ * The stderr of libpng's archive in the self-contained library. Debian compiles the archive for programs: of
+ * a shared library nothing stands in the way of linking it but the stderr of libpng's default handlers, which
+ * nobody calls, since the writer of PNG files brings its own.
  */
 #include <stdio.h>
 
