@@ -22,12 +22,24 @@ stage=${DESTDIR:-}
 record=$build/installed/$(printf %s "$stage$prefix" | sed -e 's/_/__/g' -e 's,/,_,g')
 PATH=$PATH:/usr/sbin:/sbin
 
+# Whether the linker searches the folder of the libraries by itself. It knows no folder that is not there.
+is_searched() {
+  for known in $(ldconfig -v -N -X 2>/dev/null | sed -n 's,^\(/[^:]*\):.*,\1,p'); do
+    if [ "$(readlink -f "$known")" = "$(readlink -f "$folder")" ]; then
+      echo yes
+      return
+    fi
+  done
+  echo no
+}
+
 if [ $uninstall = yes ]; then
   if ! [ -e "$record.files" ]; then
     echo "make install has installed nothing in $stage$prefix from this build" >&2
     exit 1
   fi
   folder=$(sed -n 's,/libbarcode\.so$,,p' "$record.files")
+  [ -n "$stage" ] || searched=$(is_searched)
   while read -r file; do
     rm -f "$stage$file"
   done <"$record.files"
@@ -56,16 +68,11 @@ else
   echo >>"$build/install_manifest.txt"
   grep . "$build/install_manifest.txt" | sort -u -o "$record.files" - "$record.files"
   folder=$(sed -n 's,/libbarcode\.so$,,p' "$record.files")
+  [ -n "$stage" ] || searched=$(is_searched)
 fi
 
 # Staged files are nobody's yet: it is the package that has to tell the linker.
 [ -z "$stage" ] || exit 0
-searched=no
-for known in $(ldconfig -v -N -X 2>/dev/null | sed -n 's,^\(/[^:]*\):.*,\1,p'); do
-  if [ "$(readlink -f "$known")" = "$(readlink -f "$folder")" ]; then
-    searched=yes
-  fi
-done
 if [ $searched = yes ] && [ "$(id -u)" -eq 0 ]; then
   ldconfig
 elif [ $uninstall = yes ]; then

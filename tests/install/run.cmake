@@ -137,14 +137,14 @@ function(list_tree folder variable)
   set(${variable} "${entries}" PARENT_SCOPE)
 endfunction()
 
-# scripts/install.sh with an ldconfig that searches the folder SEARCHED and writes down how it was called. What was said
-# goes into OUTPUT, the calls into CALLS.
+# scripts/install.sh with an ldconfig that searches the folder SEARCHED, if there is one, and writes down how it was
+# called. What was said goes into OUTPUT, the calls into CALLS.
 function(install_by_script searched)
   set(tools ${WORK}/tools)
   file(REMOVE ${WORK}/ldconfig_calls)
   file(WRITE ${tools}/ldconfig "#!/bin/sh
 echo \"ldconfig $*\" >>${WORK}/ldconfig_calls
-[ \"$*\" != \"-v -N -X\" ] || echo \"${searched}: (from <builtin>:0)\"
+[ \"$*\" != \"-v -N -X\" ] || [ ! -d ${searched} ] || echo \"${searched}: (from <builtin>:0)\"
 ")
   file(CHMOD ${tools}/ldconfig PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
   execute_process(COMMAND ${CMAKE_COMMAND} -E env "PATH=${tools}:$ENV{PATH}" ${SOURCE}/scripts/install.sh ${ARGN}
