@@ -54,18 +54,18 @@ def draw(request: bytes) -> Union[Label, LabelError]:
     return _take(library, library.make(request, len(request)))
 
 
-def draw_all(requests: List[Union[bytes, LabelError]], stopped: Callable[[], bool]) -> List[Union[Label, LabelError]]:
-    """Those of many, where an error stands for itself. All are drawn before the first is taken: a thread that wants
-    the interpreter's lock after each of them waits for the others' most of the time."""
+def draw_some(requests: List[Union[bytes, LabelError]], enough: Callable[[], bool]) -> List[Union[Label, LabelError]]:
+    """Those of many, from the first until it is enough; an error stands for itself. All are drawn before the first is
+    taken: a thread that wants the interpreter's lock after each of them waits for the others' most of the time."""
     library = _library or functions()
     make = library.make
     drawn: List[Any] = []
     taken: List[Union[Label, LabelError]] = []
     try:
         for request in requests:
-            if stopped():
-                break
             drawn.append(make(request, len(request)) if isinstance(request, bytes) else request)
+            if enough():
+                break
         drawn.reverse()
         while drawn:
             made = drawn.pop()
