@@ -127,7 +127,8 @@ def _function(name: str) -> Any:
     """A function of the library, which is opened at its first use."""
     global _functions
     if _functions is None:
-        library = open_library("libbarcode", "install Debian's libbarcode1, or build the library and install it")
+        library = open_library("libbarcode", PROTOTYPES,
+                               "install Debian's libbarcode1, or build the library and install it")
         opened = {}
         for known, (result, arguments) in PROTOTYPES.items():
             opened[known] = getattr(library, known)

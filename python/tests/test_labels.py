@@ -1,5 +1,6 @@
 """Many labels: order, threads, memory, errors and ends."""
 
+import enum
 import itertools
 import multiprocessing
 import os
@@ -185,8 +186,13 @@ def test_wrong_types_in_their_turn(wrong: Any, message: str) -> None:
 def test_mapping_that_raises_the_end_of_iterations() -> None:
     """It is a failure, and not the end of the requests."""
     class Broken(Mapping[str, object]):
-        def __getitem__(self, name: str) -> object:
+        def keys(self) -> Any:
             raise StopIteration
+
+        items = keys
+
+        def __getitem__(self, name: str) -> object:
+            return "qr"
 
         def __iter__(self) -> Iterator[str]:
             return iter(("type", "text"))
@@ -198,6 +204,67 @@ def test_mapping_that_raises_the_end_of_iterations() -> None:
     assert len(list(itertools.islice(made, 3))) == 3
     with pytest.raises(RuntimeError, match="StopIteration"):
         next(made)
+
+
+def test_mapping_that_is_another_each_time() -> None:
+    class Shifting(Mapping[str, object]):
+        def __init__(self) -> None:
+            self.contents: List[Dict[str, object]] = [{"type": "qr", "text": "\ud800"}]
+
+        def keys(self) -> Any:
+            return (self.contents.pop() if self.contents else {}).keys()
+
+        def items(self) -> Any:
+            return (self.contents.pop() if self.contents else {}).items()
+
+        def __getitem__(self, name: str) -> object:
+            return {"type": "qr", "text": "\ud800"}[name]
+
+        def __iter__(self) -> Iterator[str]:
+            return iter(self.keys())
+
+        def __len__(self) -> int:
+            return 2
+
+    error, made = labels([Shifting(), *numbered(1)], errors="yield")
+    assert isinstance(error, LabelError) and (error.code, error.field) == ("bad_text", "text")
+    assert isinstance(made, Label)
+
+
+def test_names_and_words_of_enums() -> None:
+    """They count as the strings that they are, whatever they are printed as."""
+    class Field(str, enum.Enum):
+        TYPE = "type"
+        TEXT = "text"
+        MODULE = "module"
+
+    class Sly(str):
+        __hash__ = str.__hash__
+
+        def __str__(self) -> str:
+            return 'x":1,"text":"other'
+
+        __format__ = __repr__ = lambda self, *_: str(self)  # type: ignore[assignment]
+
+        def __getitem__(self, place: Any) -> Any:
+            return 5
+
+    plain = label("qr", "x", module=3, strict=True).data
+    fields: List[Dict[str, object]] = [
+        {Field.TYPE: "qr", Field.TEXT: "x", Field.MODULE: 3, "strict": True},
+        {Sly("type"): Sly("qr"), Sly("text"): Sly("x"), Sly("module"): 3, Sly("strict"): True}]
+    assert [made.data for made in labels(fields)] == [plain, plain]
+    error, = labels([{"type": "qr", "text": "x", Sly("name"): 5}], errors="yield")
+    assert isinstance(error, LabelError) and (error.code, error.field) == ("unknown_field", "name")
+
+
+def test_none_in_mappings() -> None:
+    """Absent, in whatever field there is; a name that is no field is none with it either."""
+    made = list(labels([{"type": None, "text": "x"}, {"type": "qr", "text": "x", "modul": None},
+                        {"type": "qr", "text": "x", "module": None}], errors="yield"))
+    assert [(one.code, one.field) for one in made if isinstance(one, LabelError)] == [
+        ("bad_value", "type"), ("unknown_field", "modul")]
+    assert isinstance(made[2], Label)
 
 
 def test_wrong_arguments_at_once() -> None:

@@ -8,6 +8,7 @@ import os
 import pathlib
 import pickle
 import re
+import shutil
 import subprocess
 import sys
 import threading
@@ -345,7 +346,9 @@ def test_missing_library(tmp_path: pathlib.Path) -> None:
             "told(lambda: library.Barcode(0)); told(lambda: library.barcode_create(0))\n"
             "told(lambda: libbarcode.label('qr', 'x')); told(lambda: libbarcode.labels([])); told(libbarcode.types)\n"
             "told(lambda: libbarcode.version)\n"
-            "with library.quiet(): pass\n")
+            "with library.quiet(): pass\n"
+            "exec('from libbarcode import *')\n"
+            "assert not hasattr(libbarcode, '__version__') and not hasattr(libbarcode, 'nothing')\n")
     bare = {"PYTHONPATH": str(package.parent)}
     result = run(code, env=bare)
     lines = result.stdout.decode().splitlines()
@@ -364,6 +367,19 @@ def test_broken_library_beside_the_package(tmp_path: pathlib.Path) -> None:
     result = run("import libbarcode; libbarcode.label('qr', 'x')", cwd=tmp_path,
                  env={**os.environ, "PYTHONPATH": str(tmp_path)})
     assert b"LibraryNotFoundError: libbarcode_label.so does not load;" in result.stderr
+
+
+@pytest.mark.parametrize("stem, other, use", [
+    ("libbarcode_label", "libbarcode", "libbarcode.label('qr', 'x')"),
+    ("libbarcode", "libbarcode_label", "libbarcode.library.Barcode(0)")])
+def test_another_library_under_the_name(stem: str, other: str, use: str, tmp_path: pathlib.Path) -> None:
+    shutil.copytree(SOURCE / "python" / "libbarcode", tmp_path / "libbarcode")
+    folders = os.environ["LD_LIBRARY_PATH"].split(":")
+    there = next(file for folder in folders for file in pathlib.Path(folder or ".").glob(f"{other}.so.1"))
+    shutil.copy(there, tmp_path / "libbarcode" / f"{stem}.so")
+    result = run(f"import libbarcode, libbarcode.library; {use}", cwd=tmp_path,
+                 env={**os.environ, "PYTHONPATH": str(tmp_path)})
+    assert f"LibraryNotFoundError: {stem}.so does not load;".encode() in result.stderr
 
 
 # ---- quiet() -------------------------------------------------------------------------------------------------------
