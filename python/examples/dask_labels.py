@@ -51,10 +51,18 @@ def write_once(path: str, data: bytes) -> bool:
         os.close(folder)
 
 
+def without_doubles(members: List[Tuple[str, Any]]) -> Dict[str, Any]:
+    """An object of JSON, where json.loads() would forget what stands twice."""
+    request = dict(members)
+    if len(request) != len(members):
+        raise ValueError("a field stands twice in the line")
+    return request
+
+
 def draw(number: int, line: str, output: str) -> Optional[Dict[str, Any]]:
     """Writes the label of a line, unless it is there; returns what refuses it."""
     try:
-        request = json.loads(line)
+        request = json.loads(line, object_pairs_hook=without_doubles)
         if not isinstance(request, dict):
             raise TypeError("the line is no JSON object")
         suffix = str(request.get("format") or "png").lower()
@@ -62,7 +70,7 @@ def draw(number: int, line: str, output: str) -> Optional[Dict[str, Any]]:
         if not os.path.exists(path):
             write_once(path, libbarcode.label(**request).data)
         return None
-    except (TypeError, ValueError) as error:  # also the library's LabelError
+    except (TypeError, ValueError, RecursionError) as error:  # also the library's LabelError
         return {"n": number, "code": getattr(error, "code", "bad_request"), "field": getattr(error, "field", ""),
                 "message": str(error)}
 

@@ -10,6 +10,7 @@ library, which draws what it is told into a box of pixels. docs/python.md descri
 """
 
 import functools
+import importlib
 import json
 from typing import TYPE_CHECKING, Any, Callable, List, Optional, TypeVar, cast
 
@@ -23,9 +24,10 @@ from ._reports import LabelType, Option, Readers, Report, ReportError, ReportWar
 from ._stream import labels
 
 __all__ = ["Label", "LabelError", "LabelType", "LibraryNotFoundError", "Option", "Readers", "Report", "ReportError",
-           "ReportWarning", "Request", "label", "labels", "types", "version"]
+           "ReportWarning", "Request", "label", "labels", "types"]
 
 if TYPE_CHECKING:
+    from . import library as library
     __version__: str
     version: str
 
@@ -83,8 +85,15 @@ def types() -> List[LabelType]:
     return listed
 
 
-def __getattr__(name: str) -> str:
-    """version and __version__: those of the label library in use."""
-    if name in ("version", "__version__"):
-        return cast(bytes, functions().version()).decode()
+def __getattr__(name: str) -> object:
+    """version and __version__: those of the label library in use; library: the module, when it is asked for."""
+    if name == "library":
+        return importlib.import_module(".library", __name__)
+    if name == "version":
+        return functions().version().decode()
+    if name == "__version__":
+        try:
+            return functions().version().decode()
+        except LibraryNotFoundError as error:  # tools look whether there is one
+            raise AttributeError(f"there is no version: {error}") from error
     raise AttributeError(f"module '{__name__}' has no attribute '{name}'")

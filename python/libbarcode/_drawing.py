@@ -3,10 +3,11 @@
 import ctypes
 import functools
 import json
-from ctypes import c_size_t, string_at
+from ctypes import c_size_t
 from typing import Any, Callable, List, Optional, Union
 
 from ._errors import LabelError, refusal
+from ._fields import BytesRequest
 from ._label import Label
 from ._loading import open_library
 
@@ -14,10 +15,12 @@ from ._loading import open_library
 class _Library:
     """The functions. Drawing releases the interpreter's lock; the others return at once and keep it."""
 
-    __slots__ = ("make", "data", "media_type", "report", "free", "types", "version")
+    __slots__ = ("make", "data", "media_type", "report", "free", "types", "version", "bytes_at")
 
     def __init__(self) -> None:
-        library = open_library("libbarcode_label", "install the wheel of libbarcode, or Debian's libbarcode-label1")
+        names = ("barcode_label_" + name for name in self.__slots__ if name != "bytes_at")
+        library = open_library("libbarcode_label", names,
+                               "install the wheel of libbarcode, or Debian's libbarcode-label1")
         at_once = ctypes.PyDLL(library._name, handle=library._handle)
         pointer, string, size = ctypes.c_void_p, ctypes.c_char_p, ctypes.c_size_t
         self.make = _prototype(library.barcode_label_make, pointer, string, size)
@@ -27,6 +30,9 @@ class _Library:
         self.free = _prototype(at_once.barcode_label_free, None, pointer)
         self.types = _prototype(at_once.barcode_label_types, string)
         self.version = _prototype(at_once.barcode_label_version, string)
+        # ctypes.string_at() is this with a call in Python around it.
+        self.bytes_at = _prototype(ctypes.PyDLL(None).PyBytes_FromStringAndSize, ctypes.py_object, pointer,
+                                   ctypes.c_ssize_t)
 
 
 def _prototype(function: Any, result: Any, *arguments: Any) -> Any:
@@ -51,25 +57,25 @@ def functions() -> _Library:
 def draw(request: bytes) -> Union[Label, LabelError]:
     """The label of a request, or the error that refuses it."""
     library = _library or functions()
-    return _take(library, library.make(request, len(request)))
+    return _take(library, library.make(request, len(request)), request)
 
 
-def draw_all(requests: List[Union[bytes, LabelError]], stopped: Callable[[], bool]) -> List[Union[Label, LabelError]]:
-    """Those of many, where an error stands for itself. All are drawn before the first is taken: a thread that wants
-    the interpreter's lock after each of them waits for the others' most of the time."""
+def draw_some(requests: List[Union[bytes, LabelError]], enough: Callable[[], bool]) -> List[Union[Label, LabelError]]:
+    """Those of many, from the first until it is enough; an error stands for itself. All are drawn before the first is
+    taken: a thread that wants the interpreter's lock after each of them waits for the others' most of the time."""
     library = _library or functions()
     make = library.make
     drawn: List[Any] = []
     taken: List[Union[Label, LabelError]] = []
     try:
         for request in requests:
-            if stopped():
-                break
             drawn.append(make(request, len(request)) if isinstance(request, bytes) else request)
+            if enough():
+                break
         drawn.reverse()
         while drawn:
-            made = drawn.pop()
-            taken.append(made if isinstance(made, LabelError) else _take(library, made))
+            made, request = drawn.pop(), requests[len(taken)]
+            taken.append(_take(library, made, request) if isinstance(request, bytes) else request)
         return taken
     finally:
         for made in drawn:
@@ -77,20 +83,23 @@ def draw_all(requests: List[Union[bytes, LabelError]], stopped: Callable[[], boo
                 library.free(made)
 
 
-def _take(library: _Library, made: Any) -> Union[Label, LabelError]:
+def _take(library: _Library, made: Any, request: bytes) -> Union[Label, LabelError]:
     """What the library made, as Python's own; the library's is freed."""
     try:
         length = c_size_t()
         data = library.data(made, length)  # by reference: the prototype says so
         if not data:
-            return _error(library.report(made))
-        return Label(string_at(data, length.value), _text_of(library.media_type(made)), library.report(made))
+            return _error(library.report(made), request)
+        return Label(library.bytes_at(data, length.value), _text_of(library.media_type(made)), library.report(made))
     finally:
         library.free(made)
 
 
-def _error(report: bytes) -> LabelError:
+def _error(text: bytes, request: bytes) -> LabelError:
     """An empty report is that of no label at all."""
-    if not report:
+    if not text:
         return refusal("out_of_memory", "", "There is not enough memory for the label; ask for a smaller one.")
-    return LabelError(json.loads(report))
+    report = json.loads(text)
+    if report["error"]["field"] == "text_base64" and isinstance(request, BytesRequest):
+        report["error"]["field"] = "text"
+    return LabelError(report)

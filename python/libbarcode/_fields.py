@@ -13,6 +13,7 @@ from typing import Callable, Dict, List, Literal, Mapping, NoReturn, Optional, T
 from ._errors import LabelError, refusal
 
 Text = Union[str, bytes, bytearray, memoryview]
+_BYTES = (bytes, bytearray, memoryview)
 
 # Words may be written in upper or lower case; therefore they are strings, and editors still know the list.
 Form = Union[Literal["payment", "omnidirectional", "stacked", "stacked-omnidirectional", "row"], str]
@@ -81,8 +82,9 @@ KINDS: Dict[str, str] = {
                      "bar_adjust", "qr_version", "aspect_ratio", "y_height", "pairs_per_row"), _NUMBER),
     **dict.fromkeys(("show_text", "even_spacing", "show_start_stop", "extended_guard", "strict"), _BOOLEAN),
 }
-_HOLD_STRINGS = frozenset(name for name, kind in KINDS.items() if kind in (_STRING, _TEXT, _STRING_OR_NUMBER))
-_HOLD_NUMBERS = frozenset(name for name, kind in KINDS.items() if kind in (_NUMBER, _STRING_OR_NUMBER))
+# Of each field its name in JSON. An enum's member is found by its value, whatever it is printed as.
+_STRINGS = {name: f'"{name}":' for name, kind in KINDS.items() if kind in (_STRING, _TEXT, _STRING_OR_NUMBER)}
+_NUMBERS = {name: f'"{name}":' for name, kind in KINDS.items() if kind in (_NUMBER, _STRING_OR_NUMBER)}
 
 # A JSON string; what is not ASCII stays as it is. The encoder's own function saves a call for each string.
 _quote: Callable[[str], str] = getattr(json.encoder, "encode_basestring", json.JSONEncoder(ensure_ascii=False).encode)
@@ -94,26 +96,32 @@ _MOST = 2**53
 _LONGEST = 2**16
 
 
-def request_json(fields: Mapping[str, object]) -> bytes:
+class BytesRequest(bytes):
+    """A request whose text was given as bytes; the library knows it as text_base64."""
+
+
+def request_json(fields: Dict[str, object]) -> bytes:
     """The request as the library reads it. TypeError for a value of another Python type than the field's."""
     pieces: List[str] = []
     for name, value in fields.items():
-        if type(value) is str and name in _HOLD_STRINGS and len(value) <= _LONGEST:
-            pieces.append(f'"{name}":{_quote(value)}')
-        elif type(value) is int and name in _HOLD_NUMBERS and -_MOST < value < _MOST:
-            pieces.append(f'"{name}":{value}')
-        elif value is not None or name == "type":
+        if type(value) is str and name in _STRINGS and len(value) <= _LONGEST:
+            pieces.append(_STRINGS[name] + _quote(value))
+        elif type(value) is int and name in _NUMBERS and -_MOST < value < _MOST:
+            pieces.append(f"{_NUMBERS[name]}{value}")
+        elif value is not None or name not in KINDS:
             pieces.append(_piece(name, value, fields))
     try:
-        return ("{" + ",".join(pieces) + "}").encode()
+        request = ("{" + ",".join(pieces) + "}").encode()
     except UnicodeEncodeError:
-        raise _no_character(fields) from None
+        raise _no_character(pieces) from None
+    return BytesRequest(request) if isinstance(fields.get("text"), _BYTES) else request
 
 
-def _piece(name: str, value: object, fields: Mapping[str, object]) -> str:
+def _piece(name: object, value: object, fields: Mapping[str, object]) -> str:
     """One member of the request."""
     if not isinstance(name, str):
         raise TypeError(f"the names of fields must be str, not {type(name).__name__}")
+    name = str.__str__(name)
     kind = KINDS.get(name)
     if kind is None:
         return f"{_quote(name)}:null"  # the library refuses the name
@@ -121,13 +129,13 @@ def _piece(name: str, value: object, fields: Mapping[str, object]) -> str:
         if not isinstance(value, bool):
             _wrong_type(name, value)
         return f'"{name}":{"true" if value else "false"}'
-    if name in _HOLD_STRINGS and isinstance(value, str):
-        return f'"{name}":{_quote(value[:_LONGEST])}'
-    if kind is _TEXT and isinstance(value, (bytes, bytearray, memoryview)):
+    if name in _STRINGS and isinstance(value, str):
+        return _STRINGS[name] + _quote(str.__getitem__(value, slice(_LONGEST)))
+    if kind is _TEXT and isinstance(value, _BYTES):
         if fields.get("text_base64") is not None:
             return '"text":""'  # there are two texts: the library says so
         return f'"text_base64":"{base64.b64encode(memoryview(value).cast("B")[:_LONGEST]).decode()}"'
-    if name in _HOLD_NUMBERS and isinstance(value, numbers.Real) and not isinstance(value, bool):
+    if name in _NUMBERS and isinstance(value, numbers.Real) and not isinstance(value, bool):
         return f'"{name}":{_number(value)}'
     _wrong_type(name, value)
 
@@ -147,17 +155,24 @@ def _wrong_type(name: str, value: object) -> NoReturn:
     raise TypeError(f"{name} must be {KINDS[name]}, not {type(value).__name__}")
 
 
-def _no_character(fields: Mapping[str, object]) -> LabelError:
-    """The error of the first field that holds half of a surrogate pair, which no encoding has."""
-    for name, value in fields.items():
-        for word in (name, value):
-            if not isinstance(word, str):
-                continue
-            try:
-                word.encode()
-            except UnicodeEncodeError as error:
-                shown = name.encode("ascii", "backslashreplace").decode()
-                code = "unknown_field" if word is name else "bad_text" if name == "text" else "bad_value"
-                half = f"U+{ord(word[error.start]):04X}, half of a surrogate pair, at character {error.start + 1}"
-                return refusal(code, shown, f'The field "{shown}" holds {half}; give it text in Unicode.')
-    raise AssertionError("the request can be encoded")
+def _no_character(pieces: List[str]) -> LabelError:
+    """The error of the first member that holds half of a surrogate pair, which no encoding has."""
+    piece = next(piece for piece in pieces if not _is_unicode(piece))
+    (name, value), = json.loads("{" + piece + "}").items()
+    shown = name.encode("ascii", "backslashreplace").decode()
+    code = "bad_value"
+    if not _is_unicode(name):
+        code, value = "unknown_field", name
+    elif name == "text":
+        code = "bad_text"
+    place = next(place for place, character in enumerate(value) if not _is_unicode(character))
+    half = f"U+{ord(value[place]):04X}, half of a surrogate pair, at character {place + 1}"
+    return refusal(code, shown, f'The field "{shown}" holds {half}; give it text in Unicode.')
+
+
+def _is_unicode(text: str) -> bool:
+    try:
+        text.encode()
+    except UnicodeEncodeError:
+        return False
+    return True

@@ -33,7 +33,7 @@ class Label:
 
     @property
     def report(self) -> Report:
-        """What the library says of the label, a dict; docs/labels.md describes it. Always the same dict."""
+        """What the library says of the label, a dict; docs/labels.md describes it."""
         report = self._report
         if isinstance(report, bytes):
             report = self._report = cast(Report, json.loads(report))
@@ -69,15 +69,33 @@ class Label:
 
 def _write_whole(path: str, data: bytes) -> None:
     """The new content takes the file's name when all of it is written. Links are followed, as open() does."""
-    path = os.path.realpath(path)
     try:
         mode: Optional[int] = os.stat(path).st_mode
     except FileNotFoundError:
         mode = None
-    if mode is not None and not stat.S_ISREG(mode):
-        with open(path, "wb") as file:  # a pipe or a device; a directory is refused
+    no_file = mode is None and os.path.basename(path) in ("", os.curdir, os.pardir)
+    if no_file or (mode is not None and not stat.S_ISREG(mode)) or _is_open_file(path):
+        with open(path, "wb") as file:  # a pipe, a device or what is open already; open() refuses a folder
             file.write(data)
         return
+    try:
+        _replace(os.path.realpath(path), mode, data)
+    except OSError as error:
+        error.filename, error.filename2 = path, None  # not the temporary file's
+        raise
+
+
+def _is_open_file(path: str) -> bool:
+    """Whether it leads through a link as /dev/stdout does, behind which is an open file rather than a name."""
+    while os.path.islink(path):
+        folder = os.path.dirname(path)
+        if os.path.realpath(folder).startswith("/proc/"):
+            return True
+        path = os.path.join(folder, os.readlink(path))
+    return False
+
+
+def _replace(path: str, mode: Optional[int], data: bytes) -> None:
     beside = os.path.join(os.path.dirname(path), f".{secrets.token_hex(8)}.tmp")
     descriptor = os.open(beside, os.O_WRONLY | os.O_CREAT | os.O_EXCL | os.O_CLOEXEC, 0o666)
     try:

@@ -24,7 +24,7 @@ import sys
 import threading
 import weakref
 from types import TracebackType
-from typing import Any, Callable, Dict, Iterator, List, Optional, Tuple, Type, TypeVar, Union, cast
+from typing import Any, Callable, Dict, Iterator, List, NoReturn, Optional, Tuple, Type, TypeVar, Union, cast
 
 from ._loading import open_library
 
@@ -119,15 +119,16 @@ PROTOTYPES: Dict[str, Tuple[Any, Tuple[Any, ...]]] = {
 }
 
 _functions: Optional[Dict[str, Any]] = None
-# The check digit's string is shared by all threads.
-_check_digit_lock = threading.Lock()
+# The check digit's string is shared by all threads. A signal handler may ask for another one meanwhile.
+_check_digit_lock = threading.RLock()
 
 
 def _function(name: str) -> Any:
     """A function of the library, which is opened at its first use."""
     global _functions
     if _functions is None:
-        library = open_library("libbarcode", "install Debian's libbarcode1, or build the library and install it")
+        library = open_library("libbarcode", PROTOTYPES,
+                               "install Debian's libbarcode1, or build the library and install it")
         opened = {}
         for known, (result, arguments) in PROTOTYPES.items():
             opened[known] = getattr(library, known)
@@ -139,15 +140,72 @@ def _function(name: str) -> Any:
 # ---- Arguments -----------------------------------------------------------------------------------------------------
 
 class Handle:
-    """An object of the library. Calls on one handle wait for each other; a forgotten one is destroyed."""
+    """An object of the library, of barcode_create() alone. Calls on one handle wait for each other; a forgotten one is
+    destroyed.
 
-    __slots__ = ("_pointer", "_lock", "_finalizer", "__weakref__")
+    A signal handler may run in the middle of a call, on its thread. There the handle cannot be used, which is a
+    RuntimeError; destroying it is left to the end of the call.
+    """
 
-    def __init__(self, pointer: int) -> None:
-        self._pointer: Optional[int] = pointer
+    __slots__ = ("_pointer", "_lock", "_user", "_finalizer", "__weakref__")
+    _pointer: Optional[int]
+    _lock: threading.RLock
+    _user: Optional[int]
+    _finalizer: weakref.finalize
+
+    def __init__(self) -> None:
+        raise TypeError("handles are made by barcode_create()")
+
+    def __reduce__(self) -> NoReturn:
+        raise TypeError("a handle cannot be copied or pickled")
+
+    @classmethod
+    def _of(cls, pointer: int) -> "Handle":
+        handle = cls.__new__(cls)
+        handle._pointer = pointer
+        handle._lock = threading.RLock()
+        handle._user = None
+        handle._finalizer = weakref.finalize(handle, _function("barcode_destroy"), pointer)
+        handle._finalizer.atexit = False
+        _handles.add(handle)
+        return handle
+
+    @contextlib.contextmanager
+    def _in_use(self) -> Iterator[Optional[int]]:
+        """The pointer, which stays good, and what the library returned for it too."""
+        with self._lock:
+            if self._user is not None:
+                raise RuntimeError("the handle is in use by the call that was interrupted")
+            self._user = threading.get_ident()
+            try:
+                yield self._pointer
+            finally:
+                self._user = None
+                if self._pointer is None:
+                    self._finalizer()
+
+    def _destroy(self) -> None:
+        with self._lock:
+            self._pointer = None
+            if self._user is None:
+                self._finalizer()
+
+    def _after_fork(self) -> None:
+        """Threads that had the lock are no more; what they were drawing is in pieces and counts as destroyed."""
+        if self._user == threading.get_ident():
+            return
         self._lock = threading.RLock()
-        self._finalizer = weakref.finalize(self, _function("barcode_destroy"), pointer)
-        self._finalizer.atexit = False
+        if self._user is not None:
+            self._user = self._pointer = None
+            self._finalizer.detach()
+
+
+_handles: "weakref.WeakSet[Handle]" = weakref.WeakSet()
+
+
+def _check(handle: Optional[Handle]) -> None:
+    if handle is not None and not isinstance(handle, Handle):
+        raise TypeError(f"a handle of barcode_create() is wanted, not {type(handle).__name__}")
 
 
 def _text(value: object, name: str = "text") -> Optional[bytes]:
@@ -184,16 +242,15 @@ _CONVERSIONS: Dict[Any, Callable[[Any], Any]] = {_STRING: _text, _INT: _int, _DO
 
 
 def _call(name: str, handle: Optional[Handle], *arguments: object) -> Any:
-    """Calls a function of a handle. The lock lets nobody destroy it meanwhile."""
-    if handle is not None and not isinstance(handle, Handle):
-        raise TypeError(f"a handle of barcode_create() is wanted, not {type(handle).__name__}")
+    """Calls a function of a handle, which nobody destroys meanwhile."""
+    _check(handle)
     function = _function(name)
     kinds = PROTOTYPES[name][1][1:]
     converted = [_CONVERSIONS[kind](argument) for kind, argument in zip(kinds, arguments)]
     if handle is None:
         return function(None, *converted)
-    with handle._lock:
-        return function(handle._pointer, *converted)
+    with handle._in_use() as pointer:
+        return function(pointer, *converted)
 
 
 # ---- The 43 functions ----------------------------------------------------------------------------------------------
@@ -202,17 +259,14 @@ def _call(name: str, handle: Optional[Handle], *arguments: object) -> Any:
 def barcode_create(type: int) -> Optional[Handle]:
     """None for a number that is no symbology."""
     pointer = _function("barcode_create")(_int(type))
-    return None if pointer is None else Handle(pointer)
+    return None if pointer is None else Handle._of(pointer)
 
 
 def barcode_destroy(handle: Optional[Handle]) -> None:
     """The handle counts as NULL afterwards."""
-    if handle is not None and not isinstance(handle, Handle):
-        raise TypeError(f"a handle of barcode_create() is wanted, not {type(handle).__name__}")
+    _check(handle)
     if handle is not None:
-        with handle._lock:
-            handle._pointer = None
-            handle._finalizer()
+        handle._destroy()
 
 
 def barcode_set_output_format(handle: Optional[Handle], format: Optional[Text]) -> None:
@@ -369,14 +423,13 @@ def barcode_get_base64(handle: Optional[Handle]) -> bytes:
 
 def barcode_get_image_data(handle: Optional[Handle]) -> Optional[bytes]:
     """The bytes of a PNG file; None where there are none."""
-    if handle is not None and not isinstance(handle, Handle):
-        raise TypeError(f"a handle of barcode_create() is wanted, not {type(handle).__name__}")
+    _check(handle)
     function = _function("barcode_get_image_data")
     if handle is None:
         return None
-    with handle._lock:
+    with handle._in_use() as pointer:
         length = _INT()
-        data = function(handle._pointer, length)
+        data = function(pointer, length)
         return ctypes.string_at(data, length.value) if data else None
 
 
@@ -595,7 +648,11 @@ _saved: List[Tuple[int, Optional[int]]] = []
 
 
 def _after_fork() -> None:
-    """In a child only the thread that forked goes on: the blocks of the others are over."""
+    """In a child only the thread that forked goes on: the calls and blocks of the others are over."""
+    global _check_digit_lock
+    _check_digit_lock = threading.RLock()
+    for handle in list(_handles):
+        handle._after_fork()
     if _quiet_threads:
         here = threading.get_ident()
         own = _quiet_threads.get(here)
@@ -615,8 +672,9 @@ def quiet() -> Iterator[None]:
     """Around a block, sends what is written to the process's standard output and error to nowhere.
 
     These are the library's lines, and also all that others write to the descriptors 1 and 2 in the meantime: the whole
-    process has them. What was printed before, by Python or by C, still appears. Blocks may stand inside each other and
-    run on several threads: the streams speak again when the last one ends, however it ends.
+    process has them. What was printed before, by Python or by C, still appears; what Python prints inside does not.
+    Blocks may stand inside each other and run on several threads: the streams speak again when the last one ends,
+    however it ends.
     """
     thread = _enter_quiet()
     try:
@@ -638,12 +696,17 @@ def _enter_quiet() -> int:
 
 def _leave_quiet(thread: int) -> None:
     with _quiet_lock:
+        if thread not in _quiet_threads:
+            return  # in a child, the block of a thread of its parent's
         _quiet_threads[thread] -= 1
         if _quiet_threads[thread] == 0:
             del _quiet_threads[thread]
         if not _quiet_threads:
-            _flush_c()
-            _restore()
+            try:
+                _flush_python()
+                _flush_c()
+            finally:
+                _restore()
 
 
 def _silence() -> None:
@@ -669,7 +732,8 @@ def _restore() -> None:
     while _saved:
         descriptor, earlier = _saved.pop()
         if earlier is None:
-            os.close(descriptor)
+            with contextlib.suppress(OSError):  # closed again in the meantime
+                os.close(descriptor)
         else:
             os.dup2(earlier, descriptor)
             os.close(earlier)
@@ -686,9 +750,9 @@ def _above_streams(descriptor: int) -> int:
 
 
 def _flush_python() -> None:
-    for stream in (sys.stdout, sys.stderr):
-        with contextlib.suppress(OSError, ValueError, AttributeError):
-            stream.flush()  # there may be none, or a closed one
+    for stream in (sys.stdout, sys.stderr, sys.__stdout__, sys.__stderr__):
+        with contextlib.suppress(Exception):
+            stream.flush()  # there may be none, a closed one, or one that anybody wrote
 
 
 def _flush_c() -> None:

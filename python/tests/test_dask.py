@@ -42,7 +42,8 @@ def kill_a_worker(process: "subprocess.Popen[str]", output: pathlib.Path) -> int
 def test_a_worker_is_killed(tmp_path: pathlib.Path) -> None:
     requests, output = tmp_path / "requests.jsonl", tmp_path / "labels"
     lines = [json.dumps(request(number)) for number in range(1, ROWS + 1)]
-    lines += ["nonsense", json.dumps({"type": "jan13", "text": "x"}), json.dumps({"type": "qr", "text": 5})]
+    lines += ["nonsense", json.dumps({"type": "jan13", "text": "x"}), json.dumps({"type": "qr", "text": 5}),
+              "[" * 200_000, '{"type": "qr", "type": "itf", "text": "12"}']
     requests.write_text("".join(line + "\n" for line in lines), encoding="utf-8")
     with subprocess.Popen([sys.executable, str(EXAMPLE), str(requests), str(output), "--partition", "50"],
                           stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True) as process:
@@ -55,7 +56,8 @@ def test_a_worker_is_killed(tmp_path: pathlib.Path) -> None:
     assert process.returncode == 1, err[-3000:]
     refused = [json.loads(line) for line in out.splitlines()]
     assert [(one["n"], one["code"]) for one in refused] == [
-        (ROWS + 1, "bad_request"), (ROWS + 2, "bad_text"), (ROWS + 3, "bad_request")]
+        (ROWS + 1, "bad_request"), (ROWS + 2, "bad_text"), (ROWS + 3, "bad_request"),
+        (ROWS + 4, "bad_request"), (ROWS + 5, "bad_request")]
     files = {file.name: file.stat() for file in output.iterdir()}
     assert set(files) == {f"{n:06}.{request(n)['format']}" for n in range(1, ROWS + 1)}
     assert {one.st_nlink for one in files.values()} == {1}

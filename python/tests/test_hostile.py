@@ -19,7 +19,7 @@ HUGE = 100_000_000
 WRONG_TYPES: List[Any] = [5, 5.5, True, ["x"], ("x",), {"x": 1}, {1}, object(), int, len, iter("x"), 1j]
 
 
-@pytest.mark.parametrize("wrong", [None, b"qr", bytearray(b"qr"), *WRONG_TYPES])
+@pytest.mark.parametrize("wrong", [b"qr", bytearray(b"qr"), *WRONG_TYPES])
 def test_type_of_a_wrong_type(wrong: Any) -> None:
     with pytest.raises(TypeError, match="^type must be a str, not "):
         label(wrong, "x")
@@ -58,6 +58,26 @@ def test_no_text() -> None:
         assert str(refused.value).endswith(".")
     with pytest.raises(TypeError):
         label()  # type: ignore[call-arg]
+
+
+def test_no_type() -> None:
+    nothing: Any = None
+    with pytest.raises(LabelError) as refused:
+        label(nothing, "x")
+    assert (refused.value.code, refused.value.field) == ("bad_value", "type")
+
+
+@pytest.mark.parametrize("text, code", [(b"12x", "bad_text"), (b"", "bad_text"), (bytearray(20000), "too_long")])
+def test_bytes_are_blamed_by_the_name_they_were_given(text: Any, code: str) -> None:
+    with pytest.raises(LabelError) as refused:
+        label("jan13", text)
+    assert (refused.value.code, refused.value.field) == (code, "text")
+    assert refused.value.report["error"]["field"] == "text" and "base64" not in str(refused.value)
+    made = next(libbarcode.labels([{"type": "jan13", "text": text}], errors="yield"))
+    assert isinstance(made, LabelError) and made.field == "text"
+    with pytest.raises(LabelError) as refused:
+        label("jan13", text_base64="eA==")
+    assert refused.value.field == "text_base64"
 
 
 def test_two_texts() -> None:

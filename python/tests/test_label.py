@@ -119,6 +119,8 @@ def test_none_is_absent() -> None:
     assert label("qr", "x", module=None, caption=None, strict=None).data == label("qr", "x").data
     request: libbarcode.Request = {"type": "qr", "text": "x", "module": None}
     assert label(**request).data == label("qr", "x").data
+    with pytest.raises(TypeError, match="unexpected keyword argument 'modul'"):
+        label("qr", "x", modul=None)  # type: ignore[call-arg]
 
 
 def test_refused_label() -> None:
@@ -208,6 +210,27 @@ class TestSave:
         with pytest.raises(IsADirectoryError):
             self.made.save(tmp_path)
 
+    def test_errors_name_the_path_that_was_given(self, tmp_path: pathlib.Path, monkeypatch: pytest.MonkeyPatch) -> None:
+        monkeypatch.chdir(tmp_path)
+        for path in ("none/label.png", "none/.", "x" * 256):
+            with pytest.raises(OSError) as failed:
+                self.made.save(path)
+            assert (failed.value.filename, failed.value.filename2) == (path, None)
+        with pytest.raises(IsADirectoryError):
+            self.made.save("new/")
+        assert not list(tmp_path.iterdir())
+
+    @pytest.mark.parametrize("path", ["/dev/stdout", "/dev/fd/1", "link"])
+    @pytest.mark.parametrize("to_file", [False, True])
+    def test_standard_output(self, path: str, to_file: bool, tmp_path: pathlib.Path) -> None:
+        """A pipe has no name to be replaced, and a file stays the one that is open."""
+        (tmp_path / "link").symlink_to("/dev/stdout")
+        code = f"import libbarcode; libbarcode.label('qr', 'hello').save({path!r})"
+        with open(tmp_path / "file", "w+b") as file:
+            result = subprocess.run([sys.executable, "-c", code], cwd=tmp_path, check=True,
+                                    stdout=file if to_file else subprocess.PIPE)
+            assert (file.read() if to_file else result.stdout) == self.made.data
+
     def test_device_stays(self) -> None:
         self.made.save("/dev/null")
         assert stat.S_ISCHR(os.stat("/dev/null").st_mode)
@@ -228,6 +251,11 @@ def test_types() -> None:
     assert listed[16]["readers"] == {"zxing": "yes", "zbar": "yes", "zxing_wasm": "yes"}
     listed.clear()  # the caller's own
     assert json.dumps(libbarcode.types())
+
+
+def test_library_without_being_imported() -> None:
+    code = "import libbarcode; print(libbarcode.library.Symbology.QR.value)"
+    assert subprocess.run([sys.executable, "-c", code], capture_output=True, check=True).stdout == b"16\n"
 
 
 def test_version() -> None:

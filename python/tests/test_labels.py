@@ -1,18 +1,20 @@
 """Many labels: order, threads, memory, errors and ends."""
 
+import enum
 import itertools
 import multiprocessing
 import os
+import queue
 import subprocess
 import sys
 import threading
 import time
 import types
-from typing import Any, Dict, Iterator, List
+from typing import Any, Dict, Iterator, List, Mapping
 
 import libbarcode
 import pytest
-from libbarcode import Label, LabelError, label, labels
+from libbarcode import Label, LabelError, _stream, label, labels
 
 
 def numbered(count: "int | None" = None, **fields: object) -> Iterator[Dict[str, object]]:
@@ -111,11 +113,25 @@ def test_slow_iterable_is_not_waited_for() -> None:
         for number in range(4):
             events.append(f"read {number}")
             yield {"type": "qr", "text": str(number)}
-            time.sleep(0.3)
+            time.sleep(0.1)
 
     for made in labels(slowly(), workers=2):
         events.append(f"made {made.report['text']}")
-    assert events.index("made 0") < events.index("read 3")
+    assert events == [f"{what} {number}" for number in range(4) for what in ("read", "made")]
+
+
+def test_slow_labels_come_one_by_one() -> None:
+    """Also behind quick ones, of which many are drawn at once; and threads share what is left at the end."""
+    requests = [*numbered(400), *numbered(60, format="png", width=5000, height=3000)]
+    begin = time.monotonic()
+    label(**requests[-1])  # type: ignore[arg-type]
+    one = time.monotonic() - begin
+    gaps = []
+    begin = time.monotonic()
+    for _ in labels(requests, workers=1):
+        gaps.append(time.monotonic() - begin)
+        begin = time.monotonic()
+    assert len(gaps) == 460 and sum(gaps) > 30 * one and max(gaps) < 15 * one + 0.1
 
 
 def test_refused_in_its_turn() -> None:
@@ -158,7 +174,6 @@ def test_failing_iterable(errors: str) -> None:
 @pytest.mark.parametrize("wrong, message", [
     (None, "a request must be a mapping of fields, not NoneType"), ("qr", "a request must be a mapping"),
     (libbarcode, "a request must be a mapping"), ({"type": "qr", "text": 5}, "text must be a str or bytes, not int"),
-    ({"type": None, "text": "x"}, "type must be a str, not NoneType"),
     ({1: "x"}, "names of fields must be str, not int"),
     ({"type": "qr", "text": "x", "strict": 1}, "strict must be a bool, not int")])
 def test_wrong_types_in_their_turn(wrong: Any, message: str) -> None:
@@ -166,6 +181,90 @@ def test_wrong_types_in_their_turn(wrong: Any, message: str) -> None:
     assert len(list(itertools.islice(made, 10))) == 10
     with pytest.raises(TypeError, match=message):
         next(made)
+
+
+def test_mapping_that_raises_the_end_of_iterations() -> None:
+    """It is a failure, and not the end of the requests."""
+    class Broken(Mapping[str, object]):
+        def keys(self) -> Any:
+            raise StopIteration
+
+        items = keys
+
+        def __getitem__(self, name: str) -> object:
+            return "qr"
+
+        def __iter__(self) -> Iterator[str]:
+            return iter(("type", "text"))
+
+        def __len__(self) -> int:
+            return 2
+
+    made = labels([*numbered(3), Broken(), *numbered(3)])
+    assert len(list(itertools.islice(made, 3))) == 3
+    with pytest.raises(RuntimeError, match="StopIteration"):
+        next(made)
+
+
+def test_mapping_that_is_another_each_time() -> None:
+    class Shifting(Mapping[str, object]):
+        def __init__(self) -> None:
+            self.contents: List[Dict[str, object]] = [{"type": "qr", "text": "\ud800"}]
+
+        def keys(self) -> Any:
+            return (self.contents.pop() if self.contents else {}).keys()
+
+        def items(self) -> Any:
+            return (self.contents.pop() if self.contents else {}).items()
+
+        def __getitem__(self, name: str) -> object:
+            return {"type": "qr", "text": "\ud800"}[name]
+
+        def __iter__(self) -> Iterator[str]:
+            return iter(self.keys())
+
+        def __len__(self) -> int:
+            return 2
+
+    error, made = labels([Shifting(), *numbered(1)], errors="yield")
+    assert isinstance(error, LabelError) and (error.code, error.field) == ("bad_text", "text")
+    assert isinstance(made, Label)
+
+
+def test_names_and_words_of_enums() -> None:
+    """They count as the strings that they are, whatever they are printed as."""
+    class Field(str, enum.Enum):
+        TYPE = "type"
+        TEXT = "text"
+        MODULE = "module"
+
+    class Sly(str):
+        __hash__ = str.__hash__
+
+        def __str__(self) -> str:
+            return 'x":1,"text":"other'
+
+        __format__ = __repr__ = lambda self, *_: str(self)  # type: ignore[assignment]
+
+        def __getitem__(self, place: Any) -> Any:
+            return 5
+
+    plain = label("qr", "x", module=3, strict=True).data
+    fields: List[Dict[str, object]] = [
+        {Field.TYPE: "qr", Field.TEXT: "x", Field.MODULE: 3, "strict": True},
+        {Sly("type"): Sly("qr"), Sly("text"): Sly("x"), Sly("module"): 3, Sly("strict"): True}]
+    assert [made.data for made in labels(fields)] == [plain, plain]
+    error, = labels([{"type": "qr", "text": "x", Sly("name"): 5}], errors="yield")
+    assert isinstance(error, LabelError) and (error.code, error.field) == ("unknown_field", "name")
+
+
+def test_none_in_mappings() -> None:
+    """Absent, in whatever field there is; a name that is no field is none with it either."""
+    made = list(labels([{"type": None, "text": "x"}, {"type": "qr", "text": "x", "modul": None},
+                        {"type": "qr", "text": "x", "module": None}], errors="yield"))
+    assert [(one.code, one.field) for one in made if isinstance(one, LabelError)] == [
+        ("bad_value", "type"), ("unknown_field", "modul")]
+    assert isinstance(made[2], Label)
 
 
 def test_wrong_arguments_at_once() -> None:
@@ -187,8 +286,9 @@ def own_threads() -> List[threading.Thread]:
 
 @pytest.mark.parametrize("end", ["close", "forget", "raise"])
 def test_early_end_stops_the_threads(end: str) -> None:
-    made = labels(numbered(), workers=4)
+    made = labels(numbered(format="png", width=3000, height=3000), workers=4)
     next(made)
+    next(made)  # the first is given before others are read
     assert own_threads()
     if end == "close":
         made.close()
@@ -198,6 +298,57 @@ def test_early_end_stops_the_threads(end: str) -> None:
     else:
         del made
     assert not own_threads()
+
+
+def test_closed_on_one_of_its_threads(monkeypatch: pytest.MonkeyPatch) -> None:
+    """The garbage collector may run there: it does not wait for that thread."""
+    told: "queue.Queue[object]" = queue.Queue()
+    suspended = threading.Event()
+    draw_some = getattr(_stream, "draw_some")
+
+    def closing(*arguments: Any) -> Any:
+        if next(calls) == 2:
+            suspended.wait()
+            try:
+                made.close()
+                told.put(None)
+            except BaseException as error:
+                told.put(error)
+        return draw_some(*arguments)
+
+    calls = itertools.count()
+    monkeypatch.setattr(_stream, "draw_some", closing)
+    made = labels(numbered(), workers=2)
+    next(made)
+    next(made)
+    suspended.set()
+    assert told.get(timeout=10) is None and list(made) == []
+
+
+@pytest.mark.parametrize("most", [0, 1, 3])
+def test_threads_that_do_not_start(most: int, monkeypatch: pytest.MonkeyPatch) -> None:
+    """Those that do draw all, or else the thread that asks."""
+    start, started = threading.Thread.start, itertools.count()
+
+    def some(thread: threading.Thread) -> None:
+        if next(started) >= most:
+            raise RuntimeError("can't start new thread")
+        start(thread)
+
+    monkeypatch.setattr(threading.Thread, "start", some)
+    assert texts(labels(numbered(1000), workers=8)) == [f"{number:06}" for number in range(1000)]
+
+
+def test_goes_on_when_its_thread_has_ended() -> None:
+    """What nobody waited for is drawn when somebody asks again."""
+    made = labels(numbered(40, format="png", width=2000, height=2000), workers=2)
+    first: List[Label] = []
+    thread = threading.Thread(target=lambda: first.append(next(made)))
+    thread.start()
+    thread.join()
+    time.sleep(0.2)
+    assert not own_threads()
+    assert texts(iter(first)) + texts(made) == [f"{number:06}" for number in range(40)]
 
 
 def test_threads_end_with_the_requests() -> None:
@@ -232,8 +383,35 @@ def test_interpreter_ends_while_labels_are_drawn(code: str) -> None:
         assert b"Fatal" not in result.stderr and b"Segmentation" not in result.stderr
 
 
-def in_child(queue: "multiprocessing.Queue[List[str]]") -> None:
-    queue.put(texts(labels(numbered(100), workers=2)))
+def test_interpreter_does_not_wait_for_labels_that_nobody_wants() -> None:
+    """There are some 250 of them, and each takes about a tenth of a second."""
+    code = ("import itertools, libbarcode, time\n"
+            "def requests():\n"
+            "    for n in range(300): yield {'type': 'qr', 'text': str(n), 'format': 'svg'}\n"
+            "    for n in itertools.count(): yield {'type': 'qr', 'text': str(n), 'width': 9000, 'height': 9000}\n"
+            "made = libbarcode.labels(requests(), workers=2)\n"
+            "for _ in range(299): next(made)\n"
+            "print(time.monotonic(), flush=True)\n")
+    output = subprocess.run([sys.executable, "-c", code], capture_output=True, check=True, timeout=60)
+    assert time.monotonic() - float(output.stdout) < 2 and output.stderr == b""
+
+
+@pytest.mark.parametrize("daemon, number", [(False, "300"), (True, "")])
+def test_threads_that_outlive_the_main_one(daemon: bool, number: str) -> None:
+    """They have their labels, unless they end with it."""
+    code = ("import libbarcode, threading, time\n"
+            "def work():\n"
+            "    made = libbarcode.labels({'type': 'qr', 'text': str(n), 'width': 900, 'height': 900} for n in range(300))\n"
+            "    next(made); begun.set(); time.sleep(0.2)\n"
+            "    print(1 + len(list(made)), flush=True)\n"
+            "begun = threading.Event()\n"
+            f"threading.Thread(target=work, daemon={daemon}).start(); begun.wait()\n")
+    output = subprocess.run([sys.executable, "-c", code], capture_output=True, check=True, timeout=60)
+    assert (output.stdout.decode().strip(), output.stderr) == (number, b"")
+
+
+def in_child(result: "multiprocessing.Queue[List[str]]") -> None:
+    result.put(texts(labels(numbered(100), workers=2)))
 
 
 def test_after_fork() -> None:
@@ -241,10 +419,10 @@ def test_after_fork() -> None:
     context = multiprocessing.get_context("fork")
     stream = labels(numbered(), workers=2)
     next(stream)
-    queue: "multiprocessing.Queue[List[str]]" = context.Queue()
-    child = context.Process(target=in_child, args=(queue,))
+    result: "multiprocessing.Queue[List[str]]" = context.Queue()
+    child = context.Process(target=in_child, args=(result,))
     child.start()
-    assert queue.get(timeout=60) == [f"{number:06}" for number in range(100)]
+    assert result.get(timeout=60) == [f"{number:06}" for number in range(100)]
     child.join()
     assert child.exitcode == 0
     stream.close()

@@ -1,11 +1,14 @@
 """The plain library: its 43 functions, Barcode, and quiet()."""
 
 import concurrent.futures
+import copy
 import ctypes
 import gc
 import os
 import pathlib
+import pickle
 import re
+import shutil
 import subprocess
 import sys
 import threading
@@ -228,6 +231,96 @@ def test_64_threads() -> None:
         assert len({picture.result() for picture in pictures} - {b""}) == 1
 
 
+INTERRUPTED = ("import signal, sys, threading\n"
+               "from libbarcode import library\n"
+               "from libbarcode.library import Barcode, Symbology, quiet\n"
+               "def interrupt(name, act):\n"
+               "    'Has act run as a signal handler right after the function in C, before its result is looked at.'\n"
+               "    function = library._function(name)\n"
+               "    def then(*arguments):\n"
+               "        result = function(*arguments)\n"
+               "        signal.raise_signal(signal.SIGUSR1)\n"
+               "        return result\n"
+               "    library._functions[name] = then\n"
+               "    def handler(*_):\n"
+               "        library._functions[name] = function\n"
+               "        act()\n"
+               "    signal.signal(signal.SIGUSR1, handler)\n")
+
+
+@pytest.mark.parametrize("act", ["barcode.close()", "library.barcode_destroy(handle)"])
+def test_destroyed_by_a_signal_handler_in_a_call(act: str) -> None:
+    """The picture is that of before, and then the barcode is gone."""
+    code = (INTERRUPTED + "with quiet():\n"
+            "    barcode = Barcode(Symbology.CODE128)\n"
+            "    handle = barcode.handle\n"
+            "    barcode.draw('hello', 3000, 3000)\n"
+            "    png = barcode.png()\n"
+            f"    interrupt('barcode_get_image_data', lambda: {act})\n"
+            "    assert barcode.png() == png\n"
+            "    assert not handle._finalizer.alive and library.barcode_get_image_data(handle) is None\n")
+    result = run(code)
+    assert result.returncode == 0, result.stderr.decode()
+
+
+def test_used_by_a_signal_handler_in_a_call() -> None:
+    code = (INTERRUPTED + "refused = []\n"
+            "def use():\n"
+            "    for used in (lambda: barcode.draw('x', 9, 9), barcode.png, lambda: barcode.set_show_text(False)):\n"
+            "        try: used()\n"
+            "        except RuntimeError as error: refused.append(str(error))\n"
+            "    library.barcode_calculate_check_digit_14('0491234567890')\n"
+            "with quiet(), Barcode(Symbology.CODE128) as barcode:\n"
+            "    barcode.draw('hello', 300, 100)\n"
+            "    png = barcode.png()\n"
+            "    interrupt('barcode_get_image_data', use)\n"
+            "    assert barcode.png() == png == barcode.png()\n"
+            "    interrupt('barcode_calculate_check_digit_14', use)\n"
+            "    assert library.barcode_calculate_check_digit_14('0491234567890') == b'4'\n"
+            "assert refused == ['the handle is in use by the call that was interrupted'] * 3, refused\n")
+    result = run(code)
+    assert result.returncode == 0, result.stderr.decode()
+
+
+def test_handles_cannot_be_made_or_copied() -> None:
+    """Two of one pointer would free it twice."""
+    with pytest.raises(TypeError, match="made by barcode_create"):
+        library.Handle()
+    with pytest.raises(TypeError):
+        library.Handle(16)  # type: ignore[call-arg]
+    with Barcode(Symbology.QR) as barcode:
+        copies: List[Callable[[Any], object]] = [copy.copy, copy.deepcopy, pickle.dumps]
+        for make in copies:
+            with pytest.raises(TypeError, match="cannot be copied"):
+                make(barcode.handle)
+
+
+def test_fork_while_another_thread_calls() -> None:
+    """The child's calls do not wait for a thread that it has not got; what that thread was drawing is lost to it."""
+    code = ("import os, threading\n"
+            "from libbarcode import library\n"
+            "from libbarcode.library import Barcode, Symbology, quiet\n"
+            "barcode, other = Barcode(Symbology.CODE128), Barcode(Symbology.QR)\n"
+            "library.barcode_calculate_check_digit_14('0491234567890')\n"
+            "inside, leave = threading.Event(), threading.Event()\n"
+            "def hold(call):\n"
+            "    'Is in all three locks, as a thread is in the middle of calls.'\n"
+            "    with library._check_digit_lock, barcode.handle._in_use(), other.handle._lock: inside.set(); leave.wait()\n"
+            "thread = threading.Thread(target=hold, args=(0,)); thread.start(); inside.wait()\n"
+            "child = os.fork()\n"
+            "if child == 0:\n"
+            "    good = library.barcode_calculate_check_digit_14('0491234567890') == b'4'\n"
+            "    with quiet(): other.draw('x', 100, 100)\n"
+            "    good = good and other.png()[:4] == b'\\x89PNG' and library.barcode_get_svg(barcode.handle) == b''\n"
+            "    barcode.close()\n"
+            "    os._exit(7 if good else 1)\n"
+            "status = os.waitstatus_to_exitcode(os.waitpid(child, 0)[1])\n"
+            "leave.set(); thread.join()\n"
+            "with quiet(): barcode.draw('x', 100, 100)\n"
+            "os._exit(status)\n")
+    assert run(code).returncode == 7
+
+
 def test_forgotten_handles_are_freed() -> None:
     code = ("import re\n"
             "from libbarcode.library import Barcode, Symbology, barcode_create, barcode_draw_1d, quiet\n"
@@ -253,7 +346,9 @@ def test_missing_library(tmp_path: pathlib.Path) -> None:
             "told(lambda: library.Barcode(0)); told(lambda: library.barcode_create(0))\n"
             "told(lambda: libbarcode.label('qr', 'x')); told(lambda: libbarcode.labels([])); told(libbarcode.types)\n"
             "told(lambda: libbarcode.version)\n"
-            "with library.quiet(): pass\n")
+            "with library.quiet(): pass\n"
+            "exec('from libbarcode import *')\n"
+            "assert not hasattr(libbarcode, '__version__') and not hasattr(libbarcode, 'nothing')\n")
     bare = {"PYTHONPATH": str(package.parent)}
     result = run(code, env=bare)
     lines = result.stdout.decode().splitlines()
@@ -272,6 +367,19 @@ def test_broken_library_beside_the_package(tmp_path: pathlib.Path) -> None:
     result = run("import libbarcode; libbarcode.label('qr', 'x')", cwd=tmp_path,
                  env={**os.environ, "PYTHONPATH": str(tmp_path)})
     assert b"LibraryNotFoundError: libbarcode_label.so does not load;" in result.stderr
+
+
+@pytest.mark.parametrize("stem, other, use", [
+    ("libbarcode_label", "libbarcode", "libbarcode.label('qr', 'x')"),
+    ("libbarcode", "libbarcode_label", "libbarcode.library.Barcode(0)")])
+def test_another_library_under_the_name(stem: str, other: str, use: str, tmp_path: pathlib.Path) -> None:
+    shutil.copytree(SOURCE / "python" / "libbarcode", tmp_path / "libbarcode")
+    folders = os.environ["LD_LIBRARY_PATH"].split(":")
+    there = next(file for folder in folders for file in pathlib.Path(folder or ".").glob(f"{other}.so.1"))
+    shutil.copy(there, tmp_path / "libbarcode" / f"{stem}.so")
+    result = run(f"import libbarcode, libbarcode.library; {use}", cwd=tmp_path,
+                 env={**os.environ, "PYTHONPATH": str(tmp_path)})
+    assert f"LibraryNotFoundError: {stem}.so does not load;".encode() in result.stderr
 
 
 # ---- quiet() -------------------------------------------------------------------------------------------------------
@@ -364,6 +472,35 @@ def test_quiet_and_fork() -> None:
             "    os.wait()\n"
             "os.write(1, b'parent\\n')\n")
     assert streams(code) == (["child", "parent"], [])
+
+
+def test_quiet_and_what_python_prints_inside() -> None:
+    """It stands in Python's buffer when the block ends."""
+    code = ("print('a')\n"
+            "with quiet(): print('inside'); sys.stderr.write('inside')\n"
+            "print('b')\n"
+            "class Broken:\n"
+            "    def flush(self): raise RuntimeError\n"
+            "sys.stderr = Broken()\n"
+            "with quiet(): draw()\n"
+            "sys.stderr = sys.__stderr__; print('c')\n")
+    assert streams(code) == (["a", "b", "c"], [])
+
+
+def test_quiet_block_of_a_thread_that_is_left_in_a_child() -> None:
+    code = ("import contextlib\n"
+            "block = contextlib.ExitStack()\n"
+            "thread = threading.Thread(target=lambda: block.enter_context(quiet())); thread.start(); thread.join()\n"
+            "if os.fork() == 0: block.close(); os.write(1, b'child\\n'); os._exit(0)\n"
+            "os.wait(); block.close(); os.write(1, b'parent\\n')\n")
+    assert streams(code) == (["child", "parent"], [])
+
+
+def test_quiet_with_a_stream_closed_before_and_inside() -> None:
+    code = ("os.close(2)\n"
+            "with quiet(): os.close(2)\n"
+            "os.write(1, b'loud\\n')\n")
+    assert streams(code) == (["loud"], [])
 
 
 def test_quiet_without_descriptors_to_spare() -> None:
