@@ -3,7 +3,6 @@
 import concurrent.futures
 import copy
 import ctypes
-import gc
 import os
 import pathlib
 import pickle
@@ -11,7 +10,6 @@ import re
 import shutil
 import subprocess
 import sys
-import threading
 from typing import Any, Callable, Iterator, List, Tuple
 
 import pytest
