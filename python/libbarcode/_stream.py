@@ -132,7 +132,8 @@ class _Workers:
         self._stop = True
         if not isinstance(threading.current_thread(), _Worker):
             for thread in self._threads:
-                thread.join()
+                if thread.ident is not None:  # it has started
+                    thread.join()
 
     def _start(self) -> None:
         with self._lock:
@@ -140,6 +141,8 @@ class _Workers:
                 return
             self._active += 1
         thread = _Worker(target=self._work, name="libbarcode")
+        # Before it starts: an interrupted start has started it too.
+        self._threads = [one for one in self._threads if one.is_alive()] + [thread]
         try:
             thread.start()
         except RuntimeError:  # the system has no more threads: those that there are do it, or else this one
@@ -148,8 +151,6 @@ class _Workers:
                 self._active -= 0 if alone else 1
             if alone:
                 self._work()
-        else:
-            self._threads = [one for one in self._threads if one.is_alive()] + [thread]
 
     def _work(self) -> None:
         while True:

@@ -3,7 +3,6 @@
 import concurrent.futures
 import copy
 import ctypes
-import gc
 import os
 import pathlib
 import pickle
@@ -11,7 +10,6 @@ import re
 import shutil
 import subprocess
 import sys
-import threading
 from typing import Any, Callable, Iterator, List, Tuple
 
 import pytest
@@ -303,10 +301,11 @@ def test_fork_while_another_thread_calls() -> None:
             "barcode, other = Barcode(Symbology.CODE128), Barcode(Symbology.QR)\n"
             "library.barcode_calculate_check_digit_14('0491234567890')\n"
             "inside, leave = threading.Event(), threading.Event()\n"
-            "def hold(call):\n"
+            "def hold():\n"
             "    'Is in all three locks, as a thread is in the middle of calls.'\n"
-            "    with library._check_digit_lock, barcode.handle._in_use(), other.handle._lock: inside.set(); leave.wait()\n"
-            "thread = threading.Thread(target=hold, args=(0,)); thread.start(); inside.wait()\n"
+            "    with library._check_digit_lock, barcode.handle._in_use(), other.handle._lock:\n"
+            "        inside.set(); leave.wait()\n"
+            "thread = threading.Thread(target=hold); thread.start(); inside.wait()\n"
             "child = os.fork()\n"
             "if child == 0:\n"
             "    good = library.barcode_calculate_check_digit_14('0491234567890') == b'4'\n"
