@@ -8,7 +8,7 @@ import * as native from "./native.js";
 import { isRefusal, requestText } from "./request.js";
 
 // Of requests that wait for a worker, and of a chunk: characters after which no more are taken.
-const longestChunk = 1 << 18;
+const longestTexts = 1 << 18;
 // A source that is slow leaves time for what else is due.
 const readingMilliseconds = 4;
 // Long enough that handing it over costs little, short enough that large pictures do not pile up.
@@ -189,7 +189,7 @@ export class LabelStream {
   }
 
   #hasRoom(most) {
-    return !this.#isRead && this.#inHand < most && this.#requestsLength < this.#workers * longestChunk;
+    return !this.#isRead && this.#inHand < most && this.#requestsLength < this.#workers * longestTexts;
   }
 
   #readSync(most) {
@@ -300,7 +300,7 @@ export class LabelStream {
   #nextRequests() {
     let count = 0;
     let length = 0;
-    while (count < Math.min(this.#chunkSize, this.#requests.length) && length < longestChunk) {
+    while (count < Math.min(this.#chunkSize, this.#requests.length) && length < longestTexts) {
       length += lengthOf(this.#requests[count]);
       ++count;
     }

@@ -221,13 +221,11 @@ async function withServer(limits, run) {
 
 test("clients that do not take their answers are not served any more", () => withServer({}, async (port, open) => {
   const before = process.memoryUsage().rss;
-  const begin = performance.now();
-  await Promise.all(Array.from({ length: 64 }, () => open("/types", 2000)));
-  const { status } = await fetch(`http://127.0.0.1:${port}/label?type=qr&text=a`, { signal: AbortSignal.timeout(5000) });
+  await Promise.all(Array.from({ length: 16 }, () => open("/types", 2000)));
+  const { status } = await fetch(`http://127.0.0.1:${port}/label?type=qr&text=a`, { signal: AbortSignal.timeout(10_000) });
   assert.equal(status, 200);
-  assert.ok(performance.now() - begin < 5000);
   const { rss } = process.memoryUsage();
-  assert.ok(rss - before < 200e6, `${rss - before} bytes`);
+  assert.ok(rss - before < 150e6, `${rss - before} bytes`);
 }));
 
 const generous = { maxWaiting: 1, maxPixels: 1e9, maxUrl: 16000, timeout: 1000 };
@@ -243,8 +241,11 @@ test("answers that wait for their client are in hand, for a time", () => withSer
     }
   }
   assert.equal(await status(), 503);
-  await delay(3500);
-  assert.equal(await status(), 200);
+  const begin = performance.now();
+  while (await status() !== 200) {
+    assert.ok(performance.now() - begin < 20_000);
+    await delay(200);
+  }
 }));
 
 test("a few requests at once are answered in order", async () => {
