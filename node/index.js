@@ -19,7 +19,7 @@ export function label(...words) {
 }
 
 export async function labelAsync(...words) {
-  const [made] = outcomes(await native.makeLabels(requestText(requestOf(words))));
+  const [made] = outcomes(await native.makeLabels(requestText(requestOf(words))), 1);
   return delivered(made);
 }
 

@@ -10,8 +10,9 @@
 // kept, and bear an ETag.
 
 import { createHash } from "node:crypto";
+import { realpathSync } from "node:fs";
 import { createServer } from "node:http";
-import { pathToFileURL } from "node:url";
+import { fileURLToPath } from "node:url";
 
 import { LabelError, labelAsync, types, version } from "libbarcode";
 
@@ -19,9 +20,10 @@ const defaults = {
   maxUrl: 4096, // bytes
   maxBody: 16384,
   maxPixels: 4_000_000,
-  maxWaiting: 64, // labels in hand
+  maxWaiting: 64, // labels that are being made, or not yet sent
+  maxPipelined: 4, // answers that a connection has not yet taken
   maxConnections: 256,
-  timeout: 10_000, // milliseconds for a whole request
+  timeout: 10_000, // milliseconds for a whole request, and for a client to take a part of the answer
 };
 
 class HttpError extends Error {
@@ -31,8 +33,11 @@ class HttpError extends Error {
   }
 }
 
+const symbologies = types();
+const typesBody = jsonBody(symbologies);
+
 // How the words of a query become the values of fields.
-const kinds = new Map(types().flatMap(({ options }) => options.map(({ name, kind }) => [name, kind])));
+const kinds = new Map(symbologies.flatMap(({ options }) => options.map(({ name, kind }) => [name, kind])));
 const booleans = new Map([["true", true], ["1", true], ["false", false], ["0", false]]);
 
 function fieldValue(name, word) {
@@ -46,17 +51,26 @@ function fieldValue(name, word) {
 
 function urlOf(message) {
   try {
-    return new URL(message.url, "http://localhost");
+    const url = new URL(message.url, "http://localhost");
+    decodeURIComponent(url.search); // throws where searchParams would put U+FFFD
+    if (/^[!-~]*$/.test(message.url)) {
+      return url;
+    }
   } catch {
-    throw new HttpError(400, "bad_request", "The URL is none.");
+    // said below
   }
+  throw new HttpError(400, "bad_request", "The URL is none, or what its percent signs encode is no UTF-8.");
+}
+
+function standsTwice(field) {
+  return new HttpError(400, "bad_value", "The field stands twice; give it once.", {}, field);
 }
 
 function requestOfQuery(query) {
   const request = Object.create(null);
   for (const [name, word] of query) {
     if (name in request) {
-      throw new HttpError(400, "bad_value", "The field stands twice; give it once.", {}, name);
+      throw standsTwice(name);
     }
     request[name] = fieldValue(name, word);
   }
@@ -81,38 +95,72 @@ async function readBody(message, limit) {
   return Buffer.concat(chunks);
 }
 
-async function requestOfBody(message, limit) {
-  if (!/^application\/json\s*(;|$)/i.test(message.headers["content-type"] ?? "")) {
-    throw new HttpError(415, "bad_request", "Send the request as application/json.");
+function isObject(value) {
+  return typeof value === "object" && value !== null && !Array.isArray(value);
+}
+
+// Of two members of one name JSON.parse drops the first. Text is valid JSON: a string before a colon is a name.
+function refuseTwice(text) {
+  const names = new Set();
+  for (const [, string, colon] of text.matchAll(/("(?:[^"\\]|\\.)*")(\s*:)?/g)) {
+    const name = colon === undefined ? undefined : JSON.parse(string);
+    if (names.has(name)) {
+      throw standsTwice(name);
+    }
+    if (name !== undefined) {
+      names.add(name);
+    }
   }
-  const body = await readBody(message, limit);
+}
+
+function parsed(body) {
   try {
-    return JSON.parse(new TextDecoder("utf-8", { fatal: true }).decode(body));
+    const text = new TextDecoder("utf-8", { fatal: true }).decode(body);
+    return { text, request: JSON.parse(text) };
   } catch {
     throw new HttpError(400, "bad_request", "The body is no JSON in UTF-8.");
   }
 }
 
+async function requestOfBody(message, limit) {
+  if (!/^application\/json\s*(;|$)/i.test(message.headers["content-type"] ?? "")) {
+    throw new HttpError(415, "bad_request", "Send the request as application/json.");
+  }
+  const { text, request } = parsed(await readBody(message, limit));
+  if (isObject(request)) {
+    refuseTwice(text);
+  }
+  return request;
+}
+
 // An SVG file costs the same whatever its size, and all formats have the same geometry: it is made first and measured.
 async function limitedLabel(request, maxPixels) {
-  const isObject = typeof request === "object" && request !== null && !Array.isArray(request);
-  const measured = await labelAsync(isObject ? { ...request, format: "svg" } : request);
+  const measured = await labelAsync(isObject(request) ? { ...request, format: "svg" } : request);
   const { width, height } = measured.report;
   if (width * height > maxPixels) {
     const message = `The picture would have ${width} x ${height} pixels; ${maxPixels} in all are allowed.`;
     throw new HttpError(400, "too_large", message);
   }
-  return String(request.format).toLowerCase() === "svg" ? measured : labelAsync(request);
+  const { format } = request;
+  return typeof format === "string" && format.toLowerCase() === "svg" ? measured : labelAsync(request);
 }
 
 function etagOf(data) {
   return `"${createHash("sha256").update(data).digest("base64url").slice(0, 22)}"`;
 }
 
+// Whether the client has it already: then it is told so.
+function isKnown(message, response, headers) {
+  const known = message.method !== "POST" && (message.headers["if-none-match"] ?? "").includes(headers.etag);
+  if (known) {
+    response.writeHead(304, headers).end();
+  }
+  return known;
+}
+
 function sendPicture(message, response, { data, mediaType, warnings }) {
-  const etag = etagOf(data);
   const headers = {
-    etag,
+    etag: etagOf(data),
     "cache-control": "public, max-age=86400",
     "content-security-policy": "default-src 'none'; style-src 'unsafe-inline'",
     "x-content-type-options": "nosniff",
@@ -120,16 +168,18 @@ function sendPicture(message, response, { data, mediaType, warnings }) {
   if (warnings.length > 0) {
     headers["x-label-warnings"] = warnings.map(({ code }) => code).join(", ");
   }
-  if (message.method !== "POST" && (message.headers["if-none-match"] ?? "").includes(etag)) {
-    response.writeHead(304, headers).end();
+  if (isKnown(message, response, headers)) {
     return;
   }
   response.writeHead(200, { ...headers, "content-type": mediaType, "content-length": data.length });
   response.end(message.method === "HEAD" ? undefined : data);
 }
 
-function sendJson(message, response, status, value, headers = {}) {
-  const body = Buffer.from(`${JSON.stringify(value)}\n`);
+function jsonBody(value) {
+  return Buffer.from(`${JSON.stringify(value)}\n`);
+}
+
+function sendJson(message, response, status, body, headers = {}) {
   response.writeHead(status, {
     ...headers,
     "content-type": "application/json",
@@ -146,7 +196,21 @@ function sendError(message, response, error) {
     error = new HttpError(500, "internal", "The server has failed.");
   }
   const { status = 400, headers, code, field, message: text, needed } = error;
-  sendJson(message, response, status, { error: { code, field, message: text, needed } }, headers);
+  sendJson(message, response, status, jsonBody({ error: { code, field, message: text, needed } }), headers);
+}
+
+// Waits until the answer is sent, or nobody waits for it any more. Of answers that are still to come a connection that
+// is closed says nothing: it is asked itself.
+function whenSent({ socket }, response) {
+  return new Promise((resolve) => {
+    const end = () => {
+      response.off("close", end);
+      socket.off("close", end);
+      resolve();
+    };
+    response.on("close", end);
+    socket.on("close", end);
+  });
 }
 
 const methods = { "/label": ["GET", "HEAD", "POST"], "/types": ["GET", "HEAD"] };
@@ -154,9 +218,10 @@ const methods = { "/label": ["GET", "HEAD", "POST"], "/types": ["GET", "HEAD"] }
 export function createLabelServer(options = {}) {
   const limits = { ...defaults, ...options };
   const etag = `"${version}"`;
+  const waiting = new WeakMap(); // how many answers a connection has not yet taken
   let inHand = 0;
 
-  async function answer(message, response) {
+  async function answer(message, response, sent) {
     if (message.url.length > limits.maxUrl) {
       throw new HttpError(414, "too_large", `A URL has at most ${limits.maxUrl} bytes; send the request with POST.`);
     }
@@ -169,7 +234,9 @@ export function createLabelServer(options = {}) {
       throw new HttpError(405, "bad_method", `Use ${allowed.join(", ")}.`, { allow: allowed.join(", ") });
     }
     if (pathname === "/types") {
-      sendJson(message, response, 200, types(), { etag });
+      if (!isKnown(message, response, { etag })) {
+        sendJson(message, response, 200, typesBody, { etag });
+      }
       return;
     }
     const isPost = message.method === "POST";
@@ -181,12 +248,22 @@ export function createLabelServer(options = {}) {
     try {
       sendPicture(message, response, await limitedLabel(request, limits.maxPixels));
     } finally {
-      --inHand;
+      sent.then(() => --inHand);
     }
   }
 
   const server = createServer({ connectionsCheckingInterval: limits.timeout / 4 }, (message, response) => {
-    answer(message, response).catch((error) => {
+    // Requests may come before answers are taken. Who does not take these is not served any more: they fill memory.
+    const { socket } = message;
+    const count = waiting.get(socket) ?? 0;
+    if (socket.destroyed || count >= limits.maxPipelined) {
+      socket.destroy();
+      return;
+    }
+    waiting.set(socket, count + 1);
+    const sent = whenSent(message, response);
+    sent.then(() => waiting.set(socket, waiting.get(socket) - 1));
+    answer(message, response, sent).catch((error) => {
       if (response.headersSent || response.destroyed) {
         response.destroy();
       } else {
@@ -194,6 +271,7 @@ export function createLabelServer(options = {}) {
       }
     });
   });
+  server.timeout = 2 * limits.timeout; // a request that is late gets its answer before
   server.requestTimeout = limits.timeout;
   server.headersTimeout = limits.timeout;
   server.keepAliveTimeout = 5000;
@@ -201,7 +279,16 @@ export function createLabelServer(options = {}) {
   return server;
 }
 
-if (process.argv[1] !== undefined && import.meta.url === pathToFileURL(process.argv[1]).href) {
+// Packages are often links to where they are.
+function isProgram() {
+  try {
+    return realpathSync(process.argv[1]) === realpathSync(fileURLToPath(import.meta.url));
+  } catch {
+    return false;
+  }
+}
+
+if (isProgram()) {
   const server = createLabelServer();
   server.listen(Number(process.argv[2] ?? 8080), "127.0.0.1", () => {
     const { address, port } = server.address();

@@ -17,7 +17,10 @@ export class Label {
   }
 
   get report() {
-    this.#report ??= JSON.parse(this.#reportText);
+    if (this.#report === undefined) {
+      this.#report = JSON.parse(this.#reportText);
+      this.#reportText = undefined;
+    }
     return this.#report;
   }
 
@@ -45,14 +48,19 @@ export function outcome(data, mediaType, reportText) {
   return reportText === "" ? LabelError.outOfMemory() : new LabelError(JSON.parse(reportText));
 }
 
-// The outcomes of what makeLabels of the module has returned.
-export function outcomes([answers, , ...pictures]) {
+// The outcomes of what makeLabels of the module has returned for so many requests: where memory was exhausted it has
+// stopped.
+export function outcomes([answers, , ...pictures], count) {
   const lines = answers.split("\n");
-  return pictures.map((data, index) => {
+  const results = pictures.map((data, index) => {
     const line = lines[index];
     const mediaTypeLength = line.indexOf("{");
     return outcome(data, line.slice(0, mediaTypeLength), line.slice(mediaTypeLength));
   });
+  while (results.length < count) {
+    results.push(LabelError.outOfMemory());
+  }
+  return results;
 }
 
 export function delivered(result) {

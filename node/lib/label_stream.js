@@ -7,6 +7,10 @@ import { outcomes } from "./label.js";
 import * as native from "./native.js";
 import { isRefusal, requestText } from "./request.js";
 
+// Of requests that wait for a worker, and of a chunk: characters after which no more are taken.
+const longestTexts = 1 << 18;
+// A source that is slow leaves time for what else is due.
+const readingMilliseconds = 4;
 // Long enough that handing it over costs little, short enough that large pictures do not pile up.
 const chunkMicroseconds = 4000;
 const largestChunk = 64;
@@ -54,15 +58,25 @@ function requestOrRefusal(request) {
   }
 }
 
+// Of a request's text; what is wrong with one has none.
+function lengthOf(request) {
+  return typeof request === "string" ? request.length : 0;
+}
+
+function isPromise(value) {
+  return typeof value?.then === "function";
+}
+
 export class LabelStream {
   #source;
   #sourceIsAsync;
-  #isReading = false; // of an asynchronous source
+  #isReading = false;
   #isRead = false; // the source has ended, or is not wanted any more
   #sourceError = undefined; // { error } that the source has thrown
   #workers;
   #raises;
   #requests = []; // read, but not yet given to a worker: texts and refusals
+  #requestsLength = 0; // in characters
   #isDispatchDue = false;
   #running = 0;
   #chunkSize = 1;
@@ -115,7 +129,6 @@ export class LabelStream {
   #serve() {
     this.#answer();
     this.#read();
-    this.#answer(); // that there is nothing more
   }
 
   #answer() {
@@ -164,48 +177,78 @@ export class LabelStream {
   // Reads when a whole chunk has room, so that reading does not go on one by one.
   #read() {
     const most = chunksPerWorker * this.#workers * this.#chunkSize;
-    if (this.#isRead || this.#isReading || this.#inHand > most - this.#chunkSize) {
+    if (this.#isRead || this.#isReading || this.#inHand > most - this.#chunkSize || !this.#hasRoom(most)) {
       return;
     }
+    this.#isReading = true; // until it is over: a source may call next() and return() itself
     if (this.#sourceIsAsync) {
-      this.#isReading = true;
       this.#readAsync(most);
     } else {
       this.#readSync(most);
     }
   }
 
+  #hasRoom(most) {
+    return !this.#isRead && this.#inHand < most && this.#requestsLength < this.#workers * longestTexts;
+  }
+
   #readSync(most) {
+    const end = performance.now() + readingMilliseconds;
+    let isLate = false;
     try {
-      while (!this.#isRead && this.#inHand < most) {
-        this.#accept(this.#source.next());
+      while (!isLate && this.#hasRoom(most)) {
+        const item = this.#source.next();
+        if (isPromise(item.value)) {
+          this.#sourceIsAsync = true; // as it is to a loop that awaits
+          this.#dispatch();
+          this.#readAsync(most, item);
+          return;
+        }
+        this.#accept(item);
         if (this.#requests.length >= this.#chunkSize) {
           this.#dispatch();
         }
+        isLate = performance.now() > end;
       }
     } catch (error) {
       this.#fail(error);
     }
     this.#dispatch();
+    if (isLate) {
+      setImmediate(() => this.#readOn());
+    } else {
+      this.#isReading = false;
+    }
+    this.#answer();
   }
 
-  async #readAsync(most) {
-    try {
-      while (!this.#isRead && this.#inHand < most) {
-        const item = await this.#source.next();
-        if (!this.#isRead) {
-          this.#accept(item);
-          this.#dispatchSoon();
-        }
-      }
-    } catch (error) {
-      this.#fail(error);
-    }
+  #readOn() {
     this.#isReading = false;
     this.#serve();
   }
 
+  // `first`: what is already taken from the source.
+  async #readAsync(most, first) {
+    try {
+      let item = first;
+      while (this.#hasRoom(most)) {
+        item ??= await this.#source.next();
+        const { value, done } = item;
+        item = undefined;
+        const request = isPromise(value) ? await value : value;
+        this.#accept({ value: request, done });
+        this.#dispatchSoon();
+      }
+    } catch (error) {
+      this.#fail(error);
+    }
+    this.#readOn();
+  }
+
   #accept({ value, done }) {
+    if (this.#isRead) {
+      return; // not wanted any more
+    }
     if (done) {
       this.#isRead = true;
       return;
@@ -218,7 +261,11 @@ export class LabelStream {
       this.#closeSource().catch(() => {});
       throw error;
     }
+    if (this.#isRead) {
+      return; // a getter of the request has ended it
+    }
     this.#requests.push(request);
+    this.#requestsLength += lengthOf(request);
     ++this.#inHand;
   }
 
@@ -245,8 +292,20 @@ export class LabelStream {
     while (this.#running < this.#workers && this.#requests.length > 0) {
       const chunk = { results: undefined };
       this.#chunks.push(chunk);
-      this.#make(chunk, this.#requests.splice(0, this.#chunkSize));
+      this.#make(chunk, this.#nextRequests());
     }
+  }
+
+  // As many as a chunk has, fewer when they are long.
+  #nextRequests() {
+    let count = 0;
+    let length = 0;
+    while (count < Math.min(this.#chunkSize, this.#requests.length) && length < longestTexts) {
+      length += lengthOf(this.#requests[count]);
+      ++count;
+    }
+    this.#requestsLength -= length;
+    return this.#requests.splice(0, count);
   }
 
   async #make(chunk, requests) {
@@ -254,7 +313,7 @@ export class LabelStream {
     ++this.#running;
     try {
       const made = await native.makeLabels(texts.join("\n"));
-      const results = outcomes(made);
+      const results = outcomes(made, texts.length);
       let index = 0;
       chunk.results =
         texts.length === requests.length ? results : requests.map((each) => (typeof each === "string" ? results[index++] : each));
@@ -277,6 +336,7 @@ export class LabelStream {
     this.#isRead = true;
     this.#sourceError = undefined;
     this.#requests = [];
+    this.#requestsLength = 0;
     this.#chunks = [];
     this.#taken = 0;
     this.#inHand = 0;
@@ -288,13 +348,16 @@ export class LabelStream {
     }
   }
 
-  // A source that is asked for its next request answers that first, which may take for ever.
+  // An asynchronous source that is asked for its next request answers that first, which may take for ever; any other is
+  // closed when it has answered.
   async #closeSource() {
-    const closed = this.#source.return?.();
-    if (this.#isReading) {
-      Promise.resolve(closed).catch(() => {});
-    } else {
-      await closed;
+    if (this.#sourceIsAsync && this.#isReading) {
+      Promise.resolve(this.#source.return?.()).catch(() => {});
+      return;
     }
+    if (this.#isReading) {
+      await undefined;
+    }
+    await this.#source.return?.();
   }
 }

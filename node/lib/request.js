@@ -1,12 +1,17 @@
 // Requests as JSON. The library judges what JSON can say; the rest is judged here.
 
 import { Buffer } from "node:buffer";
+import { types } from "node:util";
 
 import { LabelError } from "./label_error.js";
 
-// No field holds as much: the library's answer to a longer text is the same as to its beginning. A multiple of four, as
-// Base64 wants it.
-const longestText = 1 << 20;
+// No field holds as much: the library refuses or leaves out a longer text as it does its beginning. A multiple of four,
+// as Base64 wants it.
+const longestText = 1 << 16;
+// No field is called as much, and errors quote less.
+const longestName = 128;
+// More than there are fields: one of so many members is unknown, and the library does not go beyond the first.
+const mostMembers = 64;
 
 // The errors of values that are no part of a request in any case; they have the members of a LabelError.
 const refusals = new WeakSet();
@@ -29,6 +34,11 @@ function kindOf(value) {
 
 const loneSurrogate = /\p{Surrogate}/u;
 
+// The beginning of a text, not cut in the middle of a character.
+function cut(text, length) {
+  return text.slice(0, /[\ud800-\udbff]/.test(text[length - 1]) ? length - 1 : length);
+}
+
 function refuseLoneSurrogates(field, value) {
   if (loneSurrogate.test(value)) {
     const message = `The field "${field}" has half of a surrogate pair, which is no character; remove it or give its other half.`;
@@ -38,9 +48,7 @@ function refuseLoneSurrogates(field, value) {
 
 function stringText(field, value) {
   if (value.length > longestText) {
-    // The cut may be in the middle of a character.
-    const end = /[\ud800-\udbff]/.test(value[longestText - 1]) ? longestText - 1 : longestText;
-    return stringText(field, value.slice(0, end));
+    return stringText(field, cut(value, longestText));
   }
   const text = JSON.stringify(value);
   // JSON.stringify writes whole pairs as they are.
@@ -50,9 +58,18 @@ function stringText(field, value) {
   return text;
 }
 
+// What an array says of itself: a class of the caller's own may say something else.
+const { get: bufferOf } = Object.getOwnPropertyDescriptor(Object.getPrototypeOf(Uint8Array.prototype), "buffer");
+const { get: offsetOf } = Object.getOwnPropertyDescriptor(Object.getPrototypeOf(Uint8Array.prototype), "byteOffset");
+const { get: lengthOf } = Object.getOwnPropertyDescriptor(Object.getPrototypeOf(Uint8Array.prototype), "length");
+
 function bytesText(bytes) {
-  const { buffer, byteOffset, length } = bytes;
-  return `"${Buffer.from(buffer, byteOffset, Math.min(length, longestText)).toString("base64")}"`;
+  try {
+    const length = Math.min(lengthOf.call(bytes), longestText);
+    return `"${Buffer.from(bufferOf.call(bytes), offsetOf.call(bytes), length).toString("base64")}"`;
+  } catch {
+    throw typeError("bad_value", "text", 'The bytes of the field "text" are no longer there: their buffer is detached.');
+  }
 }
 
 function valueText(field, value) {
@@ -77,13 +94,13 @@ function valueText(field, value) {
 // The names of fields as they begin a member: all that there are, and whatever else comes first.
 const names = new Map();
 const mostNames = 64;
-const longestName = 32;
 
 function nameText(field) {
   let text = names.get(field);
   if (text === undefined) {
-    text = `${JSON.stringify(field)}:`;
-    if (names.size < mostNames && field.length <= longestName) {
+    // Half of a surrogate pair is no JSON; no field has one in its name.
+    text = `${JSON.stringify(field.replace(/\p{Surrogate}/gu, "\ufffd"))}:`;
+    if (names.size < mostNames) {
       names.set(field, text);
     }
   }
@@ -91,7 +108,7 @@ function nameText(field) {
 }
 
 function memberText(field, value) {
-  if (field === "text" && value instanceof Uint8Array) {
+  if (field === "text" && types.isUint8Array(value)) {
     return `"text_base64":${bytesText(value)}`;
   }
   return nameText(field) + valueText(field, value);
@@ -116,10 +133,15 @@ export function requestText(request) {
     throw typeError("bad_request", "", message);
   }
   let text = "{";
-  for (const field of Object.keys(request)) {
-    const value = request[field];
+  let members = 0;
+  for (const name of Object.keys(request)) {
+    const value = request[name];
     if (value !== undefined && value !== null) {
+      const field = name.length > longestName ? cut(name, longestName) : name;
       text += text.length === 1 ? memberText(field, value) : `,${memberText(field, value)}`;
+      if (++members === mostMembers) {
+        break;
+      }
     }
   }
   return `${text}}`;

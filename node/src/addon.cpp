@@ -74,13 +74,16 @@ bool SetResult(napi_env env, napi_value array, std::uint32_t index, const Barcod
 }
 
 // The result of a function that has failed. Where an exception is pending, that one stays.
-napi_value Failed(napi_env env, const char* message) {
-  napi_throw_error(env, nullptr, message);
+napi_value Failed(napi_env env) {
+  napi_throw_error(env, nullptr, "Node refused a call of the label library's module.");
   return nullptr;
 }
 
-constexpr const char* kOutOfMemory = "Memory is exhausted; try again with less.";
-constexpr const char* kRefusedByNode = "Node refused a call of the label library's module.";
+// The same as a value.
+napi_value Failure(napi_env env) {
+  napi_value error = Failed(env);
+  return napi_get_and_clear_last_exception(env, &error) == napi_ok ? error : nullptr;
+}
 
 // The text of a string of JavaScript; false, with an exception, for anything else.
 bool ReadString(napi_env env, napi_value value, std::string& text) {
@@ -93,7 +96,8 @@ bool ReadString(napi_env env, napi_value value, std::string& text) {
   return napi_get_value_string_utf8(env, value, text.data(), length + 1, &length) == napi_ok;
 }
 
-// Most requests are short: these need neither memory nor a second look at the string.
+// Most requests are short: these need neither memory nor a second look at the string. Nullptr, as the library's own,
+// stands for exhausted memory where no exception is pending.
 LabelPtr MakeFromValue(napi_env env, napi_value value) {
   std::array<char, 1024>
       shortText;  // NOLINT(cppcoreguidelines-pro-type-member-init): written before it is read
@@ -104,8 +108,21 @@ LabelPtr MakeFromValue(napi_env env, napi_value value) {
   if (status == napi_ok && length + 4 < shortText.size()) {
     return MakeLabel({shortText.data(), length});
   }
-  std::string text;
-  return ReadString(env, value, text) ? MakeLabel(text) : nullptr;
+  try {
+    std::string text;
+    return ReadString(env, value, text) ? MakeLabel(text) : nullptr;
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+// Whether the requests are read; none are where memory does not suffice, and then none is made.
+bool ReadRequests(napi_env env, napi_value value, std::string& requests) {
+  try {
+    return ReadString(env, value, requests);
+  } catch (const std::bad_alloc&) {
+    return true;
+  }
 }
 
 template <std::size_t kCount>
@@ -118,15 +135,11 @@ bool ReadArguments(napi_env env, napi_callback_info info, std::array<napi_value,
 napi_value MakeLabelNow(napi_env env, napi_callback_info info) {
   std::array<napi_value, 1> arguments = {};
   napi_value result = nullptr;
-  try {
-    if (!ReadArguments(env, info, arguments) || napi_create_array_with_length(env, 3, &result) != napi_ok) {
-      return Failed(env, kRefusedByNode);
-    }
-    const LabelPtr label = MakeFromValue(env, arguments[0]);
-    return SetResult(env, result, 0, label.get()) ? result : Failed(env, kRefusedByNode);
-  } catch (const std::bad_alloc&) {
-    return Failed(env, kOutOfMemory);
+  if (!ReadArguments(env, info, arguments) || napi_create_array_with_length(env, 3, &result) != napi_ok) {
+    return Failed(env);
   }
+  const LabelPtr label = MakeFromValue(env, arguments[0]);
+  return SetResult(env, result, 0, label.get()) ? result : Failed(env);
 }
 
 // Labels that are made one after the other on a thread of Node's pool. A call from JavaScript and back costs
@@ -138,7 +151,6 @@ struct Work {
   std::vector<unsigned char> pictures;
   std::vector<std::size_t> lengths;  // 0 where a label was refused
   double microseconds = 0;
-  bool isOutOfMemory = false;
   napi_deferred deferred = nullptr;
   napi_async_work handle = nullptr;
 };
@@ -151,10 +163,10 @@ void MakeLabels(Work& work) {
     std::size_t length = 0;
     const unsigned char* const bytes = barcode_label_data(label.get(), &length);
     work.pictures.insert(work.pictures.end(), bytes, bytes + length);
-    work.lengths.push_back(length);
     work.answers.append(barcode_label_media_type(label.get()))
         .append(barcode_label_report(label.get()))
         .push_back('\n');
+    work.lengths.push_back(length);  // last: what memory did not suffice for does not count
     rest.remove_prefix(std::min(requestLength + 1, rest.size()));
   }
 }
@@ -165,7 +177,7 @@ void Execute(napi_env /*env*/, void* data) {
   try {
     MakeLabels(work);
   } catch (const std::bad_alloc&) {
-    work.isOutOfMemory = true;
+    // The results are those until now.
   }
   work.microseconds =
       std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - begin).count();
@@ -175,9 +187,6 @@ void Execute(napi_env /*env*/, void* data) {
 napi_value Results(napi_env env, const Work& work) {
   napi_value array = nullptr;
   napi_value time = nullptr;
-  if (work.isOutOfMemory) {
-    return Failed(env, kOutOfMemory);
-  }
   napi_value answers = ToString(env, work.answers);
   if (answers == nullptr || napi_create_array_with_length(env, work.lengths.size() + 2, &array) != napi_ok ||
       napi_create_double(env, work.microseconds, &time) != napi_ok ||
@@ -209,7 +218,7 @@ void Complete(napi_env env, napi_status status, void* data) {
   const std::unique_ptr<Work> work(static_cast<Work*>(data));
   if (napi_value results = status == napi_ok ? Results(env, *work) : nullptr; results != nullptr) {
     napi_resolve_deferred(env, work->deferred, results);
-  } else if (napi_value error = nullptr; napi_get_and_clear_last_exception(env, &error) == napi_ok) {
+  } else if (napi_value error = Failure(env); error != nullptr) {
     napi_reject_deferred(env, work->deferred, error);
   }
   napi_delete_async_work(env, work->handle);
@@ -236,17 +245,17 @@ napi_value MakeLabelsInPool(napi_env env, napi_callback_info info) {
   std::array<napi_value, 1> arguments = {};
   try {
     auto work = std::make_unique<Work>();
-    if (!ReadArguments(env, info, arguments) || !ReadString(env, arguments[0], work->requests)) {
-      return Failed(env, kRefusedByNode);
+    if (!ReadArguments(env, info, arguments) || !ReadRequests(env, arguments[0], work->requests)) {
+      return Failed(env);
     }
     napi_value promise = Queue(env, *work);
     if (promise == nullptr) {
-      return Failed(env, kRefusedByNode);
+      return Failed(env);
     }
     static_cast<void>(work.release());  // Complete frees it
     return promise;
   } catch (const std::bad_alloc&) {
-    return Failed(env, kOutOfMemory);
+    return Failed(env);
   }
 }
 

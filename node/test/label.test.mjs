@@ -2,8 +2,9 @@ import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
 import { test } from "node:test";
 import { inspect } from "node:util";
+import { runInNewContext } from "node:vm";
 
-import { label, labelAsync, LabelError, types, version } from "libbarcode";
+import { label, labelAsync, LabelError, labels, types, version } from "libbarcode";
 
 const jan = { type: "jan13", text: "490123456789" };
 const pngSignature = [0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a];
@@ -112,6 +113,50 @@ test("texts of bytes", () => {
   assert.equal(refusal(() => label({ type: "qr", text: bytes, text_base64: "YQ==" })).code, "bad_value");
 });
 
+test("arrays of bytes that are not what they seem", async () => {
+  class Lying extends Uint8Array {
+    get length() {
+      return 1e9;
+    }
+    get buffer() {
+      return undefined;
+    }
+  }
+  const { data } = label({ type: "qr", text: "AB" });
+  assert.deepEqual(label({ type: "qr", text: new Lying([65, 66]) }).data, data);
+  assert.deepEqual(label({ type: "qr", text: runInNewContext("new Uint8Array([65, 66])") }).data, data);
+  const detached = new Uint8Array([65, 66]);
+  structuredClone(detached.buffer, { transfer: [detached.buffer] });
+  const broken = [detached, Object.create(Uint8Array.prototype), new Proxy(new Uint8Array(2), {})];
+  for (const text of broken) {
+    for (const error of [refusal(() => label({ type: "qr", text }), TypeError), await refusalAsync({ type: "qr", text }, TypeError)]) {
+      assert.deepEqual([error.code, error.field], ["bad_value", "text"]);
+    }
+  }
+  const made = [];
+  for await (const result of labels(broken.map((text) => ({ type: "qr", text })), { errors: "yield" })) {
+    made.push(result.code);
+  }
+  assert.deepEqual(made, ["bad_value", "bad_value", "bad_value"]);
+});
+
+test("names and numbers of fields that are none", () => {
+  const begin = performance.now();
+  const long = "\u{1f600}".repeat(50_000_000);
+  const error = refusal(() => label({ type: "qr", text: "a", [long]: 1 }));
+  assert.equal(error.code, "unknown_field");
+  assert.ok(error.field.length < 100);
+  assert.ok(refusal(() => label({ type: "qr", text: "a", [long]: {} }), TypeError).message.length < 300);
+  assert.ok(performance.now() - begin < 5000);
+  const request = { type: "qr", text: "a" };
+  for (let i = 0; i < 600; ++i) {
+    request[`field ${i}`] = "x".repeat(1 << 20);
+  }
+  assert.equal(refusal(() => label(request)).field, "field 0");
+  const fields = new Set(types().flatMap(({ options }) => options.map(({ name }) => name)));
+  assert.ok(fields.size > 20 && fields.size < 60, `${fields.size}: requests are read as far as 64 members`);
+});
+
 test("characters beyond the first plane arrive whole", () => {
   assert.equal(label({ type: "qr", text: "a\u{1f600}b" }).report.text, "a\u{1f600}b");
 });
@@ -134,7 +179,7 @@ test("lone surrogates are refused", async () => {
   }
   assert.equal(refusal(() => label({ type: "qr", text: "a", caption: "\ud800" })).field, "caption");
   assert.equal(refusal(() => label({ type: "\ud800", text: "a" })).field, "type");
-  assert.equal(refusal(() => label({ type: "qr", text: "a", "\ud800": 1 })).code, "bad_request");
+  assert.equal(refusal(() => label({ type: "qr", text: "a", "\ud800": 1 })).code, "unknown_field");
   assert.equal(label({ type: "qr", text: "\\ud800" }).report.text, "\\ud800"); // six characters, none of them halved
 });
 

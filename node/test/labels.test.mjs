@@ -259,3 +259,106 @@ test("a stream of Node takes them", async () => {
   }
   assert.deepEqual(texts, expected(300));
 });
+
+test("a source may call the labels that read it", async () => {
+  for (const when of [1, 3, 50, 99]) {
+    const inner = [];
+    const made = labels({
+      i: 0,
+      [Symbol.iterator]() {
+        return this;
+      },
+      next() {
+        const i = this.i++;
+        if (i === when) {
+          inner.push(made.next(), made.next());
+        }
+        return { value: { type: "code128", text: `number ${i}` }, done: i === 100 };
+      },
+    });
+    const texts = [];
+    for await (const { report } of made) {
+      texts.push(report.text);
+    }
+    const others = (await Promise.all(inner)).map(({ value }) => value.report.text);
+    assert.equal(others.length, 2);
+    const order = (all) => all.map((text) => Number(text.slice(7)));
+    assert.deepEqual(order(texts), order(texts).sort((a, b) => a - b));
+    assert.deepEqual(order([...texts, ...others]).sort((a, b) => a - b), order(expected(100)));
+  }
+});
+
+test("a source may end the labels that read it", async () => {
+  let closed = 0;
+  let ended;
+  const made = labels((function* () {
+    try {
+      yield { type: "qr", text: "a" };
+      ended = made.return("over");
+      yield* numbered(10);
+    } finally {
+      ++closed;
+    }
+  })());
+  let count = 0;
+  for await (const { report } of made) {
+    assert.equal(report.text, "a");
+    ++count;
+  }
+  assert.ok(count <= 1);
+  assert.deepEqual(await ended, { value: "over", done: true });
+  assert.equal(closed, 1);
+});
+
+test("promises of requests are awaited", async () => {
+  const requests = [...numbered(100)].map((request, i) => (i % 3 === 1 ? delay(i % 5, request) : request));
+  assert.deepEqual(await textsOf(labels(requests)), expected(100));
+  const rejected = Promise.reject(new RangeError("mine"));
+  rejected.catch(() => {}); // until it is reached
+  const failing = [...numbered(5), rejected];
+  const texts = [];
+  await assert.rejects(async () => {
+    for await (const { report } of labels(failing)) {
+      texts.push(report.text);
+    }
+  }, /mine/);
+  assert.deepEqual(texts, expected(5));
+});
+
+test("a source that is slow lets go of the thread", async () => {
+  let longest = 0;
+  let last = performance.now();
+  const watch = setInterval(() => {
+    longest = Math.max(longest, performance.now() - last);
+    last = performance.now();
+  }, 1);
+  function* slow() {
+    for (const request of numbered(200)) {
+      const end = performance.now() + 10;
+      while (performance.now() < end);
+      yield request;
+    }
+  }
+  assert.deepEqual(await textsOf(labels(slow(), { workers: 4 })), expected(200));
+  clearInterval(watch);
+  assert.ok(longest < 300, `${longest} ms`);
+});
+
+test("long requests do not pile up", async () => {
+  const long = "\u0001".repeat(1 << 20);
+  let mostAhead = 0;
+  let read = 0;
+  let taken = 0;
+  function* requests() {
+    yield* numbered(3000);
+    for (let i = 0; i < 1000; ++i) {
+      mostAhead = Math.max(mostAhead, ++read - taken);
+      yield { type: "qr", text: long, caption: long, foreground: long };
+    }
+  }
+  for await (const result of labels(requests(), { workers: 1, errors: "yield" })) {
+    taken += result instanceof LabelError ? 1 : 0;
+  }
+  assert.equal(taken, 1000);
+  assert.ok(mostAhead <= 8, `${mostAhead} were read ahead`);
+});

@@ -1,8 +1,14 @@
 import assert from "node:assert/strict";
+import { spawn } from "node:child_process";
 import { once } from "node:events";
+import { mkdtempSync, rmSync, symlinkSync } from "node:fs";
 import { request as httpRequest } from "node:http";
 import { connect } from "node:net";
+import { tmpdir } from "node:os";
+import { join } from "node:path";
 import { after, before, test } from "node:test";
+import { setTimeout as delay } from "node:timers/promises";
+import { fileURLToPath } from "node:url";
 
 import { label } from "libbarcode";
 
@@ -88,7 +94,10 @@ test("a warning is told", async () => {
 });
 
 test("the symbologies", async () => {
-  assert.equal((await (await get("/types")).json()).length, 19);
+  const response = await get("/types");
+  assert.equal((await response.json()).length, 19);
+  const headers = { "if-none-match": response.headers.get("etag") };
+  assert.equal((await get("/types", { headers })).status, 304);
 });
 
 test("what the library refuses is told with field and sentence", async () => {
@@ -99,6 +108,8 @@ test("what the library refuses is told with field and sentence", async () => {
   await expectError(await get("/label?type=qr&text=a&module="), 400, "bad_value", "module");
   await expectError(await get("/label?type=qr&text=a&text=b"), 400, "bad_value", "text");
   await expectError(await get("/label?type=qr&text=a&__proto__=b"), 400, "unknown_field", "__proto__");
+  await expectError(await get("/label?type=qr&text=%E9"), 400, "bad_request");
+  await expectError(await get("/label?type=qr&te%ffxt=a"), 400, "bad_request");
   const error = await expectError(await get("/label?type=qr&text=hello&width=20&height=20"), 400, "too_small", "width");
   assert.ok(error.needed.width > 20);
 });
@@ -113,6 +124,11 @@ test("hostile bodies", async () => {
   await expectError(await post('{"type": "qr", "text": {"a": 1}}'), 400, "bad_value", "text");
   await expectError(await post('{"type": "qr", "text": "\\ud800"}'), 400, "bad_text", "text");
   await expectError(await post('{"type": "qr", "text": "a", "__proto__": {"module": 9}}'), 400, "bad_value", "__proto__");
+  for (const format of [{ toString: 1 }, ["svg"], 1, true]) {
+    await expectError(await post({ type: "qr", text: "a", format }), 400, "bad_value", "format");
+  }
+  await expectError(await post('{"type": "qr", "text": "a", "te\\u0078t": "b"}'), 400, "bad_value", "text");
+  assert.equal((await post('{"type": "qr", "text": "\\\\\\"text\\":", "caption": "text"}')).status, 200);
   await expectError(await post('{"type": "qr", "text": "a"}', "text/plain"), 415, "bad_request");
   const invalid = get("/label", { method: "POST", body: new Uint8Array([0x22, 0xff, 0x22]),
     headers: { "content-type": "application/json" } });
@@ -175,6 +191,79 @@ async function raw(bytes) {
   await once(socket, "close");
   return answer;
 }
+
+// Who does not read: `count` requests at once, each a line of `path`.
+async function fill(to, path, count) {
+  const socket = connect(to.address().port, "127.0.0.1");
+  socket.on("error", () => {});
+  socket.pause();
+  socket.write(`GET ${path} HTTP/1.1\r\nHost: a\r\n\r\n`.repeat(count));
+  await once(socket, "connect");
+  return socket;
+}
+
+// Runs with a server of its own, and what opens connections to it; ends them all.
+async function withServer(limits, run) {
+  const own = createLabelServer(limits).listen(0, "127.0.0.1");
+  await once(own, "listening");
+  const sockets = [];
+  try {
+    await run(own.address().port, async (path, count) => {
+      sockets.push(await fill(own, path, count));
+      return sockets.at(-1);
+    });
+  } finally {
+    sockets.forEach((socket) => socket.destroy());
+    own.closeAllConnections();
+    own.close();
+  }
+}
+
+test("clients that do not take their answers are not served any more", () => withServer({}, async (port, open) => {
+  const before = process.memoryUsage().rss;
+  await Promise.all(Array.from({ length: 16 }, () => open("/types", 2000)));
+  const { status } = await fetch(`http://127.0.0.1:${port}/label?type=qr&text=a`, { signal: AbortSignal.timeout(10_000) });
+  assert.equal(status, 200);
+  const { rss } = process.memoryUsage();
+  assert.ok(rss - before < 150e6, `${rss - before} bytes`);
+}));
+
+const generous = { maxWaiting: 1, maxPixels: 1e9, maxUrl: 16000, timeout: 1000 };
+test("answers that wait for their client are in hand, for a time", () => withServer(generous, async (port, open) => {
+  const status = async () => (await fetch(`http://127.0.0.1:${port}/label?type=qr&text=a`)).status;
+  // 2 MB each: the system takes some of them.
+  const path = `/label?type=qr&text=x&format=svg&width=100000&height=1000&caption=${"@".repeat(9000)}`;
+  for (let i = 0; i < 2; ++i) {
+    const socket = await open(path, 1);
+    for (let more = 0; more < 3; ++more) {
+      await delay(100);
+      socket.write(`GET ${path} HTTP/1.1\r\nHost: a\r\n\r\n`);
+    }
+  }
+  assert.equal(await status(), 503);
+  const begin = performance.now();
+  while (await status() !== 200) {
+    assert.ok(performance.now() - begin < 20_000);
+    await delay(200);
+  }
+}));
+
+test("a few requests at once are answered in order", async () => {
+  const paths = ["/types", "/label?type=qr&text=a", "/nothing"];
+  const requests = paths.map((path) => `GET ${path} HTTP/1.1\r\nHost: a\r\n`);
+  const answer = await raw(`${requests.join("\r\n")}Connection: close\r\n\r\n`);
+  assert.deepEqual(answer.match(/HTTP\/1\.1 \d+/g), ["HTTP/1.1 200", "HTTP/1.1 200", "HTTP/1.1 404"]);
+});
+
+test("the server starts from a package that is a link", async () => {
+  const folder = mkdtempSync(join(tmpdir(), "barcode-"));
+  symlinkSync(fileURLToPath(new URL("../node_modules", import.meta.url)), join(folder, "node_modules"));
+  const child = spawn(process.execPath, [join(folder, "node_modules/libbarcode/examples/server.mjs"), "0"]);
+  const [line] = await Promise.race([once(child.stdout, "data"), once(child, "exit")]);
+  child.kill();
+  rmSync(folder, { recursive: true });
+  assert.match(String(line), /^http:\/\/127\.0\.0\.1:\d+\//);
+});
 
 test("requests that are no HTTP, or never end", async () => {
   assert.match(await raw("nonsense\r\n\r\n"), /^HTTP\/1\.1 400 /);
