@@ -96,8 +96,8 @@ bool ReadString(napi_env env, napi_value value, std::string& text) {
   return napi_get_value_string_utf8(env, value, text.data(), length + 1, &length) == napi_ok;
 }
 
-// Most requests are short: these need neither memory nor a second look at the string. Nullptr, as the library's own,
-// stands for exhausted memory where no exception is pending.
+// Most requests are short: these need neither memory nor a second look at the string. Nullptr, as the
+// library's own, stands for exhausted memory where no exception is pending.
 LabelPtr MakeFromValue(napi_env env, napi_value value) {
   std::array<char, 1024>
       shortText;  // NOLINT(cppcoreguidelines-pro-type-member-init): written before it is read
