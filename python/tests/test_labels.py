@@ -307,7 +307,10 @@ def test_closed_on_one_of_its_threads(monkeypatch: pytest.MonkeyPatch) -> None:
     draw_some = getattr(_stream, "draw_some")
 
     def closing(*arguments: Any) -> Any:
-        if next(calls) == 2:
+        number = next(calls)
+        if number == 1:
+            time.sleep(0.2)  # more is handed out meanwhile
+        elif number == 2:
             suspended.wait()
             try:
                 made.close()
