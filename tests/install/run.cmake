@@ -83,7 +83,7 @@ endfunction()
 
 # Runs a program that writes a PNG file.
 function(expect_picture)
-  set(picture ${WORK}/picture.png)
+  set(picture ${WORK}/picture_${STEP}.png)  # steps run at the same time
   file(REMOVE ${picture})
   run(${ARGN} ${picture})
   file(READ ${picture} signature LIMIT 8 HEX)
