@@ -150,6 +150,7 @@ TEST_P(BatchSignal, AnArchiveIsRemoved) {
     const ScratchDirectory scratch;
     RunningProgram program({"batch", "-", "-o", scratch.File(output)}, scratch.File("errors"));
     program.Write(ManyRows(5'000));  // more than a pipe holds: it has begun
+    ASSERT_TRUE(Eventually([&] { return program.Catches(GetParam()); }));
     program.Signal(GetParam());
     EXPECT_EQ(program.Wait(), 128 + GetParam());
     EXPECT_THAT(ReadFile(scratch.File("errors")),
@@ -163,7 +164,8 @@ TEST_P(BatchSignal, APipeThatNobodyWritesIsNotWaitedFor) {
   ASSERT_EQ(mkfifo(scratch.File("jobs.jsonl").c_str(), 0600), 0);
   const std::vector<std::string> arguments = {"batch", scratch.File("jobs.jsonl"), "-o", scratch.File("out")};
   RunningProgram program(arguments, scratch.File("errors"));
-  usleep(300'000);
+  ASSERT_TRUE(Eventually([&] { return program.Catches(GetParam()); }));
+  usleep(300'000);  // it waits for the pipe by now
   program.Signal(GetParam());
   EXPECT_EQ(program.Wait(), 128 + GetParam());
   EXPECT_EQ(ReadFile(scratch.File("errors")),
@@ -177,6 +179,7 @@ TEST_P(BatchSignal, APipeForErrorsThatNobodyReadsIsNotWaitedFor) {
   ASSERT_EQ(mkfifo(scratch.File("failed").c_str(), 0600), 0);
   RunningProgram program({"batch", "-", "-o", scratch.File("out"), "--errors", scratch.File("failed")},
                          scratch.File("errors"));
+  ASSERT_TRUE(Eventually([&] { return program.Catches(GetParam()); }));
   usleep(300'000);
   program.Signal(GetParam());
   EXPECT_EQ(program.Wait(), 128 + GetParam());
@@ -189,6 +192,7 @@ TEST(BatchRunning, ASignalBeforeTheHeaderEndsIt) {
   const ScratchDirectory scratch;
   RunningProgram program({"batch", "-", "--input-format", "csv", "-o", scratch.File("out")},
                          scratch.File("errors"));
+  ASSERT_TRUE(Eventually([&] { return program.Catches(SIGTERM); }));
   usleep(200'000);
   program.Signal(SIGTERM);
   EXPECT_EQ(program.Wait(), 128 + SIGTERM);

@@ -8,7 +8,10 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
+#include <fstream>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 namespace barcode::tool {
@@ -116,6 +119,19 @@ std::string RunningProgram::ReadToEnd() {
 
 void RunningProgram::Signal(int signal) const {
   kill(m_process, signal);
+}
+
+bool RunningProgram::Catches(int signal) const {
+  constexpr std::string_view kCaught = "SigCgt:";  // a mask in hexadecimal, bit 0 for signal 1
+  constexpr int kHexadecimal = 16;
+  std::ifstream status("/proc/" + std::to_string(m_process) + "/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with(kCaught)) {
+      const std::uint64_t mask = std::stoull(line.substr(kCaught.size()), nullptr, kHexadecimal);
+      return (mask >> static_cast<unsigned>(signal - 1) & 1U) != 0;
+    }
+  }
+  return false;
 }
 
 int RunningProgram::Wait() {

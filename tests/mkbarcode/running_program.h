@@ -28,6 +28,8 @@ class RunningProgram {
   std::string ReadLine();
   std::string ReadToEnd();
   void Signal(int signal) const;
+  // Whether it has a handler for the signal by now.
+  bool Catches(int signal) const;
   // The exit status; 1000 and the signal's number when one ended it.
   int Wait();
 
