@@ -4,6 +4,7 @@ import ctypes
 import functools
 import json
 from ctypes import c_size_t
+from time import monotonic
 from typing import Any, Callable, List, Optional, Union
 
 from ._errors import LabelError, refusal
@@ -60,9 +61,9 @@ def draw(request: bytes) -> Union[Label, LabelError]:
     return _take(library, library.make(request, len(request)), request)
 
 
-def draw_some(requests: List[Union[bytes, LabelError]], enough: Callable[[], bool]) -> List[Union[Label, LabelError]]:
-    """Those of many, from the first until it is enough; an error stands for itself. All are drawn before the first is
-    taken: a thread that wants the interpreter's lock after each of them waits for the others' most of the time."""
+def draw_some(requests: List[Union[bytes, LabelError]], deadline: float) -> List[Union[Label, LabelError]]:
+    """Those of many, from the first until it is time to end; an error stands for itself. All are drawn before the first
+    is taken: a thread that wants the interpreter's lock after each of them waits for the others' most of the time."""
     library = _library or functions()
     make = library.make
     drawn: List[Any] = []
@@ -70,7 +71,7 @@ def draw_some(requests: List[Union[bytes, LabelError]], enough: Callable[[], boo
     try:
         for request in requests:
             drawn.append(make(request, len(request)) if isinstance(request, bytes) else request)
-            if enough():
+            if monotonic() > deadline:
                 break
         drawn.reverse()
         while drawn:

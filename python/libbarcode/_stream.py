@@ -69,11 +69,10 @@ class _Chunk:
         self.failure: Optional[BaseException] = None
         self.seconds_each = 0.0
 
-    def draw(self, workers: "_Workers") -> None:
+    def draw(self) -> None:
         begin = time.monotonic()
-        deadline = begin + _DRAWING_SECONDS
         try:
-            self.made = draw_some(self.requests, lambda: workers.over() or time.monotonic() > deadline)
+            self.made = draw_some(self.requests, begin + _DRAWING_SECONDS)
         except BaseException as error:
             self.failure = error
         else:
@@ -159,7 +158,7 @@ class _Workers:
                     self._active -= 1
                     return
                 chunk = self._waiting.popleft()
-            chunk.draw(self)
+            chunk.draw()
             with self._lock:
                 self._waiting.extendleft(reversed(chunk.rest))
             chunk.done.set()
