@@ -16,6 +16,15 @@ names="libbarcode1 libbarcode-label1 libbarcode-dev mkbarcode python3-libbarcode
 
 . ./system.sh
 
+# example NAME COMMAND [FILES]: in a folder of its own: what is there afterwards is what it has written. Times of files are
+# too coarse to tell it: a label is drawn within one tick of their clock.
+example() {
+  mkdir "$root/root/example"
+  shell "cd example; $2"
+  [ -n "$(find "$root/root/example" -type f -size +0 -name "${3:-*}")" ] || fail "$1 has written nothing"
+  rm -r "$root/root/example"
+}
+
 picture() {
   head -c 4 "$root/root/$1" | grep -qa "$2" || fail "$1 is no picture"
   rm "$root/root/$1"
@@ -82,13 +91,11 @@ run=0
 for example in "$root"/root/readme/*.sh "$root"/root/readme/*.py; do
   [ -e "$example" ] || continue
   run=$((run + 1))
-  example=${example#"$root/root/"}
-  touch "$root/tmp/start"
+  example=${example#"$root"}
   case $example in
-    *.sh) shell ". ./$example" ;;
-    *.py) shell "python3 -W error $example" >/dev/null ;;
+    *.sh) example "$example" ". $example" ;;
+    *.py) example "$example" "python3 -W error $example" >/dev/null ;;
   esac
-  [ -n "$(find "$root/root" -maxdepth 1 -type f -newer "$root/tmp/start")" ] || fail "$example has written nothing"
 done
 [ $run -gt 0 ] || fail "README.md has no examples in sh or Python"
 shell "mkbarcode library code39 ABC-123 --size 300x100 -o symbol.png"
@@ -128,10 +135,9 @@ for example in "$root"/root/readme/*.c "$root"/root/labels/*.c; do
   run=$((run + 1))
   module=barcode
   ! grep -q "barcode_label\.h" "$example" || module=barcode-label
-  example=${example#"$root/root/"}
-  touch "$root/tmp/start"
-  shell "cc -Wall -Wextra -Werror $example \$(pkg-config --cflags --libs $module) -o example; ./example" >/dev/null
-  [ -n "$(find "$root/root" -maxdepth 1 -name '*.png' -newer "$root/tmp/start")" ] || fail "$example has drawn nothing"
+  example=${example#"$root"}
+  example "$example" \
+    "cc -Wall -Wextra -Werror $example \$(pkg-config --cflags --libs $module) -o example; ./example" '*.png' >/dev/null
 done
 [ $run -gt 0 ] || fail "the manuals have no examples in C"
 
