@@ -14,10 +14,10 @@ import importlib
 import json
 from typing import TYPE_CHECKING, Any, Callable, List, Optional, TypeVar, cast
 
-from ._drawing import draw, functions
+from ._drawing import functions
 from ._errors import LabelError
 from ._fields import (KINDS, CodeMode, EncodeMode, EncodeScheme, ErrorCorrectionLevel, Form, Format, QuietZoneWidth,
-                      Request, Rotation, StringEncoding, Text, request_json)
+                      Request, Rotation, StringEncoding, Text)
 from ._label import Label
 from ._loading import LibraryNotFoundError
 from ._reports import LabelType, Option, Readers, Report, ReportError, ReportWarning
@@ -68,7 +68,7 @@ def _label(type: str, text: Optional[Text] = None, *, text_base64: Optional[str]
 # Thirty parameters that are looked at in every call would cost as much as a small label.
 @_declared_as(_label)
 def label(type: str, text: Optional[Text] = None, **fields: object) -> Label:
-    made = draw(request_json({"type": type, "text": text, **fields}))
+    made = functions().draw(type, text, fields)
     if isinstance(made, Label):
         return made
     for name in fields:

@@ -1,25 +1,32 @@
-"""The label library's functions, and a label of a request in JSON."""
+"""The label library's functions, and labels of requests."""
 
 import ctypes
 import functools
 import json
 from ctypes import c_size_t
 from time import monotonic
-from typing import Any, Callable, List, Optional, Union
+from typing import Any, Callable, Dict, List, Optional, Union
 
+from . import _fields
 from ._errors import LabelError, refusal
-from ._fields import BytesRequest
 from ._label import Label
 from ._loading import open_library
 
+try:
+    from . import _speedups
+except ImportError:  # it is not there, or of another kind of interpreter
+    _speedups = None  # type: ignore[assignment]
 
-class _Library:
+Made = Union[Label, LabelError]
+
+
+class Library:
     """The functions. Drawing releases the interpreter's lock; the others return at once and keep it."""
 
     __slots__ = ("make", "data", "media_type", "report", "free", "types", "version", "bytes_at")
 
     def __init__(self) -> None:
-        names = ("barcode_label_" + name for name in self.__slots__ if name != "bytes_at")
+        names = ("barcode_label_" + name for name in Library.__slots__ if name != "bytes_at")
         library = open_library("libbarcode_label", names,
                                "install the wheel of libbarcode, or Debian's libbarcode-label1")
         at_once = ctypes.PyDLL(library._name, handle=library._handle)
@@ -35,6 +42,71 @@ class _Library:
         self.bytes_at = _prototype(ctypes.PyDLL(None).PyBytes_FromStringAndSize, ctypes.py_object, pointer,
                                    ctypes.c_ssize_t)
 
+    def request_json(self, fields: Dict[str, object]) -> bytes:
+        """The request as the library reads it. TypeError for a value of another Python type than the field's."""
+        return _fields.request_json(fields.copy())  # what it is at this moment
+
+    def draw(self, type: object, text: object, fields: Dict[str, object]) -> Made:
+        """The label of a request, or the error that refuses it."""
+        request = _fields.request_json({"type": type, "text": text, **fields})
+        return self._take(self.make(request, len(request)), request)
+
+    def draw_some(self, requests: List[Union[bytes, LabelError]], seconds: float) -> List[Made]:
+        """The labels of many, from the first until it is time to end; an error stands for itself. All are drawn before
+        the first is taken: a thread that wants the interpreter's lock after each of them waits for the others' most of
+        the time."""
+        deadline = monotonic() + seconds
+        make = self.make
+        drawn: List[Any] = []
+        taken: List[Made] = []
+        try:
+            for request in requests:
+                drawn.append(make(request, len(request)) if isinstance(request, bytes) else request)
+                if monotonic() > deadline:
+                    break
+            drawn.reverse()
+            while drawn:
+                made, request = drawn.pop(), requests[len(taken)]
+                taken.append(self._take(made, request) if isinstance(request, bytes) else request)
+            return taken
+        finally:
+            for made in drawn:
+                if not isinstance(made, LabelError):
+                    self.free(made)
+
+    def _take(self, made: Any, request: bytes) -> Made:
+        """What the library made, as Python's own; the library's is freed."""
+        try:
+            length = c_size_t()
+            data = self.data(made, length)  # by reference: the prototype says so
+            if not data:
+                return _error(self.report(made), request)
+            return Label(self.bytes_at(data, length.value), _text_of(self.media_type(made)), self.report(made))
+        finally:
+            self.free(made)
+
+
+def _as_bytes(beginnings: Dict[str, str]) -> Dict[str, bytes]:
+    return {name: beginning.encode() for name, beginning in beginnings.items()}
+
+
+if _speedups is not None:
+    class CompiledLibrary(Library):
+        """The same, compiled."""
+
+        __slots__ = ()
+        request_json = _speedups.request_json  # type: ignore[assignment]
+        draw = _speedups.draw  # type: ignore[assignment]
+        draw_some = _speedups.draw_some  # type: ignore[assignment]
+
+        def __init__(self) -> None:
+            super().__init__()
+            addresses = tuple(ctypes.cast(function, ctypes.c_void_p).value
+                              for function in (self.make, self.data, self.media_type, self.report, self.free))
+            _speedups.bind(addresses, Label, _as_bytes(_fields.STRINGS), _as_bytes(_fields.NUMBERS),
+                           _as_bytes(_fields.BOOLEANS), _fields.KINDS, _fields.LONGEST, _fields.MOST,
+                           _fields.request_json, _error)
+
 
 def _prototype(function: Any, result: Any, *arguments: Any) -> Any:
     function.restype = result
@@ -42,65 +114,24 @@ def _prototype(function: Any, result: Any, *arguments: Any) -> Any:
     return function
 
 
-_library: Optional[_Library] = None
+_library: Optional[Library] = None
 # There are few media types.
 _text_of: Callable[[bytes], str] = functools.lru_cache(maxsize=16)(bytes.decode)
 
 
-def functions() -> _Library:
+def functions() -> Library:
     """The library, opened at its first use."""
     global _library
     if _library is None:
-        _library = _Library()
+        _library = Library() if _speedups is None else CompiledLibrary()
     return _library
 
 
-def draw(request: bytes) -> Union[Label, LabelError]:
-    """The label of a request, or the error that refuses it."""
-    library = _library or functions()
-    return _take(library, library.make(request, len(request)), request)
-
-
-def draw_some(requests: List[Union[bytes, LabelError]], deadline: float) -> List[Union[Label, LabelError]]:
-    """Those of many, from the first until it is time to end; an error stands for itself. All are drawn before the first
-    is taken: a thread that wants the interpreter's lock after each of them waits for the others' most of the time."""
-    library = _library or functions()
-    make = library.make
-    drawn: List[Any] = []
-    taken: List[Union[Label, LabelError]] = []
-    try:
-        for request in requests:
-            drawn.append(make(request, len(request)) if isinstance(request, bytes) else request)
-            if monotonic() > deadline:
-                break
-        drawn.reverse()
-        while drawn:
-            made, request = drawn.pop(), requests[len(taken)]
-            taken.append(_take(library, made, request) if isinstance(request, bytes) else request)
-        return taken
-    finally:
-        for made in drawn:
-            if not isinstance(made, LabelError):
-                library.free(made)
-
-
-def _take(library: _Library, made: Any, request: bytes) -> Union[Label, LabelError]:
-    """What the library made, as Python's own; the library's is freed."""
-    try:
-        length = c_size_t()
-        data = library.data(made, length)  # by reference: the prototype says so
-        if not data:
-            return _error(library.report(made), request)
-        return Label(library.bytes_at(data, length.value), _text_of(library.media_type(made)), library.report(made))
-    finally:
-        library.free(made)
-
-
-def _error(text: bytes, request: bytes) -> LabelError:
+def _error(text: bytes, request: Optional[bytes]) -> LabelError:
     """An empty report is that of no label at all."""
     if not text:
         return refusal("out_of_memory", "", "There is not enough memory for the label; ask for a smaller one.")
     report = json.loads(text)
-    if report["error"]["field"] == "text_base64" and isinstance(request, BytesRequest):
+    if report["error"]["field"] == "text_base64" and isinstance(request, _fields.BytesRequest):
         report["error"]["field"] = "text"
     return LabelError(report)

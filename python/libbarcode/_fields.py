@@ -83,17 +83,18 @@ KINDS: Dict[str, str] = {
     **dict.fromkeys(("show_text", "even_spacing", "show_start_stop", "extended_guard", "strict"), _BOOLEAN),
 }
 # Of each field its name in JSON. An enum's member is found by its value, whatever it is printed as.
-_STRINGS = {name: f'"{name}":' for name, kind in KINDS.items() if kind in (_STRING, _TEXT, _STRING_OR_NUMBER)}
-_NUMBERS = {name: f'"{name}":' for name, kind in KINDS.items() if kind in (_NUMBER, _STRING_OR_NUMBER)}
+STRINGS = {name: f'"{name}":' for name, kind in KINDS.items() if kind in (_STRING, _TEXT, _STRING_OR_NUMBER)}
+NUMBERS = {name: f'"{name}":' for name, kind in KINDS.items() if kind in (_NUMBER, _STRING_OR_NUMBER)}
+BOOLEANS = {name: f'"{name}":' for name, kind in KINDS.items() if kind is _BOOLEAN}
 
 # A JSON string; what is not ASCII stays as it is. The encoder's own function saves a call for each string.
 _quote: Callable[[str], str] = getattr(json.encoder, "encode_basestring", json.JSONEncoder(ensure_ascii=False).encode)
 
 # JSON has neither NaN nor infinities, and no field takes numbers that are larger than these: the library says so.
 _NO_NUMBER = "1e999"
-_MOST = 2**53
+MOST = 2**53
 # No label takes a sixth of this. What is longer is refused for its beginning, without a copy of the rest.
-_LONGEST = 2**16
+LONGEST = 2**16
 
 
 class BytesRequest(bytes):
@@ -104,10 +105,10 @@ def request_json(fields: Dict[str, object]) -> bytes:
     """The request as the library reads it. TypeError for a value of another Python type than the field's."""
     pieces: List[str] = []
     for name, value in fields.items():
-        if type(value) is str and name in _STRINGS and len(value) <= _LONGEST:
-            pieces.append(_STRINGS[name] + _quote(value))
-        elif type(value) is int and name in _NUMBERS and -_MOST < value < _MOST:
-            pieces.append(f"{_NUMBERS[name]}{value}")
+        if type(value) is str and name in STRINGS and len(value) <= LONGEST:
+            pieces.append(STRINGS[name] + _quote(value))
+        elif type(value) is int and name in NUMBERS and -MOST < value < MOST:
+            pieces.append(f"{NUMBERS[name]}{value}")
         elif value is not None or name not in KINDS:
             pieces.append(_piece(name, value, fields))
     try:
@@ -125,25 +126,23 @@ def _piece(name: object, value: object, fields: Mapping[str, object]) -> str:
     kind = KINDS.get(name)
     if kind is None:
         return f"{_quote(name)}:null"  # the library refuses the name
-    if kind is _BOOLEAN:
-        if not isinstance(value, bool):
-            _wrong_type(name, value)
-        return f'"{name}":{"true" if value else "false"}'
-    if name in _STRINGS and isinstance(value, str):
-        return _STRINGS[name] + _quote(str.__getitem__(value, slice(_LONGEST)))
+    if name in BOOLEANS and isinstance(value, bool):
+        return BOOLEANS[name] + ("true" if value else "false")
+    if name in STRINGS and isinstance(value, str):
+        return STRINGS[name] + _quote(str.__getitem__(value, slice(LONGEST)))
     if kind is _TEXT and isinstance(value, _BYTES):
         if fields.get("text_base64") is not None:
             return '"text":""'  # there are two texts: the library says so
-        return f'"text_base64":"{base64.b64encode(memoryview(value).cast("B")[:_LONGEST]).decode()}"'
-    if name in _NUMBERS and isinstance(value, numbers.Real) and not isinstance(value, bool):
-        return f'"{name}":{_number(value)}'
+        return f'"text_base64":"{base64.b64encode(memoryview(value).cast("B")[:LONGEST]).decode()}"'
+    if name in NUMBERS and isinstance(value, numbers.Real) and not isinstance(value, bool):
+        return NUMBERS[name] + _number(value)
     _wrong_type(name, value)
 
 
 def _number(value: numbers.Real) -> str:
     if isinstance(value, numbers.Integral):
         whole = operator.index(value)
-        return int.__repr__(whole) if -_MOST < whole < _MOST else _NO_NUMBER
+        return int.__repr__(whole) if -MOST < whole < MOST else _NO_NUMBER
     try:
         real = float(value)
     except OverflowError:

@@ -2,20 +2,17 @@
 
 import os
 import threading
-import time
 from collections import deque
+from time import monotonic
 from typing import Deque, Generator, Iterable, Iterator, List, Literal, Mapping, Optional, Union, overload
 
-from ._drawing import draw_some, functions
+from ._drawing import Library, Made, functions
 from ._errors import LabelError
-from ._fields import request_json
 from ._label import Label
 
-Made = Union[Label, LabelError]
-
 # A thread gets this many requests at once, or fewer where they are long or come slowly: handing over costs as much as
-# a few labels.
-_MOST_IN_CHUNK = 64
+# a few dozen quick labels, and asking for the interpreter's lock as well.
+_MOST_IN_CHUNK = 256
 _MOST_BYTES = 256 * 1024
 _MOST_SECONDS = 0.002
 _CHUNKS_PER_WORKER = 2
@@ -35,10 +32,11 @@ def labels(requests: Iterable[Mapping[str, object]], *, workers: Optional[int] =
 
 def labels(requests: Iterable[Mapping[str, object]], *, workers: Optional[int] = None,
            errors: str = "raise") -> Generator[Made, None, None]:
-    """The labels of many requests, in their order, drawn on `workers` threads: one for each processor unless told.
+    """The labels of many requests, in their order, drawn on `workers` threads: one for each processor unless told. The
+    thread that asks for labels is one of them.
 
     A request is a mapping of the fields that label() takes: {"type": "qr", "text": "hello"}. They are read a little
-    ahead, 128 for each worker at most, and labels wait for their turn, so that memory does not grow with their number;
+    ahead, 512 for each worker at most, and labels wait for their turn, so that memory does not grow with their number;
     the iterable may be without end. It is read on the thread that asks for labels; where a request takes longer to come
     than a label to draw, the labels of those before are given first.
 
@@ -54,8 +52,8 @@ def labels(requests: Iterable[Mapping[str, object]], *, workers: Optional[int] =
         raise TypeError(f"workers must be an int, not {type(workers).__name__}")
     if workers < 1:
         raise ValueError(f"workers must be 1 or more, not {workers}")
-    functions()  # a missing library is told here
-    return _stream(_Reader(iter(requests)), workers, errors == "raise")
+    library = functions()  # a missing one is told here
+    return _stream(_Reader(library, iter(requests)), workers, errors == "raise")
 
 
 class _Chunk:
@@ -70,35 +68,43 @@ class _Chunk:
         self.seconds_each = 0.0
 
     def draw(self) -> None:
-        begin = time.monotonic()
+        begin = monotonic()
         try:
-            self.made = draw_some(self.requests, begin + _DRAWING_SECONDS)
+            self.made = functions().draw_some(self.requests, _DRAWING_SECONDS)
         except BaseException as error:
             self.failure = error
         else:
             rest = self.requests[len(self.made):]
             middle = (len(rest) + 1) // 2  # for two threads
             self.rest = [_Chunk(part) for part in (rest[:middle], rest[middle:]) if part]
-        self.seconds_each = (time.monotonic() - begin) / (len(self.made) or 1)
+        self.seconds_each = (monotonic() - begin) / (len(self.made) or 1)
         self.requests = []
 
 
-class _Worker(threading.Thread):
+class _Helper(threading.Thread):
     """A thread that draws what waits, and ends."""
 
 
-class _Workers:
-    """Threads as long as there is work: none is idle, so that none has to be woken when the interpreter ends."""
+class _Team:
+    """The thread that asks for labels, and its helpers: as long as there is work, none is idle, so that none has to be
+    woken when the interpreter ends."""
 
-    def __init__(self, most: int) -> None:
-        self._most = most
+    def __init__(self, helpers: int) -> None:
+        self._most = helpers
         self._lock = threading.Lock()
         self._waiting: Deque[_Chunk] = deque()
         self._active = 0
-        self._threads: List[_Worker] = []
+        self._threads: List[_Helper] = []
         self._stop = False
-        self._asks = True
+        self.asks = True
         self._asking = threading.current_thread()
+        self._asking_ident = threading.get_ident()
+
+    def asked(self) -> None:
+        self.asks = True
+        if self._asking_ident != threading.get_ident():
+            self._asking = threading.current_thread()
+            self._asking_ident = threading.get_ident()
 
     def over(self) -> bool:
         """Nobody can want more labels: the thread that asks for them has ended, or the interpreter is ending."""
@@ -106,14 +112,11 @@ class _Workers:
             return True
         if self._asking.daemon:
             return not threading.main_thread().is_alive()
-        return not (self._asks or self._asking.is_alive())
+        return not (self.asks or self._asking.is_alive())
 
-    def asked(self) -> None:
-        self._asking = threading.current_thread()
-        self._asks = True
-
-    def answered(self) -> None:
-        self._asks = False
+    def has_enough(self) -> bool:
+        """Whether a chunk waits for each helper."""
+        return len(self._waiting) >= self._most
 
     def add(self, chunk: _Chunk) -> None:
         with self._lock:
@@ -121,15 +124,18 @@ class _Workers:
         self._start()
 
     def finish(self, chunk: _Chunk) -> None:
-        self._start()  # where a chunk came apart there is work for one more
-        chunk.done.wait()
+        """Draws, too, until the chunk is done."""
+        self._start()  # where one came apart there is work for more
+        while not chunk.done.is_set():
+            if not self._draw_next():
+                chunk.done.wait()
         if chunk.failure is not None:
             raise chunk.failure
 
     def close(self) -> None:
-        """Ends the threads. None of them waits for others: the garbage collector may come here on any thread."""
+        """Ends the helpers. None of them waits for others: the garbage collector may come here on any thread."""
         self._stop = True
-        if not isinstance(threading.current_thread(), _Worker):
+        if not isinstance(threading.current_thread(), _Helper):
             for thread in self._threads:
                 if thread.ident is not None:  # it has started
                     thread.join()
@@ -139,35 +145,39 @@ class _Workers:
             if not self._waiting or self._active >= self._most:
                 return
             self._active += 1
-        thread = _Worker(target=self._work, name="libbarcode")
+        thread = _Helper(target=self._help, name="libbarcode")
         # Before it starts: an interrupted start has started it too.
         self._threads = [one for one in self._threads if one.is_alive()] + [thread]
         try:
             thread.start()
-        except RuntimeError:  # the system has no more threads: those that there are do it, or else this one
+        except RuntimeError:  # the system has no more threads: those that there are do it
             with self._lock:
-                alone = self._active == 1
-                self._active -= 0 if alone else 1
-            if alone:
-                self._work()
+                self._active -= 1
 
-    def _work(self) -> None:
-        while True:
-            with self._lock:
-                if not self._waiting or self.over():
-                    self._active -= 1
-                    return
-                chunk = self._waiting.popleft()
-            chunk.draw()
-            with self._lock:
-                self._waiting.extendleft(reversed(chunk.rest))
-            chunk.done.set()
+    def _help(self) -> None:
+        while self._draw_next(helping=True):
+            pass
+
+    def _draw_next(self, helping: bool = False) -> bool:
+        with self._lock:
+            if not self._waiting or (helping and self.over()):
+                self._active -= helping
+                return False
+            chunk = self._waiting.popleft()
+        chunk.draw()
+        with self._lock:
+            self._waiting.extendleft(reversed(chunk.rest))
+        chunk.done.set()
+        if chunk.failure is not None and not isinstance(chunk.failure, Exception):
+            raise chunk.failure  # the user's interrupt is not for this chunk alone
+        return True
 
 
 class _Reader:
     """Requests in chunks, as JSON: what a mapping becomes afterwards does not matter any more."""
 
-    def __init__(self, requests: Iterator[Mapping[str, object]]) -> None:
+    def __init__(self, library: Library, requests: Iterator[Mapping[str, object]]) -> None:
+        self._request_json = library.request_json
         self._requests = requests
         self._next_size = 1  # the first labels come soon
         self._seconds = 0.0
@@ -182,7 +192,7 @@ class _Reader:
         """The next chunk; shorter ones before the end or the failure."""
         chunk: List[Union[bytes, LabelError]] = []
         size = 0
-        begin = before = time.monotonic()
+        begin = before = monotonic()
         try:
             while len(chunk) < self._next_size and size < _MOST_BYTES:
                 try:
@@ -190,9 +200,13 @@ class _Reader:
                 except StopIteration:
                     self.ended = True
                     break
-                chunk.append(_encoded(request))
-                size += len(chunk[-1]) if isinstance(chunk[-1], bytes) else 0
-                now = time.monotonic()
+                try:
+                    encoded = self._encoded(request)
+                    chunk.append(encoded)
+                    size += len(encoded)
+                except LabelError as error:
+                    chunk.append(error)
+                now = monotonic()
                 self._seconds = now - before
                 before = now
                 if now - begin > _MOST_SECONDS:
@@ -203,48 +217,47 @@ class _Reader:
         self._next_size = min(2 * self._next_size, _MOST_IN_CHUNK)
         return chunk
 
-
-def _encoded(request: Mapping[str, object]) -> Union[bytes, LabelError]:
-    if not isinstance(request, Mapping):
-        raise TypeError(f"a request must be a mapping of fields, not {type(request).__name__}")
-    try:
-        return request_json(dict(request))  # what it is at this moment
-    except LabelError as error:
-        return error
+    def _encoded(self, request: Mapping[str, object]) -> bytes:
+        if type(request) is dict:
+            return self._request_json(request)
+        if not isinstance(request, Mapping):
+            raise TypeError(f"a request must be a mapping of fields, not {type(request).__name__}")
+        return self._request_json(dict(request))
 
 
-def _stream(reader: _Reader, most: int, raises: bool) -> Generator[Made, None, None]:
+def _stream(reader: _Reader, workers: int, raises: bool) -> Generator[Made, None, None]:
     process = os.getpid()
-    workers = _Workers(most)
+    team = _Team(workers - 1)
     pending: Deque[_Chunk] = deque()
     drawing_seconds = 0.0
     first = True
     try:
         while True:
-            while not reader.ended and len(pending) < _CHUNKS_PER_WORKER * most:
-                if pending and (first or pending[0].done.is_set() or reader.slower_than(drawing_seconds)):
+            while not reader.ended and len(pending) < _CHUNKS_PER_WORKER * workers:
+                if pending and (first or reader.slower_than(drawing_seconds) or
+                                (pending[0].done.is_set() and team.has_enough())):
                     break
                 requests = reader.read()
                 if requests:
                     pending.append(_Chunk(requests))
-                    workers.add(pending[-1])
+                    team.add(pending[-1])
             if not pending:
                 break
             chunk = pending.popleft()
-            workers.finish(chunk)
+            team.finish(chunk)
             pending.extendleft(reversed(chunk.rest))
             drawing_seconds = chunk.seconds_each
             first = False
             for made in chunk.made:
                 if raises and isinstance(made, LabelError):
                     raise made
-                workers.answered()
+                team.asks = False
                 yield made
                 if os.getpid() != process:
                     raise RuntimeError("labels() does not go on in a child process: its threads are the parent's")
-                workers.asked()
+                team.asked()
         if reader.failure is not None:
             raise reader.failure
     finally:
         if os.getpid() == process:
-            workers.close()
+            team.close()

@@ -1,4 +1,4 @@
-"""What the tests share. The libraries are found on LD_LIBRARY_PATH, the package in this tree."""
+"""What the tests share. The libraries are found on LD_LIBRARY_PATH, the package on PYTHONPATH, or else in this tree."""
 
 import os
 import pathlib
@@ -8,9 +8,9 @@ from typing import List
 import pytest
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(SOURCE / "python"))
-# For the programs that tests run.
-os.environ["PYTHONPATH"] = str(SOURCE / "python")
+# As the programs have it that tests run.
+PACKAGES = pathlib.Path(os.environ.setdefault("PYTHONPATH", str(SOURCE / "python")))
+sys.path.insert(0, str(PACKAGES))
 
 SUPPORT = SOURCE / "tests" / "support"
 

@@ -5,6 +5,7 @@ import itertools
 import multiprocessing
 import os
 import queue
+import signal
 import subprocess
 import sys
 import threading
@@ -67,13 +68,13 @@ def test_reads_a_little_ahead(workers: int) -> None:
     counted = ({"type": "qr", "text": str(next(taken))} for _ in itertools.count())
     made = labels(counted, workers=workers)
     most = 0
-    for given in range(1, 1500):
+    for given in range(1, 6000):
         next(made)
         read = next(taken)
         taken = itertools.count(read)
         most = max(most, read - given)
     made.close()
-    assert 0 < most <= 128 * workers + 64
+    assert 0 < most <= 512 * workers + 256
 
 
 # The most memory of a process in kilobytes. (getrusage also counts what its parent had.)
@@ -303,34 +304,40 @@ def test_early_end_stops_the_threads(end: str) -> None:
 def test_closed_on_one_of_its_threads(monkeypatch: pytest.MonkeyPatch) -> None:
     """The garbage collector may run there: it does not wait for that thread."""
     told: "queue.Queue[object]" = queue.Queue()
-    suspended = threading.Event()
-    draw_some = getattr(_stream, "draw_some")
+    reached, suspended = threading.Event(), threading.Event()
 
-    def closing(*arguments: Any) -> Any:
-        number = next(calls)
-        if number == 1:
-            time.sleep(0.2)  # more is handed out meanwhile
-        elif number == 2:
-            suspended.wait()
-            try:
-                made.close()
-                told.put(None)
-            except BaseException as error:
-                told.put(error)
-        return draw_some(*arguments)
+    class Closing(threading.Event):
+        """Of a chunk that is done."""
 
-    calls = itertools.count()
-    monkeypatch.setattr(_stream, "draw_some", closing)
+        def set(self) -> None:
+            super().set()
+            if threading.current_thread() in own_threads() and not reached.is_set():
+                reached.set()
+                suspended.wait()
+                try:
+                    made.close()
+                    told.put(None)
+                except BaseException as error:
+                    told.put(error)
+
+    chunk = getattr(_stream, "_Chunk")
+    begin = chunk.__init__
+
+    def closing(self: Any, requests: Any) -> None:
+        begin(self, requests)
+        self.done = Closing()
+
+    monkeypatch.setattr(chunk, "__init__", closing)
     made = labels(numbered(), workers=2)
-    next(made)
-    next(made)
+    while not reached.is_set():
+        next(made)
     suspended.set()
     assert told.get(timeout=10) is None and list(made) == []
 
 
 @pytest.mark.parametrize("most", [0, 1, 3])
 def test_threads_that_do_not_start(most: int, monkeypatch: pytest.MonkeyPatch) -> None:
-    """Those that do draw all, or else the thread that asks."""
+    """Those that do draw all, with the thread that asks."""
     start, started = threading.Thread.start, itertools.count()
 
     def some(thread: threading.Thread) -> None:
@@ -358,6 +365,24 @@ def test_threads_end_with_the_requests() -> None:
     for _ in labels(numbered(300), workers=4):
         pass
     assert not own_threads()
+
+
+@pytest.mark.parametrize("workers", [1, 2])
+def test_interrupted_by_the_user(workers: int) -> None:
+    """At once, whichever label is drawn at that moment."""
+    def interrupted() -> None:
+        signal.setitimer(signal.ITIMER_REAL, 0.3)
+        for _ in labels(numbered(format="png", width=2000, height=2000), workers=workers):
+            pass
+
+    before = signal.signal(signal.SIGALRM, signal.default_int_handler)
+    begin = time.monotonic()
+    try:
+        with pytest.raises(KeyboardInterrupt):
+            interrupted()
+    finally:
+        signal.signal(signal.SIGALRM, before)
+    assert time.monotonic() - begin < 5 and not own_threads()
 
 
 def test_never_begun() -> None:

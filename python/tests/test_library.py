@@ -13,7 +13,7 @@ import sys
 from typing import Any, Callable, Iterator, List, Tuple
 
 import pytest
-from conftest import SOURCE
+from conftest import PACKAGES, SOURCE
 from libbarcode import library
 from libbarcode.library import Barcode, ClosedError, DrawError, Symbology, quiet
 
@@ -335,7 +335,6 @@ def test_forgotten_handles_are_freed() -> None:
 
 def test_missing_library(tmp_path: pathlib.Path) -> None:
     """The module is imported all the same; the first use says what to install."""
-    package = SOURCE / "python" / "libbarcode"
     code = ("import libbarcode, libbarcode.library as library\n"
             "def told(use):\n"
             "    try: use()\n"
@@ -348,7 +347,7 @@ def test_missing_library(tmp_path: pathlib.Path) -> None:
             "with library.quiet(): pass\n"
             "exec('from libbarcode import *')\n"
             "assert not hasattr(libbarcode, '__version__') and not hasattr(libbarcode, 'nothing')\n")
-    bare = {"PYTHONPATH": str(package.parent)}
+    bare = {"PYTHONPATH": str(PACKAGES)}
     result = run(code, env=bare)
     lines = result.stdout.decode().splitlines()
     assert result.returncode == 0 and len(lines) == 6, result.stderr.decode()
@@ -359,9 +358,7 @@ def test_missing_library(tmp_path: pathlib.Path) -> None:
 def test_broken_library_beside_the_package(tmp_path: pathlib.Path) -> None:
     """It is not passed over for the system's."""
     package = tmp_path / "libbarcode"
-    package.mkdir()
-    for file in (SOURCE / "python" / "libbarcode").glob("*.py"):
-        (package / file.name).write_bytes(file.read_bytes())
+    shutil.copytree(PACKAGES / "libbarcode", package)
     (package / "libbarcode_label.so").write_text("no library")
     result = run("import libbarcode; libbarcode.label('qr', 'x')", cwd=tmp_path,
                  env={**os.environ, "PYTHONPATH": str(tmp_path)})
@@ -372,7 +369,7 @@ def test_broken_library_beside_the_package(tmp_path: pathlib.Path) -> None:
     ("libbarcode_label", "libbarcode", "libbarcode.label('qr', 'x')"),
     ("libbarcode", "libbarcode_label", "libbarcode.library.Barcode(0)")])
 def test_another_library_under_the_name(stem: str, other: str, use: str, tmp_path: pathlib.Path) -> None:
-    shutil.copytree(SOURCE / "python" / "libbarcode", tmp_path / "libbarcode")
+    shutil.copytree(PACKAGES / "libbarcode", tmp_path / "libbarcode")
     folders = os.environ["LD_LIBRARY_PATH"].split(":")
     there = next(file for folder in folders for file in pathlib.Path(folder or ".").glob(f"{other}.so.1"))
     shutil.copy(there, tmp_path / "libbarcode" / f"{stem}.so")
