@@ -3,7 +3,7 @@
 
 import { availableParallelism, cpus } from "node:os";
 
-import { outcomes } from "./label.js";
+import { Outcomes } from "./label.js";
 import * as native from "./native.js";
 import { isRefusal, requestText } from "./request.js";
 
@@ -16,6 +16,9 @@ const chunkMicroseconds = 4000;
 const largestChunk = 64;
 // What waits for the reader, made or being made, for each worker; in chunks.
 const chunksPerWorker = 2;
+// For the pictures of a chunk. Larger rooms come where they are needed, and those beyond the most are not kept.
+const roomSize = 1 << 16;
+const largestRoom = 1 << 20;
 const mostWorkers = 1024;
 const threadsOfThePool = 4; // unless the user says otherwise
 
@@ -67,6 +70,25 @@ function isPromise(value) {
   return typeof value?.then === "function";
 }
 
+// The outcomes of some requests, and in their places the refusals of the others.
+class OutcomesAndRefusals {
+  #outcomes;
+  #requests;
+  #taken = 0;
+
+  constructor(outcomes, requests) {
+    this.#outcomes = outcomes;
+    this.#requests = requests;
+    this.length = requests.length;
+  }
+
+  take() {
+    const request = this.#requests[this.#taken];
+    ++this.#taken;
+    return typeof request === "string" ? this.#outcomes.take() : request;
+  }
+}
+
 export class LabelStream {
   #source;
   #sourceIsAsync;
@@ -80,7 +102,8 @@ export class LabelStream {
   #isDispatchDue = false;
   #running = 0;
   #chunkSize = 1;
-  #chunks = []; // in order; { results } when they are made
+  #chunks = []; // in order; { results, room } when they are made
+  #rooms = []; // ArrayBuffers of chunks whose labels are taken
   #taken = 0; // of the first chunk
   #inHand = 0; // requests that are read and whose labels are not yet taken
   #readers = []; // calls of next() that wait
@@ -104,10 +127,13 @@ export class LabelStream {
 
   next() {
     const chunk = this.#chunks[0];
-    if (chunk?.results !== undefined && this.#readers.length === 0 && !(chunk.results[this.#taken] instanceof Error)) {
-      const value = this.#take(chunk);
-      this.#read();
-      return Promise.resolve({ value, done: false });
+    if (chunk?.results !== undefined && this.#readers.length === 0) {
+      const result = this.#take(chunk);
+      if (!this.#raises || !(result instanceof Error)) {
+        this.#read();
+        return Promise.resolve({ value: result, done: false });
+      }
+      return new Promise((resolve, reject) => this.#give({ resolve, reject }, result));
     }
     return new Promise((resolve, reject) => {
       this.#readers.push({ resolve, reject });
@@ -145,15 +171,21 @@ export class LabelStream {
   }
 
   #take(chunk) {
-    const result = chunk.results[this.#taken];
-    chunk.results[this.#taken] = undefined;
+    const result = chunk.results.take();
     ++this.#taken;
     --this.#inHand;
     if (this.#taken === chunk.results.length) {
       this.#chunks.shift();
       this.#taken = 0;
+      this.#keepRoom(chunk.room);
     }
     return result;
+  }
+
+  #keepRoom(room) {
+    if (room !== undefined && room.byteLength <= largestRoom) {
+      this.#rooms.push(room);
+    }
   }
 
   #give(reader, result) {
@@ -290,7 +322,7 @@ export class LabelStream {
 
   #dispatch() {
     while (this.#running < this.#workers && this.#requests.length > 0) {
-      const chunk = { results: undefined };
+      const chunk = { results: undefined, room: undefined };
       this.#chunks.push(chunk);
       this.#make(chunk, this.#nextRequests());
     }
@@ -312,14 +344,15 @@ export class LabelStream {
     const texts = requests.filter((request) => typeof request === "string");
     ++this.#running;
     try {
-      const made = await native.makeLabels(texts.join("\n"));
-      const results = outcomes(made, texts.length);
-      let index = 0;
-      chunk.results =
-        texts.length === requests.length ? results : requests.map((each) => (typeof each === "string" ? results[index++] : each));
+      const made = await native.makeLabels(texts.join("\n"), this.#rooms.pop() ?? new ArrayBuffer(roomSize));
       this.#adapt(texts.length, made[1]);
+      chunk.results = new Outcomes(made, texts.length);
+      chunk.room = made[2];
     } catch (error) {
-      chunk.results = requests.map(() => error);
+      chunk.results = { length: texts.length, take: () => error };
+    }
+    if (texts.length < requests.length) {
+      chunk.results = new OutcomesAndRefusals(chunk.results, requests);
     }
     --this.#running;
     this.#dispatch();
@@ -338,6 +371,7 @@ export class LabelStream {
     this.#requests = [];
     this.#requestsLength = 0;
     this.#chunks = [];
+    this.#rooms = [];
     this.#taken = 0;
     this.#inHand = 0;
     for (const reader of this.#readers.splice(0)) {

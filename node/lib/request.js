@@ -126,12 +126,52 @@ export function requestOf(words) {
   return { ...fields, type: first, text };
 }
 
+// Whether the JSON of these members is a request's as it stands: nothing in it has to be judged or written otherwise.
+function areOrdinary(members) {
+  let count = 0;
+  for (const name in members) {
+    const value = members[name];
+    switch (typeof value) {
+      case "string":
+        if (value.length > longestText) {
+          return false;
+        }
+        break;
+      case "number":
+        if (!Number.isFinite(value)) {
+          return false;
+        }
+        break;
+      case "boolean":
+      case "undefined":
+        break;
+      default:
+        return false;
+    }
+    if (name.length > longestName || ++count > mostMembers) {
+      return false;
+    }
+  }
+  return members.toJSON === undefined;
+}
+
 // The JSON of a request; throws what is wrong with it. Each member is read once.
 export function requestText(request) {
   if (typeof request !== "object" || request === null || Array.isArray(request)) {
     const message = `A request is one object, { type: "qr", text: "hello" }, not of type ${kindOf(request)}.`;
     throw typeError("bad_request", "", message);
   }
+  const members = { ...request };
+  if (areOrdinary(members)) {
+    const text = JSON.stringify(members);
+    if (!text.includes("\\ud")) { // half of a surrogate pair, or what looks like one
+      return text;
+    }
+  }
+  return membersText(members);
+}
+
+function membersText(request) {
   let text = "{";
   let members = 0;
   for (const name of Object.keys(request)) {

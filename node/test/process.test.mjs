@@ -130,13 +130,13 @@ test("exhausted memory is a LabelError", () => {
     import { execFileSync } from "node:child_process";
     import { readFileSync } from "node:fs";
     import { LabelError } from "libbarcode";
-    import { outcome, outcomes } from "./../node_modules/libbarcode/lib/label.js";
+    import { outcomeNow, Outcomes } from "./../node_modules/libbarcode/lib/label.js";
     import * as native from "./../node_modules/libbarcode/lib/native.js";
     const request = JSON.stringify({ type: "qr", text: "a", caption: "a".repeat(300_000_000) });
     await native.makeLabels("{}"); // the threads of the pool
     const kilobytes = Number(/VmSize:\\s+(\\d+)/.exec(readFileSync("/proc/self/status", "utf-8"))[1]);
     execFileSync("prlimit", ["--pid", process.pid, "--as=" + (kilobytes * 1024 + 200_000_000)]);
-    const errors = [outcome(...native.makeLabel(request)), ...outcomes(await native.makeLabels(request), 1)];
+    const errors = [outcomeNow(native.makeLabel(request)), new Outcomes(await native.makeLabels(request), 1).take()];
     console.log(errors.map((error) => error instanceof LabelError && error.code).join());`);
   assert.equal(status, 0, stderr);
   assert.equal(stdout, "out_of_memory,out_of_memory\n");
