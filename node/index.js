@@ -19,7 +19,7 @@ export function label(...words) {
 
 export async function labelAsync(...words) {
   const text = requestText(requestOf(words));
-  return delivered(new Outcomes(await native.makeLabels(text), 1).take());
+  return delivered(new Outcomes(await native.makeLabels(text, native.createLanes(1)), 1).take());
 }
 
 export function labels(requests, options) {

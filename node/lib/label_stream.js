@@ -1,5 +1,6 @@
 // Labels of many requests, in their order: a request is read when there is room for its label, and labels are made in
-// chunks, each by one call that runs on a thread of Node's pool.
+// chunks, each by one call that runs on a thread of Node's pool. A thread that has made one goes on with the next that
+// waits: the event loop takes its time.
 
 import { availableParallelism, cpus } from "node:os";
 
@@ -96,11 +97,12 @@ export class LabelStream {
   #isRead = false; // the source has ended, or is not wanted any more
   #sourceError = undefined; // { error } that the source has thrown
   #workers;
+  #lanes;
   #raises;
-  #requests = []; // read, but not yet given to a worker: texts and refusals
+  #requests = []; // read, but not yet given to the workers: texts and refusals
   #requestsLength = 0; // in characters
   #isDispatchDue = false;
-  #running = 0;
+  #given = 0; // chunks that are being made or wait for it
   #chunkSize = 1;
   #chunks = []; // in order; { results, room } when they are made
   #rooms = []; // ArrayBuffers of chunks whose labels are taken
@@ -117,6 +119,7 @@ export class LabelStream {
     }
     this.#workers = workersOf(options.workers);
     this.#raises = raisesErrors(options.errors);
+    this.#lanes = native.createLanes(this.#workers);
     this.#sourceIsAsync = typeof requests[Symbol.asyncIterator] === "function";
     this.#source = this.#sourceIsAsync ? requests[Symbol.asyncIterator]() : requests[Symbol.iterator]();
   }
@@ -321,7 +324,7 @@ export class LabelStream {
   }
 
   #dispatch() {
-    while (this.#running < this.#workers && this.#requests.length > 0) {
+    while (this.#given < chunksPerWorker * this.#workers && this.#requests.length > 0) {
       const chunk = { results: undefined, room: undefined };
       this.#chunks.push(chunk);
       this.#make(chunk, this.#nextRequests());
@@ -342,9 +345,9 @@ export class LabelStream {
 
   async #make(chunk, requests) {
     const texts = requests.filter((request) => typeof request === "string");
-    ++this.#running;
+    ++this.#given;
     try {
-      const made = await native.makeLabels(texts.join("\n"), this.#rooms.pop() ?? new ArrayBuffer(roomSize));
+      const made = await native.makeLabels(texts.join("\n"), this.#lanes, this.#rooms.pop() ?? new ArrayBuffer(roomSize));
       this.#adapt(texts.length, made[1]);
       chunk.results = new Outcomes(made, texts.length);
       chunk.room = made[2];
@@ -354,7 +357,7 @@ export class LabelStream {
     if (texts.length < requests.length) {
       chunk.results = new OutcomesAndRefusals(chunk.results, requests);
     }
-    --this.#running;
+    --this.#given;
     this.#dispatch();
     this.#serve();
   }
@@ -368,6 +371,7 @@ export class LabelStream {
     const isOpen = !this.#isRead;
     this.#isRead = true;
     this.#sourceError = undefined;
+    native.stopLanes(this.#lanes);
     this.#requests = [];
     this.#requestsLength = 0;
     this.#chunks = [];

@@ -1,15 +1,19 @@
-// The label library as a module of Node. A request is a JSON text; an answer is a label's media type and behind it
-// the text of its report, or nothing where memory was exhausted. What is beyond that is JavaScript's.
+// The label library as a module of Node. A request is a JSON text; an answer is a label's media type and
+// behind it the text of its report, or nothing where memory was exhausted. What is beyond that is
+// JavaScript's.
 #include <barcode_label.h>
 #include <node_api.h>
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <deque>
 #include <memory>
+#include <mutex>
 #include <new>
 #include <string>
 #include <string_view>
@@ -86,8 +90,9 @@ napi_value ToUint8Array(napi_env env, const unsigned char* bytes, std::size_t le
                                                                                              : nullptr;
 }
 
-// Where a picture is left for JavaScript, which copies it for less than it costs to hand one over: its length, of
-// 32 bits, and its bytes. Each environment has a scratch of its own, an ArrayBuffer, for as long as it lives.
+// Where a picture is left for JavaScript, which copies it for less than it costs to hand one over: its
+// length, of 32 bits, and its bytes. Each environment has a scratch of its own, an ArrayBuffer, for as long
+// as it lives.
 constexpr std::size_t kScratchSize = std::size_t{1} << 16U;
 
 // Whether there was room.
@@ -174,8 +179,8 @@ napi_value ToArray(napi_env env, const std::array<napi_value, kCount>& values) {
   return areSet ? array : nullptr;
 }
 
-// makeLabel(request): the answer; the picture, empty where the label was refused, is in the scratch. One that is
-// larger comes in an array behind the answer.
+// makeLabel(request): the answer; the picture, empty where the label was refused, is in the scratch. One that
+// is larger comes in an array behind the answer.
 napi_value MakeLabelNow(napi_env env, napi_callback_info info) {
   std::array<napi_value, 1> arguments = {};
   void* scratch = nullptr;
@@ -192,9 +197,9 @@ napi_value MakeLabelNow(napi_env env, napi_callback_info info) {
   return result != nullptr ? result : Failed(env);
 }
 
-// Labels that are made one after the other on a thread of Node's pool. A call from JavaScript and back costs
-// as much as a good part of a small label: what there is of many goes as one string, a line for each. The
-// labels themselves are freed where they were made, which costs least.
+// Labels that are made one after the other on a thread of Node's pool: a chunk. A call from JavaScript and
+// back costs as much as a good part of a small label: what there is of many goes as one string, a line for
+// each. The labels themselves are freed where they were made, which costs least.
 struct Work {
   std::string requests;
   std::string answers;
@@ -203,9 +208,9 @@ struct Work {
   unsigned char* room = nullptr;       // for lengths and pictures; an ArrayBuffer that `roomKeeper` holds
   std::size_t roomSize = 0;
   napi_ref roomKeeper = nullptr;
+  bool isPacked = false;  // the results are in the room
   double microseconds = 0;
   napi_deferred deferred = nullptr;
-  napi_async_work handle = nullptr;
 };
 
 void MakeLabels(Work& work) {
@@ -225,8 +230,8 @@ void MakeLabels(Work& work) {
   }
 }
 
-// What JavaScript gets of the pictures: of 32 bits each, how many there are, and their lengths; behind these the
-// pictures.
+// What JavaScript gets of the pictures: of 32 bits each, how many there are, and their lengths; behind these
+// the pictures.
 std::size_t PackedSize(const Work& work) {
   return (work.lengths.size() + 1) * sizeof(std::uint32_t) + work.pictures.size();
 }
@@ -245,8 +250,7 @@ bool HasRoom(const Work& work) {
   return PackedSize(work) <= work.roomSize;
 }
 
-void Execute(napi_env /*env*/, void* data) {
-  auto& work = *static_cast<Work*>(data);
+void MakeWork(Work& work) {
   const auto begin = std::chrono::steady_clock::now();
   try {
     MakeLabels(work);
@@ -255,6 +259,8 @@ void Execute(napi_env /*env*/, void* data) {
   }
   if (HasRoom(work)) {
     Pack(work, work.room);
+    std::vector<unsigned char>().swap(work.pictures);  // where it was allocated, which costs least
+    work.isPacked = true;
   }
   work.microseconds =
       std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - begin).count();
@@ -268,7 +274,7 @@ napi_value ToDouble(napi_env env, double number) {
 // An ArrayBuffer: that of the room, or where there is not enough of it, one of their own.
 napi_value Pictures(napi_env env, const Work& work) {
   napi_value buffer = nullptr;
-  if (HasRoom(work)) {
+  if (work.isPacked) {
     return napi_get_reference_value(env, work.roomKeeper, &buffer) == napi_ok ? buffer : nullptr;
   }
   void* bytes = nullptr;
@@ -281,7 +287,8 @@ napi_value Pictures(napi_env env, const Work& work) {
 
 // The answers, a line each, the microseconds that they took, and the pictures.
 napi_value Results(napi_env env, const Work& work) {
-  return ToArray(env, std::array{ToString(env, work.answers), ToDouble(env, work.microseconds), Pictures(env, work)});
+  return ToArray(
+      env, std::array{ToString(env, work.answers), ToDouble(env, work.microseconds), Pictures(env, work)});
 }
 
 // Without an ArrayBuffer there is no room.
@@ -305,52 +312,245 @@ void FreeRoom(napi_env env, Work& work) {
   }
 }
 
+// What each environment of Node has of its own, for as long as it lives. It waits for the threads of its pool
+// before it ends.
+struct Environment {
+  napi_threadsafe_function deliver = nullptr;
+  std::size_t pending = 0;  // works that are not delivered: for these the process stays
+};
+
 // An environment that is going down takes no results; the work is freed all the same.
-void Complete(napi_env env, napi_status status, void* data) {
-  const std::unique_ptr<Work> work(static_cast<Work*>(data));
-  if (napi_value results = status == napi_ok ? Results(env, *work) : nullptr; results != nullptr) {
-    napi_resolve_deferred(env, work->deferred, results);
+void Conclude(napi_env env, Work& work) {
+  if (napi_value results = Results(env, work); results != nullptr) {
+    napi_resolve_deferred(env, work.deferred, results);
   } else if (napi_value error = Failure(env); error != nullptr) {
-    napi_reject_deferred(env, work->deferred, error);
+    napi_reject_deferred(env, work.deferred, error);
   }
-  FreeRoom(env, *work);
-  napi_delete_async_work(env, work->handle);
+  FreeRoom(env, work);
 }
 
-// The promise of its results; nullptr when it is not queued.
-napi_value Queue(napi_env env, Work& work) {
-  napi_value promise = nullptr;
+void Deliver(napi_env env, napi_value /*function*/, void* context, void* data) {
+  const std::unique_ptr<Work> work(static_cast<Work*>(data));
+  if (env == nullptr) {
+    return;  // it has gone down, and the references with it
+  }
+  auto& environment = *static_cast<Environment*>(context);
+  --environment.pending;
+  if (environment.pending == 0) {
+    napi_unref_threadsafe_function(env, environment.deliver);
+  }
+  Conclude(env, *work);
+}
+
+// Works, and how many threads of the pool make them at a time. Such a lane goes from one work to the next
+// without waiting until the event loop comes round to it.
+class Lanes {
+ public:
+  explicit Lanes(std::size_t most) : m_most(most) {}
+
+  // Whether it needs a further lane.
+  bool Add(std::unique_ptr<Work> work) {
+    const std::lock_guard lock(m_mutex);
+    m_waiting.push_back(std::move(work));
+    if (m_running == m_most) {
+      return false;
+    }
+    ++m_running;
+    return true;
+  }
+
+  // Nullptr where there is none: that ends the lane.
+  std::unique_ptr<Work> Next() {
+    const std::lock_guard lock(m_mutex);
+    if (m_waiting.empty()) {
+      --m_running;
+      return nullptr;
+    }
+    std::unique_ptr<Work> work = std::move(m_waiting.front());
+    m_waiting.pop_front();
+    return work;
+  }
+
+  // Nobody wants the labels of the works that wait.
+  void Stop() { m_isStopped = true; }
+  bool IsStopped() const { return m_isStopped; }
+
+ private:
+  std::mutex m_mutex;
+  std::deque<std::unique_ptr<Work>> m_waiting;
+  std::size_t m_running = 0;
+  std::size_t m_most;
+  std::atomic<bool> m_isStopped = false;
+};
+
+struct Lane {
+  std::shared_ptr<Lanes> lanes;
+  Environment* environment = nullptr;
+  napi_async_work handle = nullptr;
+  bool isInterrupted = false;
+};
+
+// After a while a lane lets others have the thread, and queues up again.
+constexpr std::chrono::milliseconds kLaneTime(20);
+
+void RunLane(napi_env /*env*/, void* data) {
+  auto& lane = *static_cast<Lane*>(data);
+  const auto end = std::chrono::steady_clock::now() + kLaneTime;
+  while (!lane.isInterrupted) {
+    std::unique_ptr<Work> work = lane.lanes->Next();
+    if (work == nullptr) {
+      return;
+    }
+    if (!lane.lanes->IsStopped()) {
+      MakeWork(*work);
+    }
+    lane.isInterrupted = std::chrono::steady_clock::now() > end;
+    napi_call_threadsafe_function(lane.environment->deliver, work.release(), napi_tsfn_nonblocking);
+  }
+}
+
+void EndLane(napi_env env, napi_status status, void* data);
+
+bool QueueLane(napi_env env, std::unique_ptr<Lane> lane) {
   napi_value name = ToString(env, "libbarcode");
-  if (name == nullptr || napi_create_promise(env, &work.deferred, &promise) != napi_ok ||
-      napi_create_async_work(env, nullptr, name, Execute, Complete, &work, &work.handle) != napi_ok) {
-    return nullptr;
+  lane->isInterrupted = false;
+  if (name == nullptr ||
+      napi_create_async_work(env, nullptr, name, RunLane, EndLane, lane.get(), &lane->handle) != napi_ok) {
+    return false;
   }
-  if (napi_queue_async_work(env, work.handle) != napi_ok) {
-    napi_delete_async_work(env, work.handle);
-    return nullptr;
+  if (napi_queue_async_work(env, lane->handle) != napi_ok) {
+    napi_delete_async_work(env, lane->handle);
+    return false;
   }
-  return promise;
+  static_cast<void>(lane.release());  // EndLane frees it
+  return true;
 }
 
-// makeLabels(requests, room): a promise of the results. `room`, which need not be there, is an ArrayBuffer for the
-// pictures: nobody else may use it until then.
+// Without the lane its works are over: nothing of them is made, as where memory is exhausted.
+void StartLane(napi_env env, std::unique_ptr<Lane> lane) {
+  const std::shared_ptr<Lanes> lanes = lane->lanes;
+  Environment& environment = *lane->environment;
+  if (QueueLane(env, std::move(lane))) {
+    return;
+  }
+  for (std::unique_ptr<Work> work = lanes->Next(); work != nullptr; work = lanes->Next()) {
+    Deliver(env, nullptr, &environment, work.release());
+  }
+}
+
+void EndLane(napi_env env, napi_status /*status*/, void* data) {
+  std::unique_ptr<Lane> lane(static_cast<Lane*>(data));
+  napi_delete_async_work(env, lane->handle);
+  if (lane->isInterrupted) {
+    StartLane(env, std::move(lane));
+  }
+}
+
+// createLanes(most), for makeLabels and stopLanes.
+napi_value CreateLanes(napi_env env, napi_callback_info info) {
+  std::array<napi_value, 1> arguments = {};
+  std::uint32_t most = 0;
+  if (!ReadArguments(env, info, arguments) || napi_get_value_uint32(env, arguments[0], &most) != napi_ok) {
+    return Failed(env);
+  }
+  const auto free = [](napi_env /*env*/, void* lanes, void* /*hint*/) {
+    const std::unique_ptr<std::shared_ptr<Lanes>> ended(static_cast<std::shared_ptr<Lanes>*>(lanes));
+  };
+  try {
+    auto lanes = std::make_unique<std::shared_ptr<Lanes>>(std::make_shared<Lanes>(most));
+    napi_value value = nullptr;
+    if (napi_create_external(env, lanes.get(), free, nullptr, &value) != napi_ok) {
+      return Failed(env);
+    }
+    static_cast<void>(lanes.release());
+    return value;
+  } catch (const std::bad_alloc&) {
+    return Failed(env);
+  }
+}
+
+// Nullptr, with an exception, for anything else.
+std::shared_ptr<Lanes> ReadLanes(napi_env env, napi_value value) {
+  void* lanes = nullptr;
+  if (napi_get_value_external(env, value, &lanes) != napi_ok) {
+    napi_throw_type_error(env, nullptr, "Lanes must be those of createLanes.");
+    return nullptr;
+  }
+  return *static_cast<std::shared_ptr<Lanes>*>(lanes);
+}
+
+napi_value StopLanes(napi_env env, napi_callback_info info) {
+  std::array<napi_value, 1> arguments = {};
+  const std::shared_ptr<Lanes> lanes =
+      ReadArguments(env, info, arguments) ? ReadLanes(env, arguments[0]) : nullptr;
+  if (lanes == nullptr) {
+    return Failed(env);
+  }
+  lanes->Stop();
+  return nullptr;
+}
+
+Environment* EnvironmentOf(napi_env env) {
+  void* environment = nullptr;
+  return napi_get_instance_data(env, &environment) == napi_ok ? static_cast<Environment*>(environment)
+                                                              : nullptr;
+}
+
+void AddWork(napi_env env, std::unique_ptr<Lane> lane, std::unique_ptr<Work> work) {
+  Environment& environment = *lane->environment;
+  const bool needsLane = lane->lanes->Add(std::move(work));
+  if (environment.pending == 0) {
+    napi_ref_threadsafe_function(env, environment.deliver);
+  }
+  ++environment.pending;
+  if (needsLane) {
+    StartLane(env, std::move(lane));
+  }
+}
+
+// makeLabels(requests, lanes, room): a promise of the results. `room` is an ArrayBuffer for the pictures:
+// nobody else may use it until then. It need not be there.
 napi_value MakeLabelsInPool(napi_env env, napi_callback_info info) {
-  std::array<napi_value, 2> arguments = {};
+  std::array<napi_value, 3> arguments = {};
+  napi_value promise = nullptr;
   try {
     auto work = std::make_unique<Work>();
-    if (!ReadArguments(env, info, arguments) || !ReadRequests(env, arguments[0], work->requests) ||
-        !UseRoom(env, arguments[1], *work)) {
+    auto lane = std::make_unique<Lane>();
+    lane->environment = EnvironmentOf(env);
+    if (lane->environment == nullptr || !ReadArguments(env, info, arguments) ||
+        !ReadRequests(env, arguments[0], work->requests)) {
       return Failed(env);
     }
-    napi_value promise = Queue(env, *work);
-    if (promise == nullptr) {
-      FreeRoom(env, *work);
+    lane->lanes = ReadLanes(env, arguments[1]);
+    if (lane->lanes == nullptr || napi_create_promise(env, &work->deferred, &promise) != napi_ok ||
+        !UseRoom(env, arguments[2], *work)) {
       return Failed(env);
     }
-    static_cast<void>(work.release());  // Complete frees it
+    AddWork(env, std::move(lane), std::move(work));
     return promise;
   } catch (const std::bad_alloc&) {
     return Failed(env);
+  }
+}
+
+// The environment has it as its data; nullptr stands for failure.
+Environment* CreateEnvironment(napi_env env) {
+  const auto free = [](napi_env /*env*/, void* data, void* /*hint*/) {
+    const std::unique_ptr<Environment> ended(static_cast<Environment*>(data));
+  };
+  try {
+    auto environment = std::make_unique<Environment>();
+    napi_value name = ToString(env, "libbarcode");
+    if (name == nullptr ||
+        napi_create_threadsafe_function(env, nullptr, nullptr, name, 0, 1, nullptr, nullptr,
+                                        environment.get(), Deliver, &environment->deliver) != napi_ok ||
+        napi_unref_threadsafe_function(env, environment->deliver) != napi_ok ||
+        napi_set_instance_data(env, environment.get(), free, nullptr) != napi_ok) {
+      return nullptr;
+    }
+    return environment.release();
+  } catch (const std::bad_alloc&) {
+    return nullptr;
   }
 }
 
@@ -375,13 +575,16 @@ NAPI_MODULE_EXPORT std::int32_t node_api_module_get_api_version_v1() {
 NAPI_MODULE_EXPORT napi_value napi_register_module_v1(napi_env env, napi_value exports) {
   using Function = std::pair<const char*, napi_callback>;
   constexpr std::array kFunctions = {Function("makeLabel", barcode::node::MakeLabelNow),
+                                     Function("createLanes", barcode::node::CreateLanes),
+                                     Function("stopLanes", barcode::node::StopLanes),
                                      Function("makeLabels", barcode::node::MakeLabelsInPool),
                                      Function("types", barcode::node::Types),
                                      Function("version", barcode::node::Version)};
   void* bytes = nullptr;
   napi_value scratch = nullptr;
   napi_ref keeper = nullptr;  // goes with the environment
-  if (napi_create_arraybuffer(env, barcode::node::kScratchSize, &bytes, &scratch) != napi_ok ||
+  if (barcode::node::CreateEnvironment(env) == nullptr ||
+      napi_create_arraybuffer(env, barcode::node::kScratchSize, &bytes, &scratch) != napi_ok ||
       napi_create_reference(env, scratch, 1, &keeper) != napi_ok ||
       napi_set_named_property(env, exports, "scratch", scratch) != napi_ok) {
     return nullptr;

@@ -133,10 +133,10 @@ test("exhausted memory is a LabelError", () => {
     import { outcomeNow, Outcomes } from "./../node_modules/libbarcode/lib/label.js";
     import * as native from "./../node_modules/libbarcode/lib/native.js";
     const request = JSON.stringify({ type: "qr", text: "a", caption: "a".repeat(300_000_000) });
-    await native.makeLabels("{}"); // the threads of the pool
+    await native.makeLabels("{}", native.createLanes(1)); // the threads of the pool
     const kilobytes = Number(/VmSize:\\s+(\\d+)/.exec(readFileSync("/proc/self/status", "utf-8"))[1]);
     execFileSync("prlimit", ["--pid", process.pid, "--as=" + (kilobytes * 1024 + 200_000_000)]);
-    const errors = [outcomeNow(native.makeLabel(request)), new Outcomes(await native.makeLabels(request), 1).take()];
+    const errors = [outcomeNow(native.makeLabel(request)), new Outcomes(await native.makeLabels(request, native.createLanes(1)), 1).take()];
     console.log(errors.map((error) => error instanceof LabelError && error.code).join());`);
   assert.equal(status, 0, stderr);
   assert.equal(stdout, "out_of_memory,out_of_memory\n");
