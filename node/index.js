@@ -1,6 +1,6 @@
 // Labels for Node; see docs/node.md, and index.d.ts for the manual of each function.
 
-import { delivered, outcomeNow, Outcomes } from "./lib/label.js";
+import { delivered, makeNow, Outcomes } from "./lib/label.js";
 import { LabelStream } from "./lib/label_stream.js";
 import * as native from "./lib/native.js";
 import { requestOf, requestText } from "./lib/request.js";
@@ -14,7 +14,7 @@ export function types() {
 }
 
 export function label(...words) {
-  return delivered(outcomeNow(native.makeLabel(requestText(requestOf(words)))));
+  return delivered(makeNow(requestOf(words)));
 }
 
 export async function labelAsync(...words) {

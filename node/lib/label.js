@@ -5,6 +5,7 @@ import { inspect } from "node:util";
 
 import { LabelError } from "./label_error.js";
 import * as native from "./native.js";
+import { putRequest } from "./request.js";
 
 // Parsing a report takes as long as drawing a small symbol: it waits until somebody looks.
 export class Label {
@@ -61,17 +62,23 @@ function copied(bytes, begin, end) {
   }
 }
 
+// Where a request lies as makeLabel of the module is called, and then the length of the picture, of 32 bits, and the
+// picture.
 const scratch = new Uint8Array(native.scratch);
-const scratchLength = new Uint32Array(native.scratch, 0, 1);
-const scratchBegin = 4;
+const pictureLength = new Uint32Array(native.scratch, 0, 1);
+const pictureBegin = 4;
 
 // The outcome of what makeLabel of the module has returned, before it is called again.
 export function outcomeNow(made) {
   if (typeof made === "string") {
-    return outcome(made, 0, made.length, copied(scratch, scratchBegin, scratchBegin + scratchLength[0]));
+    return outcome(made, 0, made.length, copied(scratch, pictureBegin, pictureBegin + pictureLength[0]));
   }
   const [answer, picture] = made;
   return outcome(answer, 0, answer.length, picture);
+}
+
+export function makeNow(request) {
+  return outcomeNow(native.makeLabel(putRequest(scratch, 0, request)));
 }
 
 // The outcomes of what makeLabels of the module has returned for `length` requests, one after the other. Where memory

@@ -131,7 +131,7 @@ bool ReadString(napi_env env, napi_value value, std::string& text) {
 
 // Most requests are short: these need neither memory nor a second look at the string. Nullptr, as the
 // library's own, stands for exhausted memory where no exception is pending.
-LabelPtr MakeFromValue(napi_env env, napi_value value) {
+LabelPtr MakeFromString(napi_env env, napi_value value) {
   std::array<char, 1024>
       shortText;  // NOLINT(cppcoreguidelines-pro-type-member-init): written before it is read
   std::size_t length = 0;
@@ -179,15 +179,25 @@ napi_value ToArray(napi_env env, const std::array<napi_value, kCount>& values) {
   return areSet ? array : nullptr;
 }
 
+// From a string, or from so many bytes in the scratch.
+LabelPtr MakeFromValue(napi_env env, napi_value value, const void* scratch) {
+  std::uint32_t length = 0;
+  if (napi_get_value_uint32(env, value, &length) == napi_ok) {
+    return MakeLabel({static_cast<const char*>(scratch), std::min<std::size_t>(length, kScratchSize)});
+  }
+  return MakeFromString(env, value);
+}
+
 // makeLabel(request): the answer; the picture, empty where the label was refused, is in the scratch. One that
-// is larger comes in an array behind the answer.
+// is larger comes in an array behind the answer. The request is a string, or as a number the length of that
+// in the scratch.
 napi_value MakeLabelNow(napi_env env, napi_callback_info info) {
   std::array<napi_value, 1> arguments = {};
   void* scratch = nullptr;
   if (!ReadArguments(env, info, arguments, &scratch)) {
     return Failed(env);
   }
-  const LabelPtr label = MakeFromValue(env, arguments[0]);
+  const LabelPtr label = MakeFromValue(env, arguments[0], scratch);
   std::size_t length = 0;
   const unsigned char* const bytes = barcode_label_data(label.get(), &length);
   napi_value result = Answer(env, label.get());
