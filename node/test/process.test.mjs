@@ -45,6 +45,22 @@ test("worker threads load it too", async () => {
   });
 });
 
+test("threads that draw at the same time do not mix", async () => {
+  const code = `
+    import { parentPort, workerData } from "node:worker_threads";
+    import { label } from ${JSON.stringify(import.meta.resolve("libbarcode"))};
+    let wrong = 0;
+    for (let i = 0; i < 5000; ++i) {
+      const text = "thread " + workerData + ", " + i;
+      const { data, report } = label({ type: "code39", text: text.toUpperCase().replace(",", "."), format: "svg", module: 1 + workerData });
+      wrong += report.module === 1 + workerData && report.bytes === data.length && report.text.endsWith(String(i)) ? 0 : 1;
+    }
+    parentPort.postMessage(wrong);`;
+  const url = new URL(`data:text/javascript,${encodeURIComponent(code)}`);
+  const answers = await Promise.all([0, 1, 2, 3].map(async (i) => (await once(new Worker(url, { workerData: i }), "message"))[0]));
+  assert.deepEqual(answers, [0, 0, 0, 0]);
+});
+
 test("worker threads that are ended in the middle", async () => {
   const code = `
     import { labelAsync, labels } from ${JSON.stringify(import.meta.resolve("libbarcode"))};
