@@ -1,6 +1,6 @@
 // Labels for Node; see docs/node.md, and index.d.ts for the manual of each function.
 
-import { delivered, outcome, outcomes } from "./lib/label.js";
+import { delivered, makeNow, Outcomes } from "./lib/label.js";
 import { LabelStream } from "./lib/label_stream.js";
 import * as native from "./lib/native.js";
 import { requestOf, requestText } from "./lib/request.js";
@@ -14,13 +14,12 @@ export function types() {
 }
 
 export function label(...words) {
-  const [data, mediaType, report] = native.makeLabel(requestText(requestOf(words)));
-  return delivered(outcome(data, mediaType, report));
+  return delivered(makeNow(requestOf(words)));
 }
 
 export async function labelAsync(...words) {
-  const [made] = outcomes(await native.makeLabels(requestText(requestOf(words))), 1);
-  return delivered(made);
+  const text = requestText(requestOf(words));
+  return delivered(new Outcomes(await native.makeLabels(text, native.createLanes(1)), 1).take());
 }
 
 export function labels(requests, options) {

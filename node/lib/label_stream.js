@@ -1,9 +1,10 @@
 // Labels of many requests, in their order: a request is read when there is room for its label, and labels are made in
-// chunks, each by one call that runs on a thread of Node's pool.
+// chunks, each by one call that runs on a thread of Node's pool. A thread that has made one goes on with the next that
+// waits: the event loop takes its time.
 
 import { availableParallelism, cpus } from "node:os";
 
-import { outcomes } from "./label.js";
+import { Outcomes } from "./label.js";
 import * as native from "./native.js";
 import { isRefusal, requestText } from "./request.js";
 
@@ -16,6 +17,9 @@ const chunkMicroseconds = 4000;
 const largestChunk = 64;
 // What waits for the reader, made or being made, for each worker; in chunks.
 const chunksPerWorker = 2;
+// For the pictures of a chunk. Larger rooms come where they are needed, and those beyond the most are not kept.
+const roomSize = 1 << 16;
+const largestRoom = 1 << 20;
 const mostWorkers = 1024;
 const threadsOfThePool = 4; // unless the user says otherwise
 
@@ -67,6 +71,25 @@ function isPromise(value) {
   return typeof value?.then === "function";
 }
 
+// The outcomes of some requests, and in their places the refusals of the others.
+class OutcomesAndRefusals {
+  #outcomes;
+  #requests;
+  #taken = 0;
+
+  constructor(outcomes, requests) {
+    this.#outcomes = outcomes;
+    this.#requests = requests;
+    this.length = requests.length;
+  }
+
+  take() {
+    const request = this.#requests[this.#taken];
+    ++this.#taken;
+    return typeof request === "string" ? this.#outcomes.take() : request;
+  }
+}
+
 export class LabelStream {
   #source;
   #sourceIsAsync;
@@ -74,13 +97,15 @@ export class LabelStream {
   #isRead = false; // the source has ended, or is not wanted any more
   #sourceError = undefined; // { error } that the source has thrown
   #workers;
+  #lanes;
   #raises;
-  #requests = []; // read, but not yet given to a worker: texts and refusals
+  #requests = []; // read, but not yet given to the workers: texts and refusals
   #requestsLength = 0; // in characters
   #isDispatchDue = false;
-  #running = 0;
+  #given = 0; // chunks that are being made or wait for it
   #chunkSize = 1;
-  #chunks = []; // in order; { results } when they are made
+  #chunks = []; // in order; { results, room } when they are made
+  #rooms = []; // ArrayBuffers of chunks whose labels are taken
   #taken = 0; // of the first chunk
   #inHand = 0; // requests that are read and whose labels are not yet taken
   #readers = []; // calls of next() that wait
@@ -94,6 +119,7 @@ export class LabelStream {
     }
     this.#workers = workersOf(options.workers);
     this.#raises = raisesErrors(options.errors);
+    this.#lanes = native.createLanes(this.#workers);
     this.#sourceIsAsync = typeof requests[Symbol.asyncIterator] === "function";
     this.#source = this.#sourceIsAsync ? requests[Symbol.asyncIterator]() : requests[Symbol.iterator]();
   }
@@ -104,10 +130,13 @@ export class LabelStream {
 
   next() {
     const chunk = this.#chunks[0];
-    if (chunk?.results !== undefined && this.#readers.length === 0 && !(chunk.results[this.#taken] instanceof Error)) {
-      const value = this.#take(chunk);
-      this.#read();
-      return Promise.resolve({ value, done: false });
+    if (chunk?.results !== undefined && this.#readers.length === 0) {
+      const result = this.#take(chunk);
+      if (!this.#raises || !(result instanceof Error)) {
+        this.#read();
+        return Promise.resolve({ value: result, done: false });
+      }
+      return new Promise((resolve, reject) => this.#give({ resolve, reject }, result));
     }
     return new Promise((resolve, reject) => {
       this.#readers.push({ resolve, reject });
@@ -145,15 +174,21 @@ export class LabelStream {
   }
 
   #take(chunk) {
-    const result = chunk.results[this.#taken];
-    chunk.results[this.#taken] = undefined;
+    const result = chunk.results.take();
     ++this.#taken;
     --this.#inHand;
     if (this.#taken === chunk.results.length) {
       this.#chunks.shift();
       this.#taken = 0;
+      this.#keepRoom(chunk.room);
     }
     return result;
+  }
+
+  #keepRoom(room) {
+    if (room !== undefined && room.byteLength <= largestRoom) {
+      this.#rooms.push(room);
+    }
   }
 
   #give(reader, result) {
@@ -289,8 +324,8 @@ export class LabelStream {
   }
 
   #dispatch() {
-    while (this.#running < this.#workers && this.#requests.length > 0) {
-      const chunk = { results: undefined };
+    while (this.#given < chunksPerWorker * this.#workers && this.#requests.length > 0) {
+      const chunk = { results: undefined, room: undefined };
       this.#chunks.push(chunk);
       this.#make(chunk, this.#nextRequests());
     }
@@ -310,18 +345,19 @@ export class LabelStream {
 
   async #make(chunk, requests) {
     const texts = requests.filter((request) => typeof request === "string");
-    ++this.#running;
+    ++this.#given;
     try {
-      const made = await native.makeLabels(texts.join("\n"));
-      const results = outcomes(made, texts.length);
-      let index = 0;
-      chunk.results =
-        texts.length === requests.length ? results : requests.map((each) => (typeof each === "string" ? results[index++] : each));
+      const made = await native.makeLabels(texts.join("\n"), this.#lanes, this.#rooms.pop() ?? new ArrayBuffer(roomSize));
       this.#adapt(texts.length, made[1]);
+      chunk.results = new Outcomes(made, texts.length);
+      chunk.room = made[2];
     } catch (error) {
-      chunk.results = requests.map(() => error);
+      chunk.results = { length: texts.length, take: () => error };
     }
-    --this.#running;
+    if (texts.length < requests.length) {
+      chunk.results = new OutcomesAndRefusals(chunk.results, requests);
+    }
+    --this.#given;
     this.#dispatch();
     this.#serve();
   }
@@ -335,9 +371,11 @@ export class LabelStream {
     const isOpen = !this.#isRead;
     this.#isRead = true;
     this.#sourceError = undefined;
+    native.stopLanes(this.#lanes);
     this.#requests = [];
     this.#requestsLength = 0;
     this.#chunks = [];
+    this.#rooms = [];
     this.#taken = 0;
     this.#inHand = 0;
     for (const reader of this.#readers.splice(0)) {

@@ -12,4 +12,4 @@ const flags = constants.dlopen.RTLD_NOW | (constants.dlopen.RTLD_DEEPBIND ?? 0);
 const module = { exports: {} };
 process.dlopen(module, path, flags);
 
-export const { makeLabel, makeLabels, types, version } = module.exports;
+export const { createLanes, makeLabel, makeLabels, scratch, stopLanes, types, version } = module.exports;

@@ -80,6 +80,62 @@ test("a label is its own: later ones do not change it", () => {
   assert.deepEqual(label(jan).data, copy);
 });
 
+// A caption of so many characters: some 87 bytes each.
+function captioned(length) {
+  const caption = Array.from({ length }, (_, i) => String.fromCharCode(33 + ((i * i * 7 + i * 13) % 90))).join("");
+  return { type: "code128", text: "A".repeat(80), caption, module: 40, height: 200, text_scale: 0.25, format: "svg" };
+}
+
+// Around 64 KiB, up to which pictures go another way.
+test("small and large pictures in turns", async () => {
+  const requests = [jan, { ...jan, format: "pdf" }, captioned(1500)];
+  for (let length = 735; length < 765; ++length) {
+    requests.push(captioned(length));
+  }
+  const made = await Promise.all(requests.map((request) => labelAsync(request)));
+  assert.ok(made.some(({ data }) => data.length > 65400 && data.length <= 65532));
+  assert.ok(made.some(({ data }) => data.length > 65532 && data.length < 65700));
+  for (const i of [...requests.keys(), ...[...requests.keys()].reverse()]) {
+    const { data, report, mediaType } = label(requests[i]);
+    assert.deepEqual([data.length, data.buffer.byteLength, mediaType], [report.bytes, report.bytes, made[i].mediaType]);
+    assert.deepEqual(data, made[i].data);
+  }
+});
+
+test("requests that are plain and others are the same to the library", () => {
+  const cases = [["a".repeat(256), "a".repeat(257)], ["~", "\u007f"], ["a b", "a\tb"], ["quote", 'quo"te'], ["slash/", "slash\\"],
+    ["e", "é"], ["plain", "\u{1f600}"], ["x", "\u0000"]];
+  for (const texts of cases) {
+    for (const text of texts) {
+      assert.equal(label({ type: "qr", text }).report.text, text);
+      assert.equal(label({ type: "qr", text, caption: undefined, module: null }).report.text, text);
+      assert.equal(label({ type: "qr", text: "a", caption: text, module: 2, strict: false, dpi: 300 }).report.text, "a");
+    }
+  }
+  assert.equal(label({ type: undefined, ...jan, module: 3, text_scale: 1.25, strict: false }).report.module, 3);
+  assert.equal(refusal(() => label({ type: undefined, text: null })).field, "type");
+  assert.equal(refusal(() => label({ ...jan, ['na"me']: 1 })).field, 'na"me');
+  assert.equal(refusal(() => label({ ...jan, nämé: 1 })).field, "nämé");
+  assert.equal(refusal(() => label({ ...jan, module: 1e21 })).field, "module");
+});
+
+test("what others give all objects is no member of a request", () => {
+  Object.prototype.module = 7;
+  try {
+    assert.equal(label(jan).report.module, label({ ...jan, module: null }).report.module);
+    assert.notEqual(label(jan).report.module, 7);
+  } finally {
+    delete Object.prototype.module;
+  }
+  const expected = label(jan).data;
+  Object.prototype.toJSON = () => "mine";
+  try {
+    assert.deepEqual(label(jan).data, expected);
+  } finally {
+    delete Object.prototype.toJSON;
+  }
+});
+
 test("undefined and null count as absent", () => {
   assert.deepEqual(label({ ...jan, format: undefined, module: null }).data, label(jan).data);
 });

@@ -1,9 +1,11 @@
 import assert from "node:assert/strict";
+import { readFile } from "node:fs/promises";
 import { Readable } from "node:stream";
 import { setTimeout as delay } from "node:timers/promises";
 import { test } from "node:test";
 
-import { labels, LabelError } from "libbarcode";
+import { createLanes, makeLabels, stopLanes } from "../node_modules/libbarcode/lib/native.js";
+import { label, labels, LabelError } from "libbarcode";
 
 function* numbered(count, request = { type: "code128" }) {
   for (let i = 0; i < count; ++i) {
@@ -62,6 +64,70 @@ test("labels of very different cost keep their order", async () => {
     i % 7 === 0 ? { type: "qr", text: `${i}`, module: 60 } : { type: "code39", text: `${i}`, format: "svg" });
   const texts = await textsOf(labels(requests, { workers: 3 }));
   assert.deepEqual(texts, requests.map(({ text }) => text));
+});
+
+test("labels keep their bytes, in an ArrayBuffer of their own each", async () => {
+  const requests = Array.from({ length: 600 }, (_, i) => ({ type: "qr", text: `number ${i}`, format: i % 2 ? "svg" : "png" }));
+  // Larger than the others of a chunk together.
+  const large = { type: "qr", text: "y".repeat(2000), format: "svg" };
+  requests.splice(400, 0, large, { ...large, module: 2 }, large);
+  const made = [];
+  for await (const result of labels(requests, { workers: 2 })) {
+    made.push(result);
+  }
+  assert.equal(new Set(made.map(({ data }) => data.buffer)).size, requests.length);
+  for (const [i, { data, mediaType, report }] of made.entries()) {
+    const same = label(requests[i]);
+    assert.equal(data.buffer.byteLength, data.length);
+    assert.deepEqual(data, same.data);
+    assert.equal(mediaType, same.mediaType);
+    assert.deepEqual(report, same.report);
+  }
+});
+
+test("several at a time do not mix", async () => {
+  const streams = Array.from({ length: 8 }, async (_, k) => {
+    const texts = [];
+    for await (const { data, report } of labels(numbered(300, { type: "code128", module: 1 + k }), { workers: 1 + (k % 3) })) {
+      assert.equal(report.module, 1 + k);
+      assert.equal(data.length, report.bytes);
+      texts.push(report.text);
+    }
+    return texts;
+  });
+  for (const texts of await Promise.all(streams)) {
+    assert.deepEqual(texts, expected(300));
+  }
+});
+
+test("others get threads of the pool in the meantime", async () => {
+  let isOver = false;
+  const drawing = [1, 2].map(async () => {
+    for await (const { data } of labels(numbered(Infinity), { workers: 4 })) {
+      assert.ok(data.length > 0);
+      if (isOver) {
+        break;
+      }
+    }
+  });
+  await delay(100);
+  const begin = performance.now();
+  for (let i = 0; i < 5; ++i) {
+    await readFile(new URL(import.meta.url));
+  }
+  isOver = true;
+  const milliseconds = performance.now() - begin;
+  await Promise.all(drawing);
+  assert.ok(milliseconds < 5000, `${milliseconds} ms`);
+});
+
+test("labels that nobody wants any more are not made", async () => {
+  const lanes = createLanes(1);
+  const slow = JSON.stringify({ type: "qr", text: "y".repeat(2000), module: 40 });
+  const made = [makeLabels(slow, lanes), makeLabels(slow, lanes), makeLabels(slow, lanes)];
+  stopLanes(lanes);
+  const answers = (await Promise.all(made)).map(([answer]) => answer);
+  assert.deepEqual(answers.slice(1), ["", ""]);
 });
 
 test("an error is raised in its place and ends the labels", async () => {

@@ -45,6 +45,22 @@ test("worker threads load it too", async () => {
   });
 });
 
+test("threads that draw at the same time do not mix", async () => {
+  const code = `
+    import { parentPort, workerData } from "node:worker_threads";
+    import { label } from ${JSON.stringify(import.meta.resolve("libbarcode"))};
+    let wrong = 0;
+    for (let i = 0; i < 5000; ++i) {
+      const text = "thread " + workerData + ", " + i;
+      const { data, report } = label({ type: "code39", text: text.toUpperCase().replace(",", "."), format: "svg", module: 1 + workerData });
+      wrong += report.module === 1 + workerData && report.bytes === data.length && report.text.endsWith(String(i)) ? 0 : 1;
+    }
+    parentPort.postMessage(wrong);`;
+  const url = new URL(`data:text/javascript,${encodeURIComponent(code)}`);
+  const answers = await Promise.all([0, 1, 2, 3].map(async (i) => (await once(new Worker(url, { workerData: i }), "message"))[0]));
+  assert.deepEqual(answers, [0, 0, 0, 0]);
+});
+
 test("worker threads that are ended in the middle", async () => {
   const code = `
     import { labelAsync, labels } from ${JSON.stringify(import.meta.resolve("libbarcode"))};
@@ -130,13 +146,13 @@ test("exhausted memory is a LabelError", () => {
     import { execFileSync } from "node:child_process";
     import { readFileSync } from "node:fs";
     import { LabelError } from "libbarcode";
-    import { outcome, outcomes } from "./../node_modules/libbarcode/lib/label.js";
+    import { outcomeNow, Outcomes } from "./../node_modules/libbarcode/lib/label.js";
     import * as native from "./../node_modules/libbarcode/lib/native.js";
     const request = JSON.stringify({ type: "qr", text: "a", caption: "a".repeat(300_000_000) });
-    await native.makeLabels("{}"); // the threads of the pool
+    await native.makeLabels("{}", native.createLanes(1)); // the threads of the pool
     const kilobytes = Number(/VmSize:\\s+(\\d+)/.exec(readFileSync("/proc/self/status", "utf-8"))[1]);
     execFileSync("prlimit", ["--pid", process.pid, "--as=" + (kilobytes * 1024 + 200_000_000)]);
-    const errors = [outcome(...native.makeLabel(request)), ...outcomes(await native.makeLabels(request), 1)];
+    const errors = [outcomeNow(native.makeLabel(request)), new Outcomes(await native.makeLabels(request, native.createLanes(1)), 1).take()];
     console.log(errors.map((error) => error instanceof LabelError && error.code).join());`);
   assert.equal(status, 0, stderr);
   assert.equal(stdout, "out_of_memory,out_of_memory\n");
