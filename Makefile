@@ -104,7 +104,8 @@ lint:
 bench: everything
 	build/release/bench/barcode_bench --benchmark_out=build/bench.json --benchmark_out_format=json
 	build/release/bench/batch_ratios
-	LD_LIBRARY_PATH=build/release/lib python3 bench/python_ratios.py build/release/bench/liblabel_loop.so
+	LD_LIBRARY_PATH=build/release/lib PYTHONPATH=build/release/python python3 bench/python_ratios.py \
+	  build/release/bench/liblabel_loop.so
 	node build/release/node/bench/ratios.mjs
 
 # DESTDIR stages the installation in another folder.

@@ -1,4 +1,4 @@
-"""Writes the wheel: a zip file of the package, the library and what they say of themselves.
+"""Writes the wheel: a zip file of the package with its libraries, and what they say of themselves.
 
     build_wheel.py VERSION WORK DIR     called by build-wheel.sh
 
@@ -49,12 +49,12 @@ Tag: {tag}
 
 
 def needed_glibc(symbols):
-    """The newest version of the C library that the library's symbols ask for; exits where it needs anything else."""
+    """The newest version of the C library that the libraries' symbols ask for; exits where one needs anything else."""
     foreign = [name for name in re.findall(r"^ *NEEDED +(\S+)$", symbols, re.MULTILINE)
                if not ALLOWED_LIBRARIES.fullmatch(name)]
     foreign += re.findall(r"\((?:GLIBCXX|CXXABI|GCC)_[\d.]+\)", symbols)
     if foreign:
-        sys.exit(f"build_wheel: the library needs {', '.join(sorted(set(foreign)))}")
+        sys.exit(f"build_wheel: the libraries need {', '.join(sorted(set(foreign)))}")
     versions = re.findall(r"GLIBC_(\d+)\.(\d+)", symbols)
     if not versions:
         sys.exit("build_wheel: no versions of the C library among the symbols")
@@ -80,11 +80,10 @@ def main():
     version, work, target = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
     symbols = (work / "symbols").read_text(encoding="utf-8", errors="replace")
     major, minor = needed_glibc(symbols)
+    # Interpreters that cannot load the compiled module do without it: the wheel is for all of them.
     tag = f"py3-none-manylinux_{major}_{minor}_{os.uname().machine}"
 
-    files = {f"libbarcode/{file.name}": file.read_bytes()
-             for file in sorted((HERE / "libbarcode").iterdir()) if file.suffix == ".py" or file.name == "py.typed"}
-    files["libbarcode/libbarcode_label.so"] = (work / "libbarcode_label.so").read_bytes()
+    files = {f"libbarcode/{file.name}": file.read_bytes() for file in sorted((work / "libbarcode").iterdir())}
     about = f"libbarcode-{version}.dist-info"
     description = (HERE / "README.md").read_text(encoding="utf-8")
     files[f"{about}/licenses/LICENSE"] = (HERE.parent / "LICENSE").read_bytes()

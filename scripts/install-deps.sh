@@ -50,7 +50,7 @@ if [ "$tests" = yes ]; then
     libzxing-dev libzbar-dev librsvg2-dev poppler-utils locales
     chromium parallel openssh-server openssh-client
     zsh fish man-db mandoc
-    python3-pytest mypy python3-distributed"
+    libpython3-dev python3-pytest mypy python3-distributed"
 fi
 if [ "$purpose" = hosts ]; then
   programs="$programs javac:default-jdk-headless php:php-cli ruby:ruby"
@@ -58,7 +58,7 @@ if [ "$purpose" = hosts ]; then
 fi
 if [ "$purpose" = packages ]; then
   programs="$programs python3:python3 dpkg-buildpackage:dpkg-dev"
-  packages="$packages debhelper dh-python lintian mmdebstrap"
+  packages="$packages debhelper dh-python libpython3-dev lintian mmdebstrap"
 fi
 if [ "$purpose" = lint ]; then
   programs="$programs clang-format:clang-format clang-tidy:clang-tidy"

@@ -16,8 +16,8 @@ names="libbarcode1 libbarcode-label1 libbarcode-dev mkbarcode python3-libbarcode
 
 . ./system.sh
 
-# example NAME COMMAND [FILES]: in a folder of its own: what is there afterwards is what it has written. Times of files are
-# too coarse to tell it: a label is drawn within one tick of their clock.
+# example NAME COMMAND [FILES]: in a folder of its own, so that what is there afterwards is what it has written. Times of
+# files are too coarse to tell it: a label is drawn within one tick of their clock.
 example() {
   mkdir "$root/root/example"
   shell "cd example; $2"
@@ -58,7 +58,8 @@ grep -q "^mkbarcode: cannot load the library.*libbarcode.so.1" "$root/tmp/errors
 echo "== Python with the label library alone"
 install_packages --no-install-recommends './build/packages/libbarcode-label1_*.deb' \
   './build/packages/python3-libbarcode_*.deb'
-shell "python3 -W error -c 'import libbarcode; libbarcode.label(\"qr\", \"hello\").save(\"label.png\")'"
+shell "python3 -W error -c 'import libbarcode, libbarcode._speedups
+libbarcode.label(\"qr\", \"hello\").save(\"label.png\")'"
 picture label.png PNG
 ! shell "python3 -c 'import libbarcode.library
 libbarcode.library.Barcode(0)'" 2>"$root/tmp/errors" || fail "libbarcode.library works without the library"

@@ -35,13 +35,15 @@ in_root /tmp/environment/bin/pip install --no-index --disable-pip-version-check 
 in_root sh -c 'cd / && exec /tmp/environment/bin/python -W error /tmp/wheel_user.py'
 
 # Nothing beyond the C library, and the dynamic linker finds it.
-library=$(in_root sh -c 'ls /tmp/environment/lib/python3*/site-packages/libbarcode/libbarcode_label.so')
-needed=$(in_root ldd "$library")
-echo "$needed"
-if echo "$needed" | grep -Ev '^[[:space:]]*(linux-vdso\.so\.1|lib(c|m|dl|pthread|rt)\.so\.[0-9]+|/lib64/ld-linux[^ ]*) '; then
-  echo "$library needs more than the C library" >&2
-  exit 1
-fi
+for name in libbarcode_label.so _speedups.abi3.so; do
+  library=$(in_root sh -c "ls /tmp/environment/lib/python3*/site-packages/libbarcode/$name")
+  needed=$(in_root ldd "$library")
+  echo "$needed"
+  if echo "$needed" | grep -Ev '^[[:space:]]*(linux-vdso\.so\.1|lib(c|m|dl|pthread|rt)\.so\.[0-9]+|/lib64/ld-linux[^ ]*) '; then
+    echo "$library needs more than the C library" >&2
+    exit 1
+  fi
+done
 
 in_root /tmp/environment/bin/pip uninstall -q -y libbarcode
 if in_root sh -c 'ls -d /tmp/environment/lib/python3*/site-packages/libbarcode*' 2>/dev/null; then

@@ -1,6 +1,7 @@
 """What a user of the installed wheel does first; run in the bare system."""
 
 import importlib.metadata
+import importlib.util
 import pathlib
 import tempfile
 
@@ -52,6 +53,9 @@ except libbarcode.LibraryNotFoundError as error:
     print(error)
 else:
     raise AssertionError("libbarcode.so is installed")
+
+assert importlib.util.find_spec("libbarcode._speedups"), "the wheel has no compiled module"
+import libbarcode._speedups  # noqa: E402  # it loads
 
 installed = importlib.metadata.metadata("libbarcode")
 assert installed["Version"] == libbarcode.__version__ == libbarcode.version
