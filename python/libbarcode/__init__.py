@@ -14,6 +14,7 @@ import importlib
 import json
 from typing import TYPE_CHECKING, Any, Callable, List, Optional, TypeVar, cast
 
+from . import _drawing
 from ._drawing import functions
 from ._errors import LabelError
 from ._fields import (KINDS, CodeMode, EncodeMode, EncodeScheme, ErrorCorrectionLevel, Form, Format, QuietZoneWidth,
@@ -68,7 +69,7 @@ def _label(type: str, text: Optional[Text] = None, *, text_base64: Optional[str]
 # Thirty parameters that are looked at in every call would cost as much as a small label.
 @_declared_as(_label)
 def label(type: str, text: Optional[Text] = None, **fields: object) -> Label:
-    made = functions().draw(type, text, fields)
+    made = (_drawing.library or functions()).draw(type, text, fields)
     if isinstance(made, Label):
         return made
     for name in fields:

@@ -114,17 +114,17 @@ def _prototype(function: Any, result: Any, *arguments: Any) -> Any:
     return function
 
 
-_library: Optional[Library] = None
+library: Optional[Library] = None
 # There are few media types.
 _text_of: Callable[[bytes], str] = functools.lru_cache(maxsize=16)(bytes.decode)
 
 
 def functions() -> Library:
     """The library, opened at its first use."""
-    global _library
-    if _library is None:
-        _library = Library() if _speedups is None else CompiledLibrary()
-    return _library
+    global library
+    if library is None:
+        library = Library() if _speedups is None else CompiledLibrary()
+    return library
 
 
 def _error(text: bytes, request: Optional[bytes]) -> LabelError:

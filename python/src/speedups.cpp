@@ -61,6 +61,8 @@ struct Package {
   Object dataName;
   Object mediaTypeName;
   Object reportName;
+  std::string lastMediaTypeText;
+  Object lastMediaType;
 };
 
 // Of a module; Python makes it of zeros.
@@ -230,8 +232,18 @@ Object BytesFrom(const void* data, std::size_t length) {
   return Object(PyBytes_FromStringAndSize(static_cast<const char*>(data), static_cast<Py_ssize_t>(length)));
 }
 
+// There are few: most labels have that of the label before.
+Object MediaType(Package& package, const BarcodeLabel* label) {
+  const char* const name = package.library.mediaType(label);
+  if (package.lastMediaType == nullptr || package.lastMediaTypeText != name) {
+    package.lastMediaType.reset(PyUnicode_InternFromString(name));
+    package.lastMediaTypeText = name;
+  }
+  return Shared(package.lastMediaType.get());
+}
+
 // What has been made of a request, as Python's own: a Label, or the error that refuses it.
-Object Take(const Package& package, const BarcodeLabel* label, PyObject* request) {
+Object Take(Package& package, const BarcodeLabel* label, PyObject* request) {
   const std::string_view report = package.library.report(label);
   Object reportBytes = BytesFrom(report.data(), report.size());
   if (reportBytes == nullptr) {
@@ -243,7 +255,7 @@ Object Take(const Package& package, const BarcodeLabel* label, PyObject* request
     return Object(PyObject_CallFunctionObjArgs(package.refusal.get(), reportBytes.get(), request, nullptr));
   }
   const Object picture = BytesFrom(data, length);
-  const Object mediaType(PyUnicode_InternFromString(package.library.mediaType(label)));
+  const Object mediaType = MediaType(package, label);
   Object made(package.allocateLabel(reinterpret_cast<PyTypeObject*>(package.labelType.get()), 0));
   if (picture == nullptr || mediaType == nullptr || made == nullptr ||
       PyObject_SetAttr(made.get(), package.dataName.get(), picture.get()) != 0 ||
@@ -267,7 +279,7 @@ Object Members(const Package& package, PyObject* type, PyObject* text, PyObject*
 
 // draw(type, text, fields): the label of a request, or the error of what the library refuses.
 PyObject* Draw(PyObject* module, PyObject* arguments) try {
-  const Package* const package = BoundPackage(module);
+  Package* const package = BoundPackage(module);
   PyObject* type = nullptr;
   PyObject* text = nullptr;
   PyObject* fields = nullptr;
@@ -333,7 +345,7 @@ void MakeSome(const Library& library, const std::vector<std::string_view>& reque
 // draw_some(requests, seconds): what became of those of a list, from the first until it is time to end.
 // Whatever is no bytes stands for itself.
 PyObject* DrawSome(PyObject* module, PyObject* arguments) try {
-  const Package* const package = BoundPackage(module);
+  Package* const package = BoundPackage(module);
   PyObject* list = nullptr;
   double seconds = 0;
   if (package == nullptr || PyArg_ParseTuple(arguments, "Od", &list, &seconds) == 0) {
