@@ -69,20 +69,12 @@ class _Chunk:
 
     def draw(self) -> None:
         begin = monotonic()
-        try:
-            self.made = functions().draw_some(self.requests, _DRAWING_SECONDS)
-        except BaseException as error:
-            self.failure = error
-        else:
-            rest = self.requests[len(self.made):]
-            middle = (len(rest) + 1) // 2  # for two threads
-            self.rest = [_Chunk(part) for part in (rest[:middle], rest[middle:]) if part]
+        self.made = functions().draw_some(self.requests, _DRAWING_SECONDS)
+        rest = self.requests[len(self.made):]
+        middle = (len(rest) + 1) // 2  # for two threads
+        self.rest = [_Chunk(part) for part in (rest[:middle], rest[middle:]) if part]
         self.seconds_each = (monotonic() - begin) / (len(self.made) or 1)
         self.requests = []
-
-
-class _Helper(threading.Thread):
-    """A thread that draws what waits, and ends."""
 
 
 class _Team:
@@ -94,7 +86,6 @@ class _Team:
         self._lock = threading.Lock()
         self._waiting: Deque[_Chunk] = deque()
         self._active = 0
-        self._threads: List[_Helper] = []
         self._stop = False
         self.asks = True
         self._asking = threading.current_thread()
@@ -133,23 +124,17 @@ class _Team:
             raise chunk.failure
 
     def close(self) -> None:
-        """Ends the helpers. None of them waits for others: the garbage collector may come here on any thread."""
+        """The helpers end with the label that each has in hand. It does not wait for them: the garbage collector may come
+        here at any moment, also within what waiting needs."""
         self._stop = True
-        if not isinstance(threading.current_thread(), _Helper):
-            for thread in self._threads:
-                if thread.ident is not None:  # it has started
-                    thread.join()
 
     def _start(self) -> None:
         with self._lock:
             if not self._waiting or self._active >= self._most:
                 return
             self._active += 1
-        thread = _Helper(target=self._help, name="libbarcode")
-        # Before it starts: an interrupted start has started it too.
-        self._threads = [one for one in self._threads if one.is_alive()] + [thread]
         try:
-            thread.start()
+            threading.Thread(target=self._help, name="libbarcode").start()
         except RuntimeError:  # the system has no more threads: those that there are do it
             with self._lock:
                 self._active -= 1
@@ -164,12 +149,16 @@ class _Team:
                 self._active -= helping
                 return False
             chunk = self._waiting.popleft()
-        chunk.draw()
-        with self._lock:
-            self._waiting.extendleft(reversed(chunk.rest))
-        chunk.done.set()
-        if chunk.failure is not None and not isinstance(chunk.failure, Exception):
-            raise chunk.failure  # the user's interrupt is not for this chunk alone
+        try:
+            chunk.draw()
+            with self._lock:
+                self._waiting.extendleft(reversed(chunk.rest))
+        except BaseException as error:
+            chunk.failure = error
+            if not helping and not isinstance(error, Exception):
+                raise  # the user's interrupt is not for this chunk alone
+        finally:
+            chunk.done.set()
         return True
 
 

@@ -61,6 +61,8 @@ struct Package {
   Object dataName;
   Object mediaTypeName;
   Object reportName;
+  // A thread may be drawing with what was bound before: it lasts as long as the module.
+  std::unique_ptr<Package> before;
   std::string lastMediaTypeText;
   Object lastMediaType;
 };
@@ -80,19 +82,6 @@ Package* BoundPackage(PyObject* module) {
     PyErr_SetString(PyExc_RuntimeError, "bind() comes first");
   }
   return package;
-}
-
-// Runs what needs nothing of Python's, while other threads of the interpreter run. An interpreter that ends
-// takes the thread away when it wants the lock back, by unwinding its stack. Nothing may be released then
-// that is Python's: what is `kept` belongs to nobody meanwhile.
-template <class Function>
-void WithoutLock(Object& kept, Function run) {
-  static_assert(noexcept(run()));
-  PyObject* const object = kept.release();
-  PyThreadState* const state = PyEval_SaveThread();
-  run();
-  PyEval_RestoreThread(state);
-  kept.reset(object);
 }
 
 LabelPtr Make(const Library& library, std::string_view request) {
@@ -213,11 +202,10 @@ struct Request {
   std::string_view Json() const { return other == nullptr ? plain : BytesOf(other.get()); }
 };
 
-// Whether it is done; otherwise an exception is pending.
+// `fields` is nullptr, with an exception, where they could not be gathered. Whether it is done; otherwise an
+// exception is pending.
 bool WriteOther(const Package& package, const Object& fields, Request& request) {
-  PyErr_Clear();
   if (fields == nullptr) {
-    PyErr_NoMemory();
     return false;
   }
   request.other.reset(PyObject_CallFunctionObjArgs(package.requestJson.get(), fields.get(), nullptr));
@@ -266,7 +254,7 @@ Object Take(Package& package, const BarcodeLabel* label, PyObject* request) {
   return made;
 }
 
-// The members as one dictionary, in this order; nullptr where there is no memory.
+// The members as one dictionary, in this order; nullptr with an exception.
 Object Members(const Package& package, PyObject* type, PyObject* text, PyObject* fields) {
   Object members(PyDict_New());
   if (members == nullptr || PyDict_SetItem(members.get(), package.typeName.get(), type) != 0 ||
@@ -277,9 +265,21 @@ Object Members(const Package& package, PyObject* type, PyObject* text, PyObject*
   return members;
 }
 
-// draw(type, text, fields): the label of a request, or the error of what the library refuses.
-PyObject* Draw(PyObject* module, PyObject* arguments) try {
-  Package* const package = BoundPackage(module);
+// A label that is being drawn, without the interpreter's lock. An interpreter that ends takes a thread away
+// when it wants the lock back, by unwinding its stack, and that goes through no code of ours: Draw and
+// DrawSome hold nothing that is to be released then, and what is here is left to the process's end.
+struct Drawing {
+  Package* package = nullptr;
+  Request request;
+  LabelPtr label = {nullptr, nullptr};
+
+  void Run() noexcept { label = Make(package->library, request.Json()); }
+};
+
+// Nullptr with an exception.
+Drawing* BeginDrawing(PyObject* module, PyObject* arguments) try {
+  auto drawing = std::make_unique<Drawing>();
+  Package* const package = drawing->package = BoundPackage(module);
   PyObject* type = nullptr;
   PyObject* text = nullptr;
   PyObject* fields = nullptr;
@@ -290,21 +290,40 @@ PyObject* Draw(PyObject* module, PyObject* arguments) try {
     PyErr_SetString(PyExc_TypeError, "the fields must be a dict");
     return nullptr;
   }
-  Request request;
-  std::string& plain = request.plain;
+  std::string& plain = drawing->request.plain;
   plain.reserve(kUsualLength);
   if (AppendMember(*package, plain, package->typeName.get(), type) &&
       AppendMember(*package, plain, package->textName.get(), text) &&
       AppendMembers(*package, plain, fields)) {
     plain.push_back('}');
-  } else if (!WriteOther(*package, Members(*package, type, text, fields), request)) {
-    return nullptr;
+    return drawing.release();
   }
-  LabelPtr label(nullptr, package->library.free);
-  WithoutLock(request.other, [&, json = request.Json()]() noexcept { label = Make(package->library, json); });
-  return Take(*package, label.get(), request.other == nullptr ? Py_None : request.other.get()).release();
+  PyErr_Clear();
+  const bool isWritten = WriteOther(*package, Members(*package, type, text, fields), drawing->request);
+  return isWritten ? drawing.release() : nullptr;
+} catch (const std::bad_alloc&) {
+  PyErr_NoMemory();
+  return nullptr;
+}
+
+PyObject* EndDrawing(Drawing* ended) try {
+  const std::unique_ptr<Drawing> drawing(ended);
+  PyObject* const other = drawing->request.other.get();
+  return Take(*drawing->package, drawing->label.get(), other == nullptr ? Py_None : other).release();
 } catch (const std::bad_alloc&) {
   return PyErr_NoMemory();
+}
+
+// draw(type, text, fields): the label of a request, or the error of what the library refuses.
+PyObject* Draw(PyObject* module, PyObject* arguments) {
+  Drawing* const drawing = BeginDrawing(module, arguments);
+  if (drawing == nullptr) {
+    return nullptr;
+  }
+  PyThreadState* const state = PyEval_SaveThread();
+  drawing->Run();
+  PyEval_RestoreThread(state);
+  return EndDrawing(drawing);
 }
 
 // request_json(fields): the request as bytes.
@@ -323,63 +342,92 @@ PyObject* RequestJson(PyObject* module, PyObject* fields) try {
     request.plain.push_back('}');
     return BytesFrom(request.plain.data(), request.plain.size()).release();
   }
+  PyErr_Clear();
   // What it is at this moment: the rules run what values of the caller's own bring with them.
   return WriteOther(*package, Object(PyDict_Copy(fields)), request) ? request.other.release() : nullptr;
 } catch (const std::bad_alloc&) {
   return PyErr_NoMemory();
 }
 
-// Labels of the first requests, of as many as there is time for and of one at least; nullptr where there is
-// no request. There is room for all of them.
-void MakeSome(const Library& library, const std::vector<std::string_view>& requests, double seconds,
-              std::vector<LabelPtr>& labels) noexcept {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-  for (const std::string_view request : requests) {
-    labels.push_back(request.data() == nullptr ? LabelPtr(nullptr, library.free) : Make(library, request));
-    if (std::chrono::steady_clock::now() > deadline) {
-      break;
+// The same of many labels.
+struct DrawingOfSome {
+  Package* package = nullptr;
+  Object requests;  // a tuple, which nobody changes
+  std::vector<std::string_view> texts;
+  std::vector<LabelPtr> labels;
+  double seconds = 0;
+
+  // Those of the first requests, of as many as there is time for and of one at least; nullptr where there is
+  // no request. There is room for all of them.
+  void Run() noexcept {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+    const Library& library = package->library;
+    for (const std::string_view text : texts) {
+      labels.push_back(text.data() == nullptr ? LabelPtr(nullptr, library.free) : Make(library, text));
+      if (std::chrono::steady_clock::now() > deadline) {
+        break;
+      }
     }
   }
+};
+
+DrawingOfSome* BeginDrawingOfSome(PyObject* module, PyObject* arguments) try {
+  auto drawing = std::make_unique<DrawingOfSome>();
+  drawing->package = BoundPackage(module);
+  PyObject* list = nullptr;
+  if (drawing->package == nullptr || PyArg_ParseTuple(arguments, "Od", &list, &drawing->seconds) == 0) {
+    return nullptr;
+  }
+  drawing->requests.reset(PySequence_Tuple(list));
+  if (drawing->requests == nullptr) {
+    return nullptr;
+  }
+  const Py_ssize_t count = PyTuple_Size(drawing->requests.get());
+  drawing->texts.reserve(static_cast<std::size_t>(count));
+  drawing->labels.reserve(static_cast<std::size_t>(count));
+  for (Py_ssize_t i = 0; i < count; ++i) {
+    PyObject* const request = PyTuple_GetItem(drawing->requests.get(), i);
+    drawing->texts.push_back(PyBytes_Check(request) != 0 ? BytesOf(request) : std::string_view());
+  }
+  return drawing.release();
+} catch (const std::bad_alloc&) {
+  PyErr_NoMemory();
+  return nullptr;
 }
 
-// draw_some(requests, seconds): what became of those of a list, from the first until it is time to end.
-// Whatever is no bytes stands for itself.
-PyObject* DrawSome(PyObject* module, PyObject* arguments) try {
-  Package* const package = BoundPackage(module);
-  PyObject* list = nullptr;
-  double seconds = 0;
-  if (package == nullptr || PyArg_ParseTuple(arguments, "Od", &list, &seconds) == 0) {
-    return nullptr;
-  }
-  Object requests(PySequence_Tuple(list));  // they last until they are drawn
-  if (requests == nullptr) {
-    return nullptr;
-  }
-  std::vector<std::string_view> texts;
-  const Py_ssize_t count = PyTuple_Size(requests.get());
-  texts.reserve(static_cast<std::size_t>(count));
-  for (Py_ssize_t i = 0; i < count; ++i) {
-    PyObject* const request = PyTuple_GetItem(requests.get(), i);
-    texts.push_back(PyBytes_Check(request) != 0 ? BytesOf(request) : std::string_view());
-  }
-  std::vector<LabelPtr> labels;
-  labels.reserve(texts.size());
-  WithoutLock(requests, [&]() noexcept { MakeSome(package->library, texts, seconds, labels); });
+PyObject* EndDrawingOfSome(DrawingOfSome* ended) try {
+  const std::unique_ptr<DrawingOfSome> drawing(ended);
+  std::vector<LabelPtr>& labels = drawing->labels;
   Object made(PyList_New(static_cast<Py_ssize_t>(labels.size())));
   if (made == nullptr) {
     return nullptr;
   }
   for (std::size_t i = 0; i < labels.size(); ++i) {
-    PyObject* const request = PyTuple_GetItem(requests.get(), static_cast<Py_ssize_t>(i));
-    Object one = texts[i].data() == nullptr ? Shared(request) : Take(*package, labels[i].get(), request);
+    const auto place = static_cast<Py_ssize_t>(i);
+    PyObject* const request = PyTuple_GetItem(drawing->requests.get(), place);
+    const bool isRequest = drawing->texts[i].data() != nullptr;
+    Object one = isRequest ? Take(*drawing->package, labels[i].get(), request) : Shared(request);
     labels[i].reset();
-    if (one == nullptr || PyList_SetItem(made.get(), static_cast<Py_ssize_t>(i), one.release()) != 0) {
+    if (one == nullptr || PyList_SetItem(made.get(), place, one.release()) != 0) {
       return nullptr;
     }
   }
   return made.release();
 } catch (const std::bad_alloc&) {
   return PyErr_NoMemory();
+}
+
+// draw_some(requests, seconds): what became of those of a list, from the first until it is time to end.
+// Whatever is no bytes stands for itself.
+PyObject* DrawSome(PyObject* module, PyObject* arguments) {
+  DrawingOfSome* const drawing = BeginDrawingOfSome(module, arguments);
+  if (drawing == nullptr) {
+    return nullptr;
+  }
+  PyThreadState* const state = PyEval_SaveThread();
+  drawing->Run();
+  PyEval_RestoreThread(state);
+  return EndDrawingOfSome(drawing);
 }
 
 template <class Function>
@@ -428,7 +476,7 @@ PyObject* Bind(PyObject* module, PyObject* arguments) try {
       package->dataName == nullptr || package->mediaTypeName == nullptr || package->reportName == nullptr) {
     return nullptr;
   }
-  const std::unique_ptr<Package> before(PackageOf(module));
+  package->before.reset(PackageOf(module));
   PackageOf(module) = package.release();
   Py_RETURN_NONE;
 } catch (const std::bad_alloc&) {

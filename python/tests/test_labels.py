@@ -285,6 +285,14 @@ def own_threads() -> List[threading.Thread]:
     return [thread for thread in threading.enumerate() if thread.name.startswith("libbarcode")]
 
 
+def have_ended(seconds: float = 5.0) -> bool:
+    """Whether those threads are gone, soon."""
+    end = time.monotonic() + seconds
+    while own_threads() and time.monotonic() < end:
+        time.sleep(0.001)
+    return not own_threads()
+
+
 @pytest.mark.parametrize("end", ["close", "forget", "raise"])
 def test_early_end_stops_the_threads(end: str) -> None:
     made = labels(numbered(format="png", width=3000, height=3000), workers=4)
@@ -298,7 +306,7 @@ def test_early_end_stops_the_threads(end: str) -> None:
             made.throw(OSError("the printer is on fire"))
     else:
         del made
-    assert not own_threads()
+    assert have_ended()
 
 
 def test_closed_on_one_of_its_threads(monkeypatch: pytest.MonkeyPatch) -> None:
@@ -364,7 +372,7 @@ def test_goes_on_when_its_thread_has_ended() -> None:
 def test_threads_end_with_the_requests() -> None:
     for _ in labels(numbered(300), workers=4):
         pass
-    assert not own_threads()
+    assert have_ended()
 
 
 @pytest.mark.parametrize("workers", [1, 2])
@@ -382,7 +390,41 @@ def test_interrupted_by_the_user(workers: int) -> None:
             interrupted()
     finally:
         signal.signal(signal.SIGALRM, before)
-    assert time.monotonic() - begin < 5 and not own_threads()
+    assert time.monotonic() - begin < 5 and have_ended()
+
+
+def test_forgotten_wherever_the_garbage_collector_comes() -> None:
+    """Also where a thread is just started or waited for."""
+    code = ("import gc, itertools, libbarcode, threading\n"
+            "gc.set_threshold(3, 2, 2)\n"
+            "request = {'type': 'code128', 'text': 'x', 'format': 'svg'}\n"
+            "for _ in range(300):\n"
+            "    cycle = []; made = libbarcode.labels(itertools.repeat(request), workers=3); cycle += [cycle, made]\n"
+            "    next(made); next(made)\n"
+            "    del cycle, made\n"
+            "    thread = threading.Thread(target=lambda: None); thread.start(); thread.join()\n")
+    subprocess.run([sys.executable, "-c", code], check=True, timeout=60)
+
+
+@pytest.mark.parametrize("failure", [MemoryError, KeyboardInterrupt])
+def test_helper_that_fails(failure: "type[BaseException]", monkeypatch: pytest.MonkeyPatch) -> None:
+    """What it was drawing fails, and nobody waits for it."""
+    chunk = getattr(_stream, "_Chunk")
+    draw = chunk.draw
+    failed = threading.Event()
+
+    def failing(self: Any) -> None:
+        if threading.current_thread() in own_threads():
+            failed.set()
+            raise failure
+        time.sleep(0.02)  # the helper has its turn
+        draw(self)
+
+    monkeypatch.setattr(chunk, "draw", failing)
+    with pytest.raises(failure):
+        for _ in labels(numbered(), workers=2):
+            pass
+    assert failed.is_set() and have_ended()
 
 
 def test_never_begun() -> None:

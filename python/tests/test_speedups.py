@@ -132,6 +132,50 @@ def test_before_it_is_bound() -> None:
     assert output == "bind() comes first\n" * 3
 
 
+@pytest.mark.parametrize("error", [None, ValueError("mine")])
+def test_names_with_a_comparison_of_their_own(error: Any) -> None:
+    class Name(str):
+        def __hash__(self) -> int:
+            return hash("type")
+
+        def __eq__(self, other: object) -> bool:
+            if error is not None:
+                raise error
+            return False
+
+    for library in (_drawing.functions(), _drawing.Library()):
+        with pytest.raises((libbarcode.LabelError, ValueError)) as raised:
+            library.draw("qr", "\ud800", {Name("zzz"): 1})
+        assert str(raised.value) == "mine" if error else isinstance(raised.value, libbarcode.LabelError)
+
+
+def test_bound_again_while_a_label_is_drawn() -> None:
+    """As when the package is loaded once more."""
+    class Binding(float):
+        def __float__(self) -> float:
+            _drawing.library = None
+            _drawing.functions()
+            return 3.0
+
+    for _ in range(20):
+        assert libbarcode.label("pdf417", "x", aspect_ratio=Binding(3)).data == libbarcode.label(
+            "pdf417", "x", aspect_ratio=3.0).data
+
+
+def test_first_labels_on_many_threads() -> None:
+    """Each of them opens the library."""
+    code = ("import libbarcode, sys, threading\n"
+            "begin = threading.Barrier(32)\n"
+            "def draw():\n"
+            "    begin.wait()\n"
+            "    for _ in range(5): libbarcode.label('qr', 'x' * 200, module=10)\n"
+            "threads = [threading.Thread(target=draw) for _ in range(32)]\n"
+            "for thread in threads: thread.start()\n"
+            "for thread in threads: thread.join()\n")
+    for _ in range(5):
+        assert subprocess.run([sys.executable, "-c", code], check=False, timeout=60).returncode == 0
+
+
 def test_nothing_leaks() -> None:
     """In two rounds of every kind of outcome the second needs no more memory."""
     code = ("import libbarcode, re\n"

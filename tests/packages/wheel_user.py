@@ -3,6 +3,8 @@
 import importlib.metadata
 import importlib.util
 import pathlib
+import subprocess
+import sys
 import tempfile
 
 import libbarcode
@@ -56,6 +58,17 @@ else:
 
 assert importlib.util.find_spec("libbarcode._speedups"), "the wheel has no compiled module"
 import libbarcode._speedups  # noqa: E402  # it loads
+
+# An interpreter that ends takes threads away in the middle of a label.
+ending = ("import itertools, libbarcode, threading, time\n"
+          "def one():\n"
+          "    while True: libbarcode.label('qr', 'x' * 200, module=20)\n"
+          "def many():\n"
+          "    for _ in libbarcode.labels(({'type': 'qr', 'text': str(n)} for n in itertools.count()), workers=2): pass\n"
+          "for work in (one, one, many): threading.Thread(target=work, daemon=True).start()\n"
+          "time.sleep(0.1)\n")
+for _ in range(5):
+    subprocess.run([sys.executable, "-c", ending], check=True, timeout=60)
 
 installed = importlib.metadata.metadata("libbarcode")
 assert installed["Version"] == libbarcode.__version__ == libbarcode.version
