@@ -22,6 +22,28 @@ const roomSize = 1 << 16;
 const largestRoom = 1 << 20;
 const mostWorkers = 1024;
 const threadsOfThePool = 4; // unless the user says otherwise
+// For all streams, in each turn of the event loop. Where labels are made as fast as they are taken, a loop that awaits
+// them would never let go of the thread.
+const givingMilliseconds = 4;
+
+let turnEnd = undefined; // of the turn of the event loop, once a label is given in it
+const nextTurns = []; // of the streams that wait for a turn; in order, one has the next
+
+function isTurnOver() {
+  if (turnEnd === undefined) {
+    turnEnd = performance.now() + givingMilliseconds;
+    setImmediate(beginTurn);
+  }
+  return performance.now() > turnEnd;
+}
+
+function beginTurn() {
+  turnEnd = undefined;
+  if (nextTurns.length > 0) {
+    isTurnOver();
+    nextTurns.shift()();
+  }
+}
 
 function processors() {
   return availableParallelism?.() ?? cpus().length; // node 18.14 has the first
@@ -109,6 +131,7 @@ export class LabelStream {
   #taken = 0; // of the first chunk
   #inHand = 0; // requests that are read and whose labels are not yet taken
   #readers = []; // calls of next() that wait
+  #isTurnDue = false;
 
   constructor(requests, options = {}) {
     if (!isIterable(requests)) {
@@ -130,7 +153,7 @@ export class LabelStream {
 
   next() {
     const chunk = this.#chunks[0];
-    if (chunk?.results !== undefined && this.#readers.length === 0) {
+    if (chunk?.results !== undefined && this.#readers.length === 0 && !isTurnOver()) {
       const result = this.#take(chunk);
       if (!this.#raises || !(result instanceof Error)) {
         this.#read();
@@ -164,12 +187,26 @@ export class LabelStream {
     while (this.#readers.length > 0) {
       const chunk = this.#chunks[0];
       if (chunk?.results !== undefined) {
+        if (isTurnOver()) {
+          this.#answerNextTurn();
+          return;
+        }
         this.#give(this.#readers.shift(), this.#take(chunk));
       } else if (chunk === undefined && this.#requests.length === 0 && this.#isRead) {
         this.#giveEnd(this.#readers.shift());
       } else {
         return;
       }
+    }
+  }
+
+  #answerNextTurn() {
+    if (!this.#isTurnDue) {
+      this.#isTurnDue = true;
+      nextTurns.push(() => {
+        this.#isTurnDue = false;
+        this.#serve();
+      });
     }
   }
 

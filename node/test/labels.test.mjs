@@ -428,3 +428,32 @@ test("long requests do not pile up", async () => {
   assert.equal(taken, 1000);
   assert.ok(mostAhead <= 8, `${mostAhead} were read ahead`);
 });
+
+test("a reader that is slow lets go of the thread", async () => {
+  const streams = 2;
+  let turns = 0;
+  let given = 0; // in this turn of the event loop
+  let most = 0;
+  let isOver = false;
+  setImmediate(function turn() {
+    ++turns;
+    given = 0;
+    if (!isOver) {
+      setImmediate(turn);
+    }
+  });
+  const taken = await Promise.all(Array.from({ length: streams }, async () => {
+    let count = 0;
+    for await (const { data } of labels(numbered(1000, { type: "code128", format: "svg" }), { workers: 4 })) {
+      assert.ok(data.length > 0);
+      const end = performance.now() + 1;
+      while (performance.now() < end);
+      ++count;
+      most = Math.max(most, ++given);
+    }
+    return count;
+  }));
+  isOver = true;
+  assert.deepEqual(taken, Array(streams).fill(1000));
+  assert.ok(most <= 32, `${most} labels in one of ${turns} turns of the event loop`);
+});
