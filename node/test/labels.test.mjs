@@ -4,6 +4,7 @@ import { Readable } from "node:stream";
 import { setTimeout as delay } from "node:timers/promises";
 import { test } from "node:test";
 
+import { Outcomes } from "../node_modules/libbarcode/lib/label.js";
 import { createLanes, makeLabels, stopLanes } from "../node_modules/libbarcode/lib/native.js";
 import { label, labels, LabelError } from "libbarcode";
 
@@ -128,6 +129,35 @@ test("labels that nobody wants any more are not made", async () => {
   stopLanes(lanes);
   const answers = (await Promise.all(made)).map(([answer]) => answer);
   assert.deepEqual(answers.slice(1), ["", ""]);
+});
+
+test("labels that nobody wants any more are not made, in the middle of a chunk either", async () => {
+  const lanes = createLanes(1);
+  const slow = JSON.stringify({ type: "qr", text: "y".repeat(2000), module: 40 });
+  const first = makeLabels("{}", lanes);
+  const others = makeLabels(Array(64).fill(slow).join("\n"), lanes);
+  await first;
+  await delay(1);
+  stopLanes(lanes);
+  const [answers] = await others;
+  assert.ok(answers.split("\n").length <= 32, answers);
+});
+
+test("a chunk that takes long is left in the middle, and goes on", async () => {
+  const lanes = createLanes(3);
+  const requests = [...numbered(200, { type: "code39", format: "svg" })].map((request, i) => ({ ...request, text: `${i}`,
+    ...(i % 10 === 0 ? { type: "qr", format: "png", module: 40 } : {}) }));
+  const chunks = Array.from({ length: 8 }, () => makeLabels(requests.map((request) => JSON.stringify(request)).join("\n"), lanes,
+    new ArrayBuffer(1 << 16)));
+  for (const made of await Promise.all(chunks)) {
+    const outcomes = new Outcomes(made, requests.length);
+    for (const request of requests) {
+      const { data, report } = outcomes.take();
+      assert.equal(report.text, request.text);
+      assert.equal(report.bytes, data.length);
+    }
+    assert.ok(made[1] > 0);
+  }
 });
 
 test("an error is raised in its place and ends the labels", async () => {
