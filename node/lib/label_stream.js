@@ -84,6 +84,15 @@ function requestOrRefusal(request) {
   }
 }
 
+// Undefined when memory is exhausted: there may be enough of it for the labels.
+function newRoom() {
+  try {
+    return new ArrayBuffer(roomSize);
+  } catch {
+    return undefined;
+  }
+}
+
 // Of a request's text; what is wrong with one has none.
 function lengthOf(request) {
   return typeof request === "string" ? request.length : 0;
@@ -114,7 +123,8 @@ class OutcomesAndRefusals {
 
 export class LabelStream {
   #source;
-  #sourceIsAsync;
+  #sourceIsAsync; // its calls return promises
+  #requestsAreAwaited;
   #isReading = false;
   #isRead = false; // the source has ended, or is not wanted any more
   #sourceError = undefined; // { error } that the source has thrown
@@ -144,6 +154,7 @@ export class LabelStream {
     this.#raises = raisesErrors(options.errors);
     this.#lanes = native.createLanes(this.#workers);
     this.#sourceIsAsync = typeof requests[Symbol.asyncIterator] === "function";
+    this.#requestsAreAwaited = this.#sourceIsAsync;
     this.#source = this.#sourceIsAsync ? requests[Symbol.asyncIterator]() : requests[Symbol.iterator]();
   }
 
@@ -253,7 +264,7 @@ export class LabelStream {
       return;
     }
     this.#isReading = true; // until it is over: a source may call next() and return() itself
-    if (this.#sourceIsAsync) {
+    if (this.#requestsAreAwaited) {
       this.#readAsync(most);
     } else {
       this.#readSync(most);
@@ -271,7 +282,7 @@ export class LabelStream {
       while (!isLate && this.#hasRoom(most)) {
         const item = this.#source.next();
         if (isPromise(item.value)) {
-          this.#sourceIsAsync = true; // as it is to a loop that awaits
+          this.#requestsAreAwaited = true; // as it is to a loop that awaits
           this.#dispatch();
           this.#readAsync(most, item);
           return;
@@ -383,13 +394,10 @@ export class LabelStream {
   async #make(chunk, requests) {
     const texts = requests.filter((request) => typeof request === "string");
     ++this.#given;
-    try {
-      const made = await native.makeLabels(texts.join("\n"), this.#lanes, this.#rooms.pop() ?? new ArrayBuffer(roomSize));
-      this.#adapt(texts.length, made[1]);
-      chunk.results = new Outcomes(made, texts.length);
-      chunk.room = made[2];
-    } catch (error) {
-      chunk.results = { length: texts.length, take: () => error };
+    if (texts.length > 0) {
+      await this.#makeTexts(chunk, texts);
+    } else {
+      await undefined; // as the others: refusals are not given before this is over
     }
     if (texts.length < requests.length) {
       chunk.results = new OutcomesAndRefusals(chunk.results, requests);
@@ -397,6 +405,17 @@ export class LabelStream {
     --this.#given;
     this.#dispatch();
     this.#serve();
+  }
+
+  async #makeTexts(chunk, texts) {
+    try {
+      const made = await native.makeLabels(texts.join("\n"), this.#lanes, this.#rooms.pop() ?? newRoom());
+      this.#adapt(texts.length, made[1]);
+      chunk.results = new Outcomes(made, texts.length);
+      chunk.room = made[2];
+    } catch (error) {
+      chunk.results = { length: texts.length, take: () => error };
+    }
   }
 
   #adapt(count, microseconds) {

@@ -187,6 +187,59 @@ test("errors stand in their places", async () => {
   assert.ok(made[7] instanceof TypeError && made[8] instanceof TypeError);
 });
 
+test("refusals cost no chunk of labels its size", async () => {
+  const workers = 2;
+  let ahead = 0;
+  // A chunk that had to wait for a processor may be followed by small ones.
+  for (let trial = 0; trial < 20 && ahead <= 4 * workers; ++trial) {
+    const source = watched((function* () {
+      yield* numbered(1000, { type: "code39", format: "svg", show_text: false });
+      yield* Array(2000).fill(null);
+    })());
+    const made = labels(source, { workers, errors: "yield" });
+    let taken = 0;
+    while (taken < 2000) {
+      const { value } = await made.next();
+      ++taken;
+      assert.equal(value instanceof TypeError, taken > 1000);
+    }
+    await delay(10);
+    ahead = source.read - taken;
+    await made.return();
+  }
+  assert.ok(ahead > 4 * workers, `${ahead} were read ahead`);
+});
+
+test("refusals need no thread", async () => {
+  const slow = JSON.stringify({ type: "qr", text: "y".repeat(2000), module: 40 });
+  const threads = Number(process.env.UV_THREADPOOL_SIZE ?? 4);
+  let before = Infinity;
+  // On a busy machine this thread may be the one that waits.
+  for (let trial = 0; trial < 20 && before > 0; ++trial) {
+    let made = 0;
+    const all = Array.from({ length: threads }, () => makeLabels(slow, createLanes(1)).then(() => ++made));
+    for await (const result of labels([null, null, null], { errors: "yield" })) {
+      assert.ok(result instanceof TypeError);
+    }
+    before = made;
+    await Promise.all(all);
+  }
+  assert.equal(before, 0);
+});
+
+test("without memory for a room labels are made all the same", async () => {
+  const { ArrayBuffer } = globalThis;
+  const made = labels(numbered(200));
+  globalThis.ArrayBuffer = function () {
+    throw new RangeError("Array buffer allocation failed");
+  };
+  try {
+    assert.deepEqual(await textsOf(made), expected(200));
+  } finally {
+    globalThis.ArrayBuffer = ArrayBuffer;
+  }
+});
+
 test("requests are told apart from what they become later", async () => {
   const request = { type: "qr", text: "" };
   function* changing() {
@@ -402,6 +455,27 @@ test("a source may end the labels that read it", async () => {
     ++count;
   }
   assert.ok(count <= 1);
+  assert.deepEqual(await ended, { value: "over", done: true });
+  assert.equal(closed, 1);
+});
+
+test("a source of promises may end the labels that read it", async () => {
+  let closed = 0;
+  let ended;
+  const made = labels((function* () {
+    try {
+      yield Promise.resolve({ type: "qr", text: "a" });
+      ended = made.return("over");
+      for (;;) {
+        yield Promise.resolve({ type: "qr", text: "b" });
+      }
+    } finally {
+      ++closed;
+    }
+  })());
+  for await (const { report } of made) {
+    assert.equal(report.text, "a");
+  }
   assert.deepEqual(await ended, { value: "over", done: true });
   assert.equal(closed, 1);
 });
