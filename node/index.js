@@ -17,9 +17,11 @@ export function label(...words) {
   return delivered(makeNow(requestOf(words)));
 }
 
+const lanes = native.createLanes(native.threads);
+
 export async function labelAsync(...words) {
   const text = requestText(requestOf(words));
-  return delivered(new Outcomes(await native.makeLabels(text, native.createLanes(1)), 1).take());
+  return delivered(new Outcomes(await native.makeLabels(text, lanes), 1).take());
 }
 
 export function labels(requests, options) {

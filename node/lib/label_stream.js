@@ -22,6 +22,28 @@ const roomSize = 1 << 16;
 const largestRoom = 1 << 20;
 const mostWorkers = 1024;
 const threadsOfThePool = 4; // unless the user says otherwise
+// For all streams, in each turn of the event loop. Where labels are made as fast as they are taken, a loop that awaits
+// them would never let go of the thread.
+const givingMilliseconds = 4;
+
+let turnEnd = undefined; // of the turn of the event loop, once a label is given in it
+const nextTurns = []; // of the streams that wait for a turn; in order, one has the next
+
+function isTurnOver() {
+  if (turnEnd === undefined) {
+    turnEnd = performance.now() + givingMilliseconds;
+    setImmediate(beginTurn);
+  }
+  return performance.now() > turnEnd;
+}
+
+function beginTurn() {
+  turnEnd = undefined;
+  if (nextTurns.length > 0) {
+    isTurnOver();
+    nextTurns.shift()();
+  }
+}
 
 function processors() {
   return availableParallelism?.() ?? cpus().length; // node 18.14 has the first
@@ -62,6 +84,15 @@ function requestOrRefusal(request) {
   }
 }
 
+// Undefined when memory is exhausted: there may be enough of it for the labels.
+function newRoom() {
+  try {
+    return new ArrayBuffer(roomSize);
+  } catch {
+    return undefined;
+  }
+}
+
 // Of a request's text; what is wrong with one has none.
 function lengthOf(request) {
   return typeof request === "string" ? request.length : 0;
@@ -92,7 +123,8 @@ class OutcomesAndRefusals {
 
 export class LabelStream {
   #source;
-  #sourceIsAsync;
+  #sourceIsAsync; // its calls return promises
+  #requestsAreAwaited;
   #isReading = false;
   #isRead = false; // the source has ended, or is not wanted any more
   #sourceError = undefined; // { error } that the source has thrown
@@ -109,6 +141,7 @@ export class LabelStream {
   #taken = 0; // of the first chunk
   #inHand = 0; // requests that are read and whose labels are not yet taken
   #readers = []; // calls of next() that wait
+  #isTurnDue = false;
 
   constructor(requests, options = {}) {
     if (!isIterable(requests)) {
@@ -121,6 +154,7 @@ export class LabelStream {
     this.#raises = raisesErrors(options.errors);
     this.#lanes = native.createLanes(this.#workers);
     this.#sourceIsAsync = typeof requests[Symbol.asyncIterator] === "function";
+    this.#requestsAreAwaited = this.#sourceIsAsync;
     this.#source = this.#sourceIsAsync ? requests[Symbol.asyncIterator]() : requests[Symbol.iterator]();
   }
 
@@ -130,7 +164,7 @@ export class LabelStream {
 
   next() {
     const chunk = this.#chunks[0];
-    if (chunk?.results !== undefined && this.#readers.length === 0) {
+    if (chunk?.results !== undefined && this.#readers.length === 0 && !isTurnOver()) {
       const result = this.#take(chunk);
       if (!this.#raises || !(result instanceof Error)) {
         this.#read();
@@ -164,12 +198,26 @@ export class LabelStream {
     while (this.#readers.length > 0) {
       const chunk = this.#chunks[0];
       if (chunk?.results !== undefined) {
+        if (isTurnOver()) {
+          this.#answerNextTurn();
+          return;
+        }
         this.#give(this.#readers.shift(), this.#take(chunk));
       } else if (chunk === undefined && this.#requests.length === 0 && this.#isRead) {
         this.#giveEnd(this.#readers.shift());
       } else {
         return;
       }
+    }
+  }
+
+  #answerNextTurn() {
+    if (!this.#isTurnDue) {
+      this.#isTurnDue = true;
+      nextTurns.push(() => {
+        this.#isTurnDue = false;
+        this.#serve();
+      });
     }
   }
 
@@ -216,7 +264,7 @@ export class LabelStream {
       return;
     }
     this.#isReading = true; // until it is over: a source may call next() and return() itself
-    if (this.#sourceIsAsync) {
+    if (this.#requestsAreAwaited) {
       this.#readAsync(most);
     } else {
       this.#readSync(most);
@@ -234,7 +282,7 @@ export class LabelStream {
       while (!isLate && this.#hasRoom(most)) {
         const item = this.#source.next();
         if (isPromise(item.value)) {
-          this.#sourceIsAsync = true; // as it is to a loop that awaits
+          this.#requestsAreAwaited = true; // as it is to a loop that awaits
           this.#dispatch();
           this.#readAsync(most, item);
           return;
@@ -346,13 +394,10 @@ export class LabelStream {
   async #make(chunk, requests) {
     const texts = requests.filter((request) => typeof request === "string");
     ++this.#given;
-    try {
-      const made = await native.makeLabels(texts.join("\n"), this.#lanes, this.#rooms.pop() ?? new ArrayBuffer(roomSize));
-      this.#adapt(texts.length, made[1]);
-      chunk.results = new Outcomes(made, texts.length);
-      chunk.room = made[2];
-    } catch (error) {
-      chunk.results = { length: texts.length, take: () => error };
+    if (texts.length > 0) {
+      await this.#makeTexts(chunk, texts);
+    } else {
+      await undefined; // as the others: refusals are not given before this is over
     }
     if (texts.length < requests.length) {
       chunk.results = new OutcomesAndRefusals(chunk.results, requests);
@@ -360,6 +405,17 @@ export class LabelStream {
     --this.#given;
     this.#dispatch();
     this.#serve();
+  }
+
+  async #makeTexts(chunk, texts) {
+    try {
+      const made = await native.makeLabels(texts.join("\n"), this.#lanes, this.#rooms.pop() ?? newRoom());
+      this.#adapt(texts.length, made[1]);
+      chunk.results = new Outcomes(made, texts.length);
+      chunk.room = made[2];
+    } catch (error) {
+      chunk.results = { length: texts.length, take: () => error };
+    }
   }
 
   #adapt(count, microseconds) {

@@ -13,3 +13,15 @@ const module = { exports: {} };
 process.dlopen(module, path, flags);
 
 export const { createLanes, makeLabel, makeLabels, scratch, stopLanes, types, version } = module.exports;
+
+// As Node reads it.
+function threadsOfThePool() {
+  const threads = process.env.UV_THREADPOOL_SIZE;
+  return threads === undefined ? 4 : Math.min(Math.max(Number.parseInt(threads, 10) || 1, 1), 1024);
+}
+
+export const threads = threadsOfThePool();
+module.exports.useLanes(threads);
+
+// A process that ends waits for its threads.
+process.on("exit", module.exports.endLanes);

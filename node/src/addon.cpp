@@ -212,6 +212,7 @@ napi_value MakeLabelNow(napi_env env, napi_callback_info info) {
 // each. The labels themselves are freed where they were made, which costs least.
 struct Work {
   std::string requests;
+  std::size_t requestsRead = 0;  // in characters
   std::string answers;
   std::vector<unsigned char> pictures;
   std::vector<std::uint32_t> lengths;  // of pictures; 0 where a label was refused
@@ -223,21 +224,23 @@ struct Work {
   napi_deferred deferred = nullptr;
 };
 
-void MakeLabels(Work& work) {
-  std::string_view rest = work.requests;
-  while (!rest.empty()) {
-    const std::size_t requestLength = std::min(rest.find('\n'), rest.size());
-    const LabelPtr label = MakeLabel(rest.substr(0, requestLength));
-    std::size_t length = 0;
-    const unsigned char* const bytes = barcode_label_data(label.get(), &length);
-    work.pictures.insert(work.pictures.end(), bytes, bytes + length);
-    work.answers.append(barcode_label_media_type(label.get()))
-        .append(barcode_label_report(label.get()))
-        .push_back('\n');
-    // Last: what memory did not suffice for does not count.
-    work.lengths.push_back(static_cast<std::uint32_t>(length));
-    rest.remove_prefix(std::min(requestLength + 1, rest.size()));
-  }
+bool IsMade(const Work& work) {
+  return work.requestsRead == work.requests.size();
+}
+
+void MakeNext(Work& work) {
+  const std::string_view rest = std::string_view(work.requests).substr(work.requestsRead);
+  const std::size_t requestLength = std::min(rest.find('\n'), rest.size());
+  const LabelPtr label = MakeLabel(rest.substr(0, requestLength));
+  std::size_t length = 0;
+  const unsigned char* const bytes = barcode_label_data(label.get(), &length);
+  work.pictures.insert(work.pictures.end(), bytes, bytes + length);
+  work.answers.append(barcode_label_media_type(label.get()))
+      .append(barcode_label_report(label.get()))
+      .push_back('\n');
+  // Last: what memory did not suffice for does not count.
+  work.lengths.push_back(static_cast<std::uint32_t>(length));
+  work.requestsRead += std::min(requestLength + 1, rest.size());
 }
 
 // What JavaScript gets of the pictures: of 32 bits each, how many there are, and their lengths; behind these
@@ -260,19 +263,31 @@ bool HasRoom(const Work& work) {
   return PackedSize(work) <= work.roomSize;
 }
 
-void MakeWork(Work& work) {
-  const auto begin = std::chrono::steady_clock::now();
+// `goesOn` is asked after each label.
+template <class GoesOn>
+void MakeLabels(Work& work, const GoesOn& goesOn) {
   try {
-    MakeLabels(work);
+    while (!IsMade(work)) {
+      MakeNext(work);
+      if (!goesOn()) {
+        return;
+      }
+    }
   } catch (const std::bad_alloc&) {
-    // The results are those until now.
+    work.requestsRead = work.requests.size();  // the results are those until now
   }
-  if (HasRoom(work)) {
+}
+
+template <class GoesOn>
+void MakeWork(Work& work, const GoesOn& goesOn) {
+  const auto begin = std::chrono::steady_clock::now();
+  MakeLabels(work, goesOn);
+  if (IsMade(work) && HasRoom(work)) {
     Pack(work, work.room);
     std::vector<unsigned char>().swap(work.pictures);  // where it was allocated, which costs least
     work.isPacked = true;
   }
-  work.microseconds =
+  work.microseconds +=
       std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - begin).count();
 }
 
@@ -322,12 +337,50 @@ void FreeRoom(napi_env env, Work& work) {
   }
 }
 
+class Lanes;
+struct Environment;
+
+struct Lane {
+  std::shared_ptr<Lanes> lanes;
+  Environment* environment = nullptr;
+  napi_async_work handle = nullptr;
+  bool isInterrupted = false;
+};
+
 // What each environment of Node has of its own, for as long as it lives. It waits for the threads of its pool
 // before it ends.
 struct Environment {
   napi_threadsafe_function deliver = nullptr;
   std::size_t pending = 0;  // works that are not delivered: for these the process stays
+  // Node's pool takes what it is given in order: with more lanes in it than it has threads, whatever else
+  // needs one would wait for them all.
+  std::size_t mostLanes = 1;
+  std::size_t lanesInPool = 0;
+  std::deque<std::unique_ptr<Lane>> waiting;  // until there is room in the pool
+  std::atomic<bool> isEnding = false;         // nothing is made any more
 };
+
+Environment* EnvironmentOf(napi_env env) {
+  void* environment = nullptr;
+  return napi_get_instance_data(env, &environment) == napi_ok ? static_cast<Environment*>(environment)
+                                                              : nullptr;
+}
+
+// An environment that is going down, which waits for its threads first, tells so by this alone: it runs
+// nothing.
+bool NoticesEnd(napi_env env, Environment& environment) {
+  bool isThrowing = false;
+  bool hasObject = false;
+  napi_value global = nullptr;
+  if (napi_is_exception_pending(env, &isThrowing) != napi_ok || isThrowing) {
+    return environment.isEnding;
+  }
+  if (napi_get_global(env, &global) != napi_ok ||
+      napi_has_named_property(env, global, "Object", &hasObject) != napi_ok) {
+    environment.isEnding = true;
+  }
+  return environment.isEnding;
+}
 
 // An environment that is going down takes no results; the work is freed all the same.
 void Conclude(napi_env env, Work& work) {
@@ -349,6 +402,7 @@ void Deliver(napi_env env, napi_value /*function*/, void* context, void* data) {
   if (environment.pending == 0) {
     napi_unref_threadsafe_function(env, environment.deliver);
   }
+  NoticesEnd(env, environment);
   Conclude(env, *work);
 }
 
@@ -358,8 +412,8 @@ class Lanes {
  public:
   explicit Lanes(std::size_t most) : m_most(most) {}
 
-  // Whether it needs a further lane.
-  bool Add(std::unique_ptr<Work> work) {
+  // Whether it needs a further lane. Where memory is exhausted the work stays where it is.
+  bool Add(std::unique_ptr<Work>& work) {
     const std::lock_guard lock(m_mutex);
     m_waiting.push_back(std::move(work));
     if (m_running == m_most) {
@@ -381,6 +435,27 @@ class Lanes {
     return work;
   }
 
+  // The first of those that wait again; not where memory is exhausted.
+  bool PutBack(std::unique_ptr<Work>& work) {
+    const std::lock_guard lock(m_mutex);
+    try {
+      m_waiting.push_front(std::move(work));
+      return true;
+    } catch (const std::bad_alloc&) {
+      return false;
+    }
+  }
+
+  // Whether there is one for a lane; without any the lane ends.
+  bool HasNext() {
+    const std::lock_guard lock(m_mutex);
+    if (m_waiting.empty()) {
+      --m_running;
+      return false;
+    }
+    return true;
+  }
+
   // Nobody wants the labels of the works that wait.
   void Stop() { m_isStopped = true; }
   bool IsStopped() const { return m_isStopped; }
@@ -393,29 +468,34 @@ class Lanes {
   std::atomic<bool> m_isStopped = false;
 };
 
-struct Lane {
-  std::shared_ptr<Lanes> lanes;
-  Environment* environment = nullptr;
-  napi_async_work handle = nullptr;
-  bool isInterrupted = false;
-};
-
-// After a while a lane lets others have the thread, and queues up again.
+// After a while a lane lets others have the thread, and queues up again. It leaves a work in the middle only
+// when that takes much longer than works are meant to.
 constexpr std::chrono::milliseconds kLaneTime(20);
+constexpr std::chrono::milliseconds kLongestLaneTime(30);
+
+bool IsWanted(const Lane& lane) {
+  return !lane.lanes->IsStopped() && !lane.environment->isEnding;
+}
 
 void RunLane(napi_env /*env*/, void* data) {
+  using Clock = std::chrono::steady_clock;
   auto& lane = *static_cast<Lane*>(data);
-  const auto end = std::chrono::steady_clock::now() + kLaneTime;
-  while (!lane.isInterrupted) {
+  const auto begin = Clock::now();
+  const auto goesOn = [&] { return Clock::now() - begin <= kLongestLaneTime && IsWanted(lane); };
+  // At the end of the environment works stay where they are, and end with it.
+  while (!lane.isInterrupted && !lane.environment->isEnding) {
     std::unique_ptr<Work> work = lane.lanes->Next();
     if (work == nullptr) {
       return;
     }
-    if (!lane.lanes->IsStopped()) {
-      MakeWork(*work);
+    if (IsWanted(lane)) {
+      MakeWork(*work, goesOn);
     }
-    lane.isInterrupted = std::chrono::steady_clock::now() > end;
-    napi_call_threadsafe_function(lane.environment->deliver, work.release(), napi_tsfn_nonblocking);
+    lane.isInterrupted = Clock::now() - begin > kLaneTime;
+    const bool isOver = IsMade(*work) || lane.lanes->IsStopped();
+    if (isOver || !lane.lanes->PutBack(work)) {
+      napi_call_threadsafe_function(lane.environment->deliver, work.release(), napi_tsfn_nonblocking);
+    }
   }
 }
 
@@ -436,23 +516,51 @@ bool QueueLane(napi_env env, std::unique_ptr<Lane> lane) {
   return true;
 }
 
-// Without the lane its works are over: nothing of them is made, as where memory is exhausted.
-void StartLane(napi_env env, std::unique_ptr<Lane> lane) {
-  const std::shared_ptr<Lanes> lanes = lane->lanes;
-  Environment& environment = *lane->environment;
-  if (QueueLane(env, std::move(lane))) {
-    return;
-  }
-  for (std::unique_ptr<Work> work = lanes->Next(); work != nullptr; work = lanes->Next()) {
+// Without a lane its works are over: nothing more of them is made, as where memory is exhausted.
+void GiveUp(napi_env env, Environment& environment, Lanes& lanes) {
+  for (std::unique_ptr<Work> work = lanes.Next(); work != nullptr; work = lanes.Next()) {
     Deliver(env, nullptr, &environment, work.release());
   }
 }
 
+void FillPool(napi_env env, Environment& environment) {
+  while (environment.lanesInPool < environment.mostLanes && !environment.waiting.empty()) {
+    std::unique_ptr<Lane> lane = std::move(environment.waiting.front());
+    environment.waiting.pop_front();
+    const std::shared_ptr<Lanes> lanes = lane->lanes;
+    if (!lanes->HasNext()) {
+      continue;
+    }
+    if (QueueLane(env, std::move(lane))) {
+      ++environment.lanesInPool;
+    } else {
+      GiveUp(env, environment, *lanes);
+    }
+  }
+}
+
+void StartLane(napi_env env, std::unique_ptr<Lane> lane) {
+  Environment& environment = *lane->environment;
+  try {
+    environment.waiting.push_back(std::move(lane));
+  } catch (const std::bad_alloc&) {
+    GiveUp(env, environment, *lane->lanes);  // NOLINT(bugprone-use-after-move): it has not been moved
+  }
+  FillPool(env, environment);
+}
+
 void EndLane(napi_env env, napi_status /*status*/, void* data) {
   std::unique_ptr<Lane> lane(static_cast<Lane*>(data));
+  Environment& environment = *lane->environment;
   napi_delete_async_work(env, lane->handle);
+  --environment.lanesInPool;
+  if (NoticesEnd(env, environment)) {
+    return;
+  }
   if (lane->isInterrupted) {
     StartLane(env, std::move(lane));
+  } else {
+    FillPool(env, environment);
   }
 }
 
@@ -500,15 +608,33 @@ napi_value StopLanes(napi_env env, napi_callback_info info) {
   return nullptr;
 }
 
-Environment* EnvironmentOf(napi_env env) {
-  void* environment = nullptr;
-  return napi_get_instance_data(env, &environment) == napi_ok ? static_cast<Environment*>(environment)
-                                                              : nullptr;
+// useLanes(count): how many of all lanes of this environment may be in Node's pool.
+napi_value UseLanes(napi_env env, napi_callback_info info) {
+  std::array<napi_value, 1> arguments = {};
+  std::uint32_t count = 0;
+  Environment* const environment = EnvironmentOf(env);
+  if (environment == nullptr || !ReadArguments(env, info, arguments) ||
+      napi_get_value_uint32(env, arguments[0], &count) != napi_ok) {
+    return Failed(env);
+  }
+  environment->mostLanes = std::max<std::size_t>(count, 1);
+  return nullptr;
 }
 
-void AddWork(napi_env env, std::unique_ptr<Lane> lane, std::unique_ptr<Work> work) {
+// endLanes(): JavaScript takes nothing any more.
+napi_value EndLanes(napi_env env, napi_callback_info /*info*/) {
+  Environment* const environment = EnvironmentOf(env);
+  if (environment == nullptr) {
+    return Failed(env);
+  }
+  environment->isEnding = true;
+  return nullptr;
+}
+
+// Where memory is exhausted the work stays where it is.
+void AddWork(napi_env env, std::unique_ptr<Lane> lane, std::unique_ptr<Work>& work) {
   Environment& environment = *lane->environment;
-  const bool needsLane = lane->lanes->Add(std::move(work));
+  const bool needsLane = lane->lanes->Add(work);
   if (environment.pending == 0) {
     napi_ref_threadsafe_function(env, environment.deliver);
   }
@@ -523,8 +649,9 @@ void AddWork(napi_env env, std::unique_ptr<Lane> lane, std::unique_ptr<Work> wor
 napi_value MakeLabelsInPool(napi_env env, napi_callback_info info) {
   std::array<napi_value, 3> arguments = {};
   napi_value promise = nullptr;
+  std::unique_ptr<Work> work;
   try {
-    auto work = std::make_unique<Work>();
+    work = std::make_unique<Work>();
     auto lane = std::make_unique<Lane>();
     lane->environment = EnvironmentOf(env);
     if (lane->environment == nullptr || !ReadArguments(env, info, arguments) ||
@@ -536,9 +663,12 @@ napi_value MakeLabelsInPool(napi_env env, napi_callback_info info) {
         !UseRoom(env, arguments[2], *work)) {
       return Failed(env);
     }
-    AddWork(env, std::move(lane), std::move(work));
+    AddWork(env, std::move(lane), work);
     return promise;
   } catch (const std::bad_alloc&) {
+    if (work != nullptr) {
+      FreeRoom(env, *work);
+    }
     return Failed(env);
   }
 }
@@ -588,6 +718,8 @@ NAPI_MODULE_EXPORT napi_value napi_register_module_v1(napi_env env, napi_value e
                                      Function("createLanes", barcode::node::CreateLanes),
                                      Function("stopLanes", barcode::node::StopLanes),
                                      Function("makeLabels", barcode::node::MakeLabelsInPool),
+                                     Function("useLanes", barcode::node::UseLanes),
+                                     Function("endLanes", barcode::node::EndLanes),
                                      Function("types", barcode::node::Types),
                                      Function("version", barcode::node::Version)};
   void* bytes = nullptr;

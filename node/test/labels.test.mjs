@@ -4,6 +4,7 @@ import { Readable } from "node:stream";
 import { setTimeout as delay } from "node:timers/promises";
 import { test } from "node:test";
 
+import { Outcomes } from "../node_modules/libbarcode/lib/label.js";
 import { createLanes, makeLabels, stopLanes } from "../node_modules/libbarcode/lib/native.js";
 import { label, labels, LabelError } from "libbarcode";
 
@@ -130,6 +131,35 @@ test("labels that nobody wants any more are not made", async () => {
   assert.deepEqual(answers.slice(1), ["", ""]);
 });
 
+test("labels that nobody wants any more are not made, in the middle of a chunk either", async () => {
+  const lanes = createLanes(1);
+  const slow = JSON.stringify({ type: "qr", text: "y".repeat(2000), module: 40 });
+  const first = makeLabels("{}", lanes);
+  const others = makeLabels(Array(64).fill(slow).join("\n"), lanes);
+  await first;
+  await delay(1);
+  stopLanes(lanes);
+  const [answers] = await others;
+  assert.ok(answers.split("\n").length <= 32, answers);
+});
+
+test("a chunk that takes long is left in the middle, and goes on", async () => {
+  const lanes = createLanes(3);
+  const requests = [...numbered(200, { type: "code39", format: "svg" })].map((request, i) => ({ ...request, text: `${i}`,
+    ...(i % 10 === 0 ? { type: "qr", format: "png", module: 40 } : {}) }));
+  const chunks = Array.from({ length: 8 }, () => makeLabels(requests.map((request) => JSON.stringify(request)).join("\n"), lanes,
+    new ArrayBuffer(1 << 16)));
+  for (const made of await Promise.all(chunks)) {
+    const outcomes = new Outcomes(made, requests.length);
+    for (const request of requests) {
+      const { data, report } = outcomes.take();
+      assert.equal(report.text, request.text);
+      assert.equal(report.bytes, data.length);
+    }
+    assert.ok(made[1] > 0);
+  }
+});
+
 test("an error is raised in its place and ends the labels", async () => {
   const source = watched([...numbered(100), bad, ...numbered(100000)]);
   const made = labels(source, { workers: 2 });
@@ -155,6 +185,59 @@ test("errors stand in their places", async () => {
     ...Array(5)]);
   assert.ok(made[5] instanceof LabelError && made[6] instanceof LabelError);
   assert.ok(made[7] instanceof TypeError && made[8] instanceof TypeError);
+});
+
+test("refusals cost no chunk of labels its size", async () => {
+  const workers = 2;
+  let ahead = 0;
+  // A chunk that had to wait for a processor may be followed by small ones.
+  for (let trial = 0; trial < 20 && ahead <= 4 * workers; ++trial) {
+    const source = watched((function* () {
+      yield* numbered(1000, { type: "code39", format: "svg", show_text: false });
+      yield* Array(2000).fill(null);
+    })());
+    const made = labels(source, { workers, errors: "yield" });
+    let taken = 0;
+    while (taken < 2000) {
+      const { value } = await made.next();
+      ++taken;
+      assert.equal(value instanceof TypeError, taken > 1000);
+    }
+    await delay(10);
+    ahead = source.read - taken;
+    await made.return();
+  }
+  assert.ok(ahead > 4 * workers, `${ahead} were read ahead`);
+});
+
+test("refusals need no thread", async () => {
+  const slow = JSON.stringify({ type: "qr", text: "y".repeat(2000), module: 40 });
+  const threads = Number(process.env.UV_THREADPOOL_SIZE ?? 4);
+  let before = Infinity;
+  // On a busy machine this thread may be the one that waits.
+  for (let trial = 0; trial < 20 && before > 0; ++trial) {
+    let made = 0;
+    const all = Array.from({ length: threads }, () => makeLabels(slow, createLanes(1)).then(() => ++made));
+    for await (const result of labels([null, null, null], { errors: "yield" })) {
+      assert.ok(result instanceof TypeError);
+    }
+    before = made;
+    await Promise.all(all);
+  }
+  assert.equal(before, 0);
+});
+
+test("without memory for a room labels are made all the same", async () => {
+  const { ArrayBuffer } = globalThis;
+  const made = labels(numbered(200));
+  globalThis.ArrayBuffer = function () {
+    throw new RangeError("Array buffer allocation failed");
+  };
+  try {
+    assert.deepEqual(await textsOf(made), expected(200));
+  } finally {
+    globalThis.ArrayBuffer = ArrayBuffer;
+  }
 });
 
 test("requests are told apart from what they become later", async () => {
@@ -376,6 +459,27 @@ test("a source may end the labels that read it", async () => {
   assert.equal(closed, 1);
 });
 
+test("a source of promises may end the labels that read it", async () => {
+  let closed = 0;
+  let ended;
+  const made = labels((function* () {
+    try {
+      yield Promise.resolve({ type: "qr", text: "a" });
+      ended = made.return("over");
+      for (;;) {
+        yield Promise.resolve({ type: "qr", text: "b" });
+      }
+    } finally {
+      ++closed;
+    }
+  })());
+  for await (const { report } of made) {
+    assert.equal(report.text, "a");
+  }
+  assert.deepEqual(await ended, { value: "over", done: true });
+  assert.equal(closed, 1);
+});
+
 test("promises of requests are awaited", async () => {
   const requests = [...numbered(100)].map((request, i) => (i % 3 === 1 ? delay(i % 5, request) : request));
   assert.deepEqual(await textsOf(labels(requests)), expected(100));
@@ -427,4 +531,33 @@ test("long requests do not pile up", async () => {
   }
   assert.equal(taken, 1000);
   assert.ok(mostAhead <= 8, `${mostAhead} were read ahead`);
+});
+
+test("a reader that is slow lets go of the thread", async () => {
+  const streams = 2;
+  let turns = 0;
+  let given = 0; // in this turn of the event loop
+  let most = 0;
+  let isOver = false;
+  setImmediate(function turn() {
+    ++turns;
+    given = 0;
+    if (!isOver) {
+      setImmediate(turn);
+    }
+  });
+  const taken = await Promise.all(Array.from({ length: streams }, async () => {
+    let count = 0;
+    for await (const { data } of labels(numbered(1000, { type: "code128", format: "svg" }), { workers: 4 })) {
+      assert.ok(data.length > 0);
+      const end = performance.now() + 1;
+      while (performance.now() < end);
+      ++count;
+      most = Math.max(most, ++given);
+    }
+    return count;
+  }));
+  isOver = true;
+  assert.deepEqual(taken, Array(streams).fill(1000));
+  assert.ok(most <= 32, `${most} labels in one of ${turns} turns of the event loop`);
 });

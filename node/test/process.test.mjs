@@ -12,9 +12,10 @@ import { label } from "libbarcode";
 const here = fileURLToPath(new URL(".", import.meta.url));
 
 // Status and output of a program with the package; a signal is a failure.
-function run(code) {
+function run(code, environment = {}) {
   const arguments_ = ["--input-type=module", "-e", code];
-  const { status, signal, stdout, stderr } = spawnSync(process.execPath, arguments_, { cwd: here, encoding: "utf-8" });
+  const env = { ...process.env, ...environment };
+  const { status, signal, stdout, stderr } = spawnSync(process.execPath, arguments_, { cwd: here, encoding: "utf-8", env });
   assert.equal(signal, null, stderr);
   return { status, stdout, stderr };
 }
@@ -90,6 +91,76 @@ test("a process may end in the middle of labels()", () => {
     assert.equal(status, 7, stderr);
     assert.equal(stderr, "");
   }
+});
+
+// A program with a thread for the pool, and a chunk that takes `count` times as long as a label of it.
+const withSlowChunk = (count, code) => run(`
+    import { stat } from "node:fs/promises";
+    import { label } from "libbarcode";
+    import { createLanes, makeLabels } from "./../node_modules/libbarcode/lib/native.js";
+    const request = { type: "qr", text: "y".repeat(2000), module: 40 };
+    const slow = JSON.stringify(request);
+    const begin = performance.now();
+    label(request);
+    const milliseconds = performance.now() - begin;
+    await makeLabels("{}", createLanes(1));
+    const chunk = makeLabels(Array(${count}).fill(slow).join("\\n"), createLanes(1));
+    ${code}`, { UV_THREADPOOL_SIZE: "1" });
+
+test("others get a thread of the pool in the middle of a chunk", () => {
+  const { stdout, stderr } = withSlowChunk(100, `
+    const start = performance.now();
+    const times = await Promise.all([stat("."), chunk].map((one) => one.then(() => performance.now() - start)));
+    console.log(times.join(" "));`);
+  const [file, labels] = stdout.split(" ").map(Number);
+  assert.ok(file < labels / 2, `${stdout} ms${stderr}`);
+});
+
+test("a process that ends does not make what is left of a chunk", () => {
+  const { status, stdout, stderr } = withSlowChunk(400, `
+    setTimeout(() => {
+      console.log(milliseconds, Date.now());
+      process.exit(3);
+    }, milliseconds / 2);`);
+  const over = Date.now();
+  assert.equal(status, 3, stderr);
+  const [milliseconds, exit] = stdout.split(" ").map(Number);
+  assert.ok(over - exit < 1000 + 30 * milliseconds, `${over - exit} ms; a label takes ${milliseconds} ms`);
+});
+
+test("others get a thread of the pool before all streams that wait for one", () => {
+  const { stdout, stderr } = run(`
+    import { stat } from "node:fs/promises";
+    import { createLanes, makeLabels } from "./../node_modules/libbarcode/lib/native.js";
+    const request = JSON.stringify({ type: "qr", text: "y".repeat(2000), module: 20 });
+    let made = 0;
+    const all = Array.from({ length: 64 }, () => makeLabels(request, createLanes(1)).then(() => ++made));
+    await stat(".");
+    console.log(made < 32);
+    await Promise.all(all);
+    console.log(made);`, { UV_THREADPOOL_SIZE: "2" });
+  assert.equal(stdout, "true\n64\n", stderr);
+});
+
+test("a worker thread that is ended does not make what waits", async () => {
+  const request = { type: "qr", text: "y".repeat(2000), module: 40 };
+  const begin = performance.now();
+  label(request);
+  const milliseconds = performance.now() - begin;
+  const native = new URL("./lib/native.js", import.meta.resolve("libbarcode"));
+  const code = `
+    import { parentPort } from "node:worker_threads";
+    import { createLanes, makeLabels } from ${JSON.stringify(native)};
+    const slow = ${JSON.stringify(JSON.stringify(request))};
+    await makeLabels(slow, createLanes(1));
+    for (let i = 0; i < 200; ++i) makeLabels(slow + "\\n" + slow, createLanes(1));
+    parentPort.postMessage("begun");`;
+  const worker = new Worker(new URL(`data:text/javascript,${encodeURIComponent(code)}`));
+  await once(worker, "message");
+  const end = performance.now();
+  assert.equal(await worker.terminate(), 1);
+  const taken = performance.now() - end;
+  assert.ok(taken < 1000 + 30 * milliseconds, `${taken} ms; a label takes ${milliseconds} ms`);
 });
 
 test("an error that nobody catches ends a process as usual", () => {
