@@ -15,6 +15,8 @@ from ._label import Label
 _MOST_IN_CHUNK = 256
 _MOST_BYTES = 256 * 1024
 _MOST_SECONDS = 0.002
+# Nor more than are drawn in this time: at the end, threads wait for the last chunk.
+_CHUNK_SECONDS = 0.004
 _CHUNKS_PER_WORKER = 2
 # After this time what is drawn of a chunk is handed over, and the rest becomes chunks of their own.
 _DRAWING_SECONDS = 0.01
@@ -177,13 +179,14 @@ class _Reader:
         """Whether the last request took that long to come."""
         return self._seconds > max(seconds, _MOST_SECONDS)
 
-    def read(self) -> List[Union[bytes, LabelError]]:
-        """The next chunk; shorter ones before the end or the failure."""
+    def read(self, drawing_seconds: float) -> List[Union[bytes, LabelError]]:
+        """The next chunk, of labels that take so long each; shorter ones before the end or the failure."""
         chunk: List[Union[bytes, LabelError]] = []
         size = 0
+        most = min(self._next_size, max(1, int(_CHUNK_SECONDS / max(drawing_seconds, 1e-6))))
         begin = before = monotonic()
         try:
-            while len(chunk) < self._next_size and size < _MOST_BYTES:
+            while len(chunk) < most and size < _MOST_BYTES:
                 try:
                     request = next(self._requests)
                 except StopIteration:
@@ -226,7 +229,7 @@ def _stream(reader: _Reader, workers: int, raises: bool) -> Generator[Made, None
                 if pending and (first or reader.slower_than(drawing_seconds) or
                                 (pending[0].done.is_set() and team.has_enough())):
                     break
-                requests = reader.read()
+                requests = reader.read(drawing_seconds)
                 if requests:
                     pending.append(_Chunk(requests))
                     team.add(pending[-1])

@@ -135,6 +135,21 @@ def test_slow_labels_come_one_by_one() -> None:
     assert len(gaps) == 460 and sum(gaps) > 30 * one and max(gaps) < 15 * one + 0.1
 
 
+def test_slow_labels_are_shared_in_small_parts(monkeypatch: pytest.MonkeyPatch) -> None:
+    """No thread has many of them while the others have nothing more to do."""
+    sizes: List[int] = []
+    chunk = getattr(_stream, "_Chunk")
+    begin = chunk.__init__
+
+    def counting(self: Any, requests: Any) -> None:
+        sizes.append(len(requests))
+        begin(self, requests)
+
+    monkeypatch.setattr(chunk, "__init__", counting)
+    assert len(list(labels(numbered(40, format="png", width=5000, height=3000), workers=2))) == 40
+    assert sum(sizes) >= 40 and max(sizes) <= 4
+
+
 def test_refused_in_its_turn() -> None:
     requests = [{"type": "itf", "text": text} for text in ["12", "34", "5x", "78"]]
     made = labels(requests)
