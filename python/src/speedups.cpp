@@ -37,6 +37,7 @@ struct Library {
   const char* (*report)(const BarcodeLabel*);
   void (*free)(BarcodeLabel*);
 };
+
 // More than most requests have, in bytes.
 constexpr std::size_t kUsualLength = 256;
 
@@ -243,10 +244,12 @@ Object Take(Package& package, const BarcodeLabel* label, PyObject* request) {
     return Object(PyObject_CallFunctionObjArgs(package.refusal.get(), reportBytes.get(), request, nullptr));
   }
   const Object picture = BytesFrom(data, length);
-  const Object mediaType = MediaType(package, label);
+  const Object mediaType = picture == nullptr ? nullptr : MediaType(package, label);
+  if (mediaType == nullptr) {
+    return nullptr;
+  }
   Object made(package.allocateLabel(reinterpret_cast<PyTypeObject*>(package.labelType.get()), 0));
-  if (picture == nullptr || mediaType == nullptr || made == nullptr ||
-      PyObject_SetAttr(made.get(), package.dataName.get(), picture.get()) != 0 ||
+  if (made == nullptr || PyObject_SetAttr(made.get(), package.dataName.get(), picture.get()) != 0 ||
       PyObject_SetAttr(made.get(), package.mediaTypeName.get(), mediaType.get()) != 0 ||
       PyObject_SetAttr(made.get(), package.reportName.get(), reportBytes.get()) != 0) {
     return nullptr;
