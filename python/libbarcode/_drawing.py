@@ -5,7 +5,7 @@ import functools
 import json
 from ctypes import c_size_t
 from time import monotonic
-from typing import Any, Callable, Dict, List, Optional, Union
+from typing import Any, Callable, Dict, Iterator, List, Mapping, Optional, Tuple, Union
 
 from . import _fields
 from ._errors import LabelError, refusal
@@ -17,6 +17,7 @@ try:
 except ImportError:  # it is not there, or of another kind of interpreter
     _speedups = None  # type: ignore[assignment]
 
+Encoded = Union[bytes, LabelError]
 Made = Union[Label, LabelError]
 
 
@@ -42,16 +43,32 @@ class Library:
         self.bytes_at = _prototype(ctypes.PyDLL(None).PyBytes_FromStringAndSize, ctypes.py_object, pointer,
                                    ctypes.c_ssize_t)
 
-    def request_json(self, fields: Dict[str, object]) -> bytes:
-        """The request as the library reads it. TypeError for a value of another Python type than the field's."""
-        return _fields.request_json(fields.copy())  # what it is at this moment
+    def read_some(self, requests: Iterator[object], chunk: List[Encoded], most: int, most_bytes: int,
+                  seconds: float) -> Tuple[bool, float]:
+        """Adds the next requests to a chunk, as the library reads them, until it has so many or so many bytes, or the time
+        is over. Returns whether there are no more, and the seconds that the last took to come."""
+        size, took = 0, 0.0
+        begin = before = monotonic()
+        while len(chunk) < most and size < most_bytes:
+            try:
+                request = next(requests)
+            except StopIteration:
+                return True, took
+            encoded = _encoded(request)
+            chunk.append(encoded)
+            size += len(encoded) if isinstance(encoded, bytes) else 0
+            now = monotonic()
+            took, before = now - before, now
+            if now - begin > seconds:
+                break
+        return False, took
 
     def draw(self, type: object, text: object, fields: Dict[str, object]) -> Made:
         """The label of a request, or the error that refuses it."""
         request = _fields.request_json({"type": type, "text": text, **fields})
         return self._take(self.make(request, len(request)), request)
 
-    def draw_some(self, requests: List[Union[bytes, LabelError]], seconds: float) -> List[Made]:
+    def draw_some(self, requests: List[Encoded], seconds: float) -> List[Made]:
         """The labels of many, from the first until it is time to end; an error stands for itself. All are drawn before
         the first is taken: a thread that wants the interpreter's lock after each of them waits for the others' most of
         the time."""
@@ -86,6 +103,17 @@ class Library:
             self.free(made)
 
 
+def _encoded(request: object) -> Encoded:
+    """A request as the library reads it, or the error of what cannot be told it. TypeError for a value of another Python
+    type than the field's."""
+    if not isinstance(request, Mapping):
+        raise TypeError(f"a request must be a mapping of fields, not {type(request).__name__}")
+    try:
+        return _fields.request_json(dict(request))  # what it is at this moment
+    except LabelError as error:
+        return error
+
+
 def _as_bytes(beginnings: Dict[str, str]) -> Dict[str, bytes]:
     return {name: beginning.encode() for name, beginning in beginnings.items()}
 
@@ -95,7 +123,7 @@ if _speedups is not None:
         """The same, compiled."""
 
         __slots__ = ()
-        request_json = _speedups.request_json  # type: ignore[assignment]
+        read_some = _speedups.read_some  # type: ignore[assignment]
         draw = _speedups.draw  # type: ignore[assignment]
         draw_some = _speedups.draw_some  # type: ignore[assignment]
 
@@ -105,7 +133,7 @@ if _speedups is not None:
                               for function in (self.make, self.data, self.media_type, self.report, self.free))
             _speedups.bind(addresses, Label, _as_bytes(_fields.STRINGS), _as_bytes(_fields.NUMBERS),
                            _as_bytes(_fields.BOOLEANS), _fields.KINDS, _fields.LONGEST, _fields.MOST,
-                           _fields.request_json, _error)
+                           _fields.request_json, _encoded, _error)
 
 
 def _prototype(function: Any, result: Any, *arguments: Any) -> Any:

@@ -1,12 +1,13 @@
-from typing import Callable, Dict, List, Optional, Tuple, Type, Union
+from typing import Callable, Dict, Iterator, List, Optional, Tuple, Type, Union
 
 from ._errors import LabelError
 from ._label import Label
 
 def bind(addresses: Tuple[Optional[int], ...], label: Type[Label], strings: Dict[str, bytes], numbers: Dict[str, bytes],
          booleans: Dict[str, bytes], kinds: Dict[str, str], longest: int, most: int,
-         request_json: Callable[[Dict[str, object]], bytes],
+         request_json: Callable[[Dict[str, object]], bytes], encoded: Callable[[object], Union[bytes, LabelError]],
          refusal: Callable[[bytes, Optional[bytes]], LabelError]) -> None: ...
-def request_json(fields: Dict[str, object]) -> bytes: ...
+def read_some(requests: Iterator[object], chunk: List[Union[bytes, LabelError]], most: int, most_bytes: int,
+              seconds: float) -> Tuple[bool, float]: ...
 def draw(type: object, text: object, fields: Dict[str, object]) -> Union[Label, LabelError]: ...
 def draw_some(requests: List[Union[bytes, LabelError]], seconds: float) -> List[Union[Label, LabelError]]: ...

@@ -4,9 +4,9 @@ import os
 import threading
 from collections import deque
 from time import monotonic
-from typing import Deque, Generator, Iterable, Iterator, List, Literal, Mapping, Optional, Union, overload
+from typing import Deque, Generator, Iterable, Iterator, List, Literal, Mapping, Optional, overload
 
-from ._drawing import Library, Made, functions
+from ._drawing import Encoded, Library, Made, functions
 from ._errors import LabelError
 from ._label import Label
 
@@ -20,6 +20,17 @@ _CHUNK_SECONDS = 0.004
 _CHUNKS_PER_WORKER = 2
 # After this time what is drawn of a chunk is handed over, and the rest becomes chunks of their own.
 _DRAWING_SECONDS = 0.01
+
+# Another object in each child process.
+_process = object()
+
+
+def _in_child() -> None:
+    global _process
+    _process = object()
+
+
+os.register_at_fork(after_in_child=_in_child)
 
 
 @overload
@@ -61,10 +72,11 @@ def labels(requests: Iterable[Mapping[str, object]], *, workers: Optional[int] =
 class _Chunk:
     """Some requests, and what became of them."""
 
-    def __init__(self, requests: List[Union[bytes, LabelError]]) -> None:
+    def __init__(self, requests: List[Encoded]) -> None:
         self.requests = requests
         self.done = threading.Event()
         self.made: List[Made] = []
+        self.refused = False  # whether an error is among them
         self.rest: List["_Chunk"] = []  # of the requests that it did not come to
         self.failure: Optional[BaseException] = None
         self.seconds_each = 0.0
@@ -72,6 +84,7 @@ class _Chunk:
     def draw(self) -> None:
         begin = monotonic()
         self.made = functions().draw_some(self.requests, _DRAWING_SECONDS)
+        self.refused = LabelError in map(type, self.made)
         rest = self.requests[len(self.made):]
         middle = (len(rest) + 1) // 2  # for two threads
         self.rest = [_Chunk(part) for part in (rest[:middle], rest[middle:]) if part]
@@ -168,7 +181,7 @@ class _Reader:
     """Requests in chunks, as JSON: what a mapping becomes afterwards does not matter any more."""
 
     def __init__(self, library: Library, requests: Iterator[Mapping[str, object]]) -> None:
-        self._request_json = library.request_json
+        self._read_some = library.read_some
         self._requests = requests
         self._next_size = 1  # the first labels come soon
         self._seconds = 0.0
@@ -179,46 +192,21 @@ class _Reader:
         """Whether the last request took that long to come."""
         return self._seconds > max(seconds, _MOST_SECONDS)
 
-    def read(self, drawing_seconds: float) -> List[Union[bytes, LabelError]]:
+    def read(self, drawing_seconds: float) -> List[Encoded]:
         """The next chunk, of labels that take so long each; shorter ones before the end or the failure."""
-        chunk: List[Union[bytes, LabelError]] = []
-        size = 0
+        chunk: List[Encoded] = []
         most = min(self._next_size, max(1, int(_CHUNK_SECONDS / max(drawing_seconds, 1e-6))))
-        begin = before = monotonic()
         try:
-            while len(chunk) < most and size < _MOST_BYTES:
-                try:
-                    request = next(self._requests)
-                except StopIteration:
-                    self.ended = True
-                    break
-                try:
-                    encoded = self._encoded(request)
-                    chunk.append(encoded)
-                    size += len(encoded)
-                except LabelError as error:
-                    chunk.append(error)
-                now = monotonic()
-                self._seconds = now - before
-                before = now
-                if now - begin > _MOST_SECONDS:
-                    break
+            self.ended, self._seconds = self._read_some(self._requests, chunk, most, _MOST_BYTES, _MOST_SECONDS)
         except Exception as error:
             self.ended = True
             self.failure = error
         self._next_size = min(2 * self._next_size, _MOST_IN_CHUNK)
         return chunk
 
-    def _encoded(self, request: Mapping[str, object]) -> bytes:
-        if type(request) is dict:
-            return self._request_json(request)
-        if not isinstance(request, Mapping):
-            raise TypeError(f"a request must be a mapping of fields, not {type(request).__name__}")
-        return self._request_json(dict(request))
-
 
 def _stream(reader: _Reader, workers: int, raises: bool) -> Generator[Made, None, None]:
-    process = os.getpid()
+    process = _process
     team = _Team(workers - 1)
     pending: Deque[_Chunk] = deque()
     drawing_seconds = 0.0
@@ -240,16 +228,17 @@ def _stream(reader: _Reader, workers: int, raises: bool) -> Generator[Made, None
             pending.extendleft(reversed(chunk.rest))
             drawing_seconds = chunk.seconds_each
             first = False
+            may_raise = raises and chunk.refused
+            team.asks = False
             for made in chunk.made:
-                if raises and isinstance(made, LabelError):
+                if may_raise and isinstance(made, LabelError):
                     raise made
-                team.asks = False
                 yield made
-                if os.getpid() != process:
+                if process is not _process:
                     raise RuntimeError("labels() does not go on in a child process: its threads are the parent's")
-                team.asked()
+            team.asked()
         if reader.failure is not None:
             raise reader.failure
     finally:
-        if os.getpid() == process:
+        if process is _process:
             team.close()

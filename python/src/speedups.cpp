@@ -16,6 +16,10 @@
 
 struct BarcodeLabel;
 
+// Of every interpreter since 3.3, and declared in the stable interface since 3.10: what it gives lies in the
+// string.
+extern "C" const char* PyUnicode_AsUTF8AndSize(PyObject* string, Py_ssize_t* length);
+
 namespace barcode::python {
 namespace {
 
@@ -56,6 +60,7 @@ struct Package {
   Py_ssize_t longest = 0;  // of a plain string, in characters
   long long most = 0;      // a plain number lies between -most and most
   Object requestJson;      // the JSON of any request
+  Object encoded;          // the same of a mapping, or the error of what it holds
   Object refusal;          // the error of a report
   Object typeName;
   Object textName;
@@ -122,11 +127,12 @@ bool AppendString(const Package& package, std::string& json, PyObject* value) {
   if (PyUnicode_GetLength(value) > package.longest) {
     return false;
   }
-  const Object utf8(PyUnicode_AsUTF8String(value));  // half of a surrogate pair has none
+  Py_ssize_t length = 0;
+  const char* const utf8 = PyUnicode_AsUTF8AndSize(value, &length);  // half of a surrogate pair has none
   if (utf8 == nullptr) {
     return false;
   }
-  AppendQuoted(json, BytesOf(utf8.get()));
+  AppendQuoted(json, {utf8, static_cast<std::size_t>(length)});
   return true;
 }
 
@@ -329,27 +335,87 @@ PyObject* Draw(PyObject* module, PyObject* arguments) {
   return EndDrawing(drawing);
 }
 
-// request_json(fields): the request as bytes.
-PyObject* RequestJson(PyObject* module, PyObject* fields) try {
-  const Package* const package = BoundPackage(module);
-  if (package == nullptr) {
+// The bytes of a plain request. Nullptr where it is none, and, with an exception, where there is no memory.
+PyObject* PlainRequest(const Package& package, PyObject* request) try {
+  if (PyDict_CheckExact(request) == 0) {
     return nullptr;
   }
-  if (PyDict_CheckExact(fields) == 0) {
-    PyErr_SetString(PyExc_TypeError, "the fields must be a dict");
+  std::string json = "{";
+  json.reserve(kUsualLength);
+  if (!AppendMembers(package, json, request)) {
+    PyErr_Clear();
     return nullptr;
   }
-  Request request;
-  request.plain.reserve(kUsualLength);
-  if (AppendMembers(*package, request.plain, fields)) {
-    request.plain.push_back('}');
-    return BytesFrom(request.plain.data(), request.plain.size()).release();
-  }
-  PyErr_Clear();
-  // What it is at this moment: the rules run what values of the caller's own bring with them.
-  return WriteOther(*package, Object(PyDict_Copy(fields)), request) ? request.other.release() : nullptr;
+  json.push_back('}');
+  return BytesFrom(json.data(), json.size()).release();
 } catch (const std::bad_alloc&) {
   return PyErr_NoMemory();
+}
+
+// A request, of which this has the reference, as bytes, or the error of what cannot be told the library.
+PyObject* Encode(const Package& package, PyObject* request) {
+  PyObject* encoded = PlainRequest(package, request);
+  if (encoded == nullptr && PyErr_Occurred() == nullptr) {
+    encoded = PyObject_CallFunctionObjArgs(package.encoded.get(), request, nullptr);
+  }
+  Py_DECREF(request);
+  return encoded;
+}
+
+// Whether it is added; `encoded`, of which this has the reference, may be nullptr with an exception.
+bool Append(PyObject* chunk, PyObject* encoded) {
+  const bool isAdded = encoded != nullptr && PyList_Append(chunk, encoded) == 0;
+  Py_XDECREF(encoded);
+  return isAdded;
+}
+
+Py_ssize_t SizeOfLast(PyObject* chunk) {
+  PyObject* const last = PyList_GetItem(chunk, PyList_Size(chunk) - 1);
+  return PyBytes_Check(last) != 0 ? PyBytes_Size(last) : 0;
+}
+
+// read_some(requests, chunk, most, most_bytes, seconds): adds the next requests of an iterator to a list,
+// encoded, until it has so many or so many bytes, or the time is over: whether there are no more, and the
+// seconds that the last took to come. Requests come from the caller's code, and an interpreter that ends may
+// take the thread away within it: here, too, nothing is to be released then.
+PyObject* ReadSome(PyObject* module, PyObject* arguments) {
+  using Clock = std::chrono::steady_clock;
+  using Seconds = std::chrono::duration<double>;
+  const Package* const package = BoundPackage(module);
+  PyObject* requests = nullptr;
+  PyObject* chunk = nullptr;
+  Py_ssize_t most = 0;
+  Py_ssize_t mostBytes = 0;
+  double seconds = 0;
+  if (package == nullptr || PyArg_ParseTuple(arguments, "OO!nnd", &requests, &PyList_Type, &chunk, &most,
+                                             &mostBytes, &seconds) == 0) {
+    return nullptr;
+  }
+  if (PyIter_Check(requests) == 0) {
+    PyErr_SetString(PyExc_TypeError, "the requests must be an iterator");
+    return nullptr;
+  }
+  const Clock::time_point begin = Clock::now();
+  Clock::time_point before = begin;
+  Seconds took(0);
+  bool isEnd = false;
+  for (Py_ssize_t size = 0; PyList_Size(chunk) < most && size < mostBytes; size += SizeOfLast(chunk)) {
+    PyObject* const request = PyIter_Next(requests);
+    isEnd = request == nullptr;
+    if (isEnd && PyErr_Occurred() == nullptr) {
+      break;
+    }
+    if (isEnd || !Append(chunk, Encode(*package, request))) {
+      return nullptr;
+    }
+    const Clock::time_point now = Clock::now();
+    took = now - before;
+    before = now;
+    if (Seconds(now - begin).count() > seconds) {
+      break;
+    }
+  }
+  return Py_BuildValue("(Nd)", PyBool_FromLong(isEnd ? 1 : 0), took.count());
 }
 
 // The same of many labels.
@@ -440,16 +506,16 @@ bool ReadAddress(PyObject* addresses, Py_ssize_t index, Function*& function) {
   return function != nullptr;
 }
 
-// bind(addresses, Label, strings, numbers, booleans, kinds, longest, most, request_json, refusal), the
-// addresses being those of barcode_label_make, _data, _media_type, _report and _free.
+// bind(addresses, Label, strings, numbers, booleans, kinds, longest, most, request_json, encoded, refusal),
+// the addresses being those of barcode_label_make, _data, _media_type, _report and _free.
 PyObject* Bind(PyObject* module, PyObject* arguments) try {
   auto package = std::make_unique<Package>();
   PyObject* addresses = nullptr;
-  std::array<PyObject*, 7> objects = {};
-  auto& [labelType, strings, numbers, booleans, kinds, requestJson, refusal] = objects;
-  if (PyArg_ParseTuple(arguments, "O!O!O!O!O!O!nLOO", &PyTuple_Type, &addresses, &PyType_Type, &labelType,
+  std::array<PyObject*, 8> objects = {};
+  auto& [labelType, strings, numbers, booleans, kinds, requestJson, encoded, refusal] = objects;
+  if (PyArg_ParseTuple(arguments, "O!O!O!O!O!O!nLOOO", &PyTuple_Type, &addresses, &PyType_Type, &labelType,
                        &PyDict_Type, &strings, &PyDict_Type, &numbers, &PyDict_Type, &booleans, &PyDict_Type,
-                       &kinds, &package->longest, &package->most, &requestJson, &refusal) == 0) {
+                       &kinds, &package->longest, &package->most, &requestJson, &encoded, &refusal) == 0) {
     return nullptr;
   }
   Library& library = package->library;
@@ -469,6 +535,7 @@ PyObject* Bind(PyObject* module, PyObject* arguments) try {
   package->booleans = Shared(booleans);
   package->kinds = Shared(kinds);
   package->requestJson = Shared(requestJson);
+  package->encoded = Shared(encoded);
   package->refusal = Shared(refusal);
   package->typeName.reset(PyUnicode_InternFromString("type"));
   package->textName.reset(PyUnicode_InternFromString("text"));
@@ -495,7 +562,7 @@ void FreeModule(void* module) {
 std::array<PyMethodDef, 5> g_methods = {{{"bind", Bind, METH_VARARGS, nullptr},
                                          {"draw", Draw, METH_VARARGS, nullptr},
                                          {"draw_some", DrawSome, METH_VARARGS, nullptr},
-                                         {"request_json", RequestJson, METH_O, nullptr},
+                                         {"read_some", ReadSome, METH_VARARGS, nullptr},
                                          {nullptr, nullptr, 0, nullptr}}};
 PyModuleDef g_module = {PyModuleDef_HEAD_INIT,
                         "_speedups",

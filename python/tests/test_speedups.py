@@ -5,7 +5,9 @@ import json
 import random
 import subprocess
 import sys
-from typing import Any, Dict, List, Union
+import time
+import types
+from typing import Any, Dict, Iterator, List, Union
 
 import libbarcode
 import pytest
@@ -18,8 +20,8 @@ libbarcode.types()  # the library is opened
 
 def test_it_is_in_use() -> None:
     library = _drawing.functions()
-    assert (library.draw, library.draw_some, library.request_json) == (
-        _speedups.draw, _speedups.draw_some, _speedups.request_json)
+    assert (library.draw, library.draw_some, library.read_some) == (
+        _speedups.draw, _speedups.draw_some, _speedups.read_some)
 
 
 def test_it_needs_no_interpreter_of_its_own() -> None:
@@ -31,13 +33,24 @@ def test_it_needs_no_interpreter_of_its_own() -> None:
     assert needed and not [line for line in needed if "python" in line or "barcode" in line]
     symbols = subprocess.run(["nm", "-D", "--undefined-only", str(module)], capture_output=True, check=True).stdout
     private = {name for name in symbols.decode().split() if name.startswith("_Py")}
-    assert private <= {"_Py_Dealloc", "_Py_NoneStruct", "_Py_TrueStruct", "_PyArg_ParseTuple_SizeT"}  # those are for all
+    assert private <= {"_Py_Dealloc", "_Py_NoneStruct", "_Py_TrueStruct", "_PyArg_ParseTuple_SizeT",
+                       "_Py_BuildValue_SizeT"}  # those are for all
 
 
 VALUES: List[object] = [
     None, True, False, 0, -1, 7, 2**53, -(2**53), 2**53 - 1, 1 - 2**53, 2**63, -(2**64), 10**400, 1.5, -0.0, 1e300, "",
     "x", "\u00e9\u20ac\U0001d11e", "\0\x01\x1f\x7f\x80", '"\\/\b\f\n\r\t', "\ud800", "a\udfffb", "x" * 2**16,
     "x" * (2**16 + 1), b"bytes", bytearray(b"\xff\0"), memoryview(b"view"), "standard"]
+
+
+def compiled_json(fields: Dict[Any, object]) -> bytes:
+    """What the compiled module makes of a request."""
+    chunk: List[Any] = []
+    assert _speedups.read_some(iter([fields]), chunk, 1, 1, 60.0)[0] is False
+    if isinstance(chunk[0], libbarcode.LabelError):
+        raise chunk[0]
+    encoded: bytes = chunk[0]
+    return encoded
 
 
 def outcome(encode: Any, fields: Dict[Any, object]) -> object:
@@ -52,7 +65,7 @@ def outcome(encode: Any, fields: Dict[Any, object]) -> object:
 def test_every_field_with_every_value() -> None:
     for name, value in itertools.product([*_fields.KINDS, "", "modul", "t\u00e9xt", "\ud800"], VALUES):
         fields = {"strict": False, name: value, "module": 3}
-        assert outcome(_speedups.request_json, fields) == outcome(_fields.request_json, fields), (name, value)
+        assert outcome(compiled_json, fields) == outcome(_fields.request_json, fields), (name, value)
 
 
 def test_order_of_members_is_kept() -> None:
@@ -61,7 +74,7 @@ def test_order_of_members_is_kept() -> None:
     for _ in range(2000):
         names = generator.sample([*_fields.KINDS, "modul"], 6)
         fields = {name: generator.choice(VALUES) for name in names}
-        first, second = outcome(_speedups.request_json, fields), outcome(_fields.request_json, fields)
+        first, second = outcome(compiled_json, fields), outcome(_fields.request_json, fields)
         assert first == second
         if isinstance(first, tuple):
             assert list(first[0]) == list(second[0])  # type: ignore[index]
@@ -70,7 +83,7 @@ def test_order_of_members_is_kept() -> None:
 @pytest.mark.parametrize("wrong", [1, None, b"x", ("a",)])
 def test_names_that_are_no_strings(wrong: Any) -> None:
     with pytest.raises(TypeError, match="names of fields must be str"):
-        _speedups.request_json({"type": "qr", wrong: "x"})
+        compiled_json({"type": "qr", wrong: "x"})
 
 
 def test_values_that_change_the_fields_meanwhile() -> None:
@@ -82,7 +95,7 @@ def test_values_that_change_the_fields_meanwhile() -> None:
             return 2.0
 
     fields.update(aspect_ratio=Sly(3), module=4)
-    assert json.loads(_speedups.request_json(fields))["module"] == 4
+    assert json.loads(compiled_json(fields))["module"] == 4
     assert fields in ({}, {"type": "qr", "text": "x", "aspect_ratio": 3.0, "module": 4})
 
 
@@ -114,17 +127,92 @@ def test_some_as_the_plain_library_draws_them() -> None:
     assert len(_speedups.draw_some(requests, -1.0)) == 1  # one at least
 
 
+READERS = [_speedups.read_some, _drawing.Library().read_some]
+
+
+@pytest.mark.parametrize("read_some", READERS)
+def test_reads_until_there_are_enough(read_some: Any) -> None:
+    source = iter([{"type": "qr", "text": str(number)} for number in range(10)])
+    one = b'{"type":"qr","text":"0"}'
+    chunk: List[Any] = []
+    assert read_some(source, chunk, 2, 1000, 60.0)[0] is False and len(chunk) == 2 and chunk[0] == one
+    assert read_some(source, chunk, 2, 1000, 60.0)[0] is False and len(chunk) == 2  # there are as many
+    assert read_some(source, chunk, 99, len(one) + 1, 60.0)[0] is False and len(chunk) == 4  # enough bytes
+    assert read_some(source, chunk, 99, 1000, -1.0)[0] is False and len(chunk) == 5  # no time, but for one
+    assert read_some(source, chunk, 99, 1000, 60.0)[0] is True and len(chunk) == 10
+    assert read_some(source, chunk, 99, 1000, 60.0)[0] is True
+    assert [json.loads(request)["text"] for request in chunk] == [str(number) for number in range(10)]
+
+
+@pytest.mark.parametrize("read_some", READERS)
+def test_tells_what_the_last_took_to_come(read_some: Any) -> None:
+    def slow() -> Iterator[Dict[str, object]]:
+        yield {}
+        time.sleep(0.05)
+        yield {}
+
+    chunk: List[Any] = []
+    assert read_some(slow(), chunk, 2, 1000, 60.0)[1] >= 0.05 and chunk == [b"{}", b"{}"]
+    took = min(read_some(iter([{}]), [], 1, 1000, 60.0)[1] for _ in range(20))
+    assert 0 < took < 0.05
+
+
+@pytest.mark.parametrize("read_some", READERS)
+def test_reads_what_is_no_plain_dictionary(read_some: Any) -> None:
+    class Mine(Dict[str, object]):
+        pass
+
+    chunk: List[Any] = []
+    requests = [Mine(type="qr", text="x"), types.MappingProxyType({"text": b"x"}), {"text": "\ud800"}, {"modul": None}]
+    read_some(iter(requests), chunk, 9, 1000, 60.0)
+    assert chunk[0] == b'{"type":"qr","text":"x"}' and chunk[1] == b'{"text_base64":"eA=="}'
+    assert isinstance(chunk[2], libbarcode.LabelError) and chunk[2].code == "bad_text"
+    assert chunk[3] == b'{"modul":null}' and len(chunk) == 4
+
+
+@pytest.mark.parametrize("read_some", READERS)
+def test_what_the_source_raises_is_told_after_those_before(read_some: Any) -> None:
+    def ending(last: object) -> Iterator[object]:
+        yield {"type": "qr"}
+        if isinstance(last, BaseException):
+            raise last
+        yield last
+
+    error = libbarcode.LabelError({"ok": False, "error": {"code": "x", "field": "", "message": "y"}, "warnings": []})
+    for last, told in ((OSError("torn"), OSError), (KeyboardInterrupt(), KeyboardInterrupt), (error, type(error)),
+                       ("qr", TypeError), ({"module": "4"}, TypeError)):
+        chunk: List[Any] = []
+        with pytest.raises(told):
+            read_some(ending(last), chunk, 9, 1000, 60.0)
+        assert chunk == [b'{"type":"qr"}']
+
+
+def test_requests_are_let_go() -> None:
+    plain, other, wrong = {"type": "qr", "text": "x"}, {"type": "qr", "text": b"x"}, {"type": "qr", "text": 1.5}
+    chunk: List[Any] = []
+    counts = [sys.getrefcount(one) for one in (plain, other, wrong, chunk)]
+    for request in (plain, other, wrong):
+        try:
+            _speedups.read_some(iter([request] * 50), chunk, 1000, 100000, 60.0)
+        except TypeError:
+            assert request is wrong
+    del request
+    assert [sys.getrefcount(one) for one in (plain, other, wrong, chunk)] == counts
+    assert {sys.getrefcount(one) for one in chunk} == {sys.getrefcount(one) for one in [object()]}
+
+
 def test_wrong_calls() -> None:
     for function, arguments in ((_speedups.draw, ("qr", "x")), (_speedups.draw, ("qr", "x", None)),
-                                (_speedups.request_json, ([],)), (_speedups.draw_some, (None, 1.0)),
-                                (_speedups.draw_some, ([], "x")), (_speedups.bind, ()), (_speedups.bind, ((),) * 10)):
+                                (_speedups.read_some, ([], [], 1, 1, 1.0)),
+                                (_speedups.read_some, (iter([]), (), 1, 1, 1.0)), (_speedups.draw_some, (None, 1.0)),
+                                (_speedups.draw_some, ([], "x")), (_speedups.bind, ()), (_speedups.bind, ((),) * 11)):
         with pytest.raises(TypeError):
             function(*arguments)
 
 
 def test_before_it_is_bound() -> None:
     code = ("from libbarcode import _speedups\n"
-            "for call in (lambda: _speedups.draw(1, 2, {}), lambda: _speedups.request_json({}),\n"
+            "for call in (lambda: _speedups.draw(1, 2, {}), lambda: _speedups.read_some(iter([]), [], 1, 1, 1.0),\n"
             "             lambda: _speedups.draw_some([], 1.0)):\n"
             "    try: call()\n"
             "    except RuntimeError as error: print(error)\n")

@@ -65,7 +65,13 @@ ending = ("import itertools, libbarcode, threading, time\n"
           "    while True: libbarcode.label('qr', 'x' * 200, module=20)\n"
           "def many():\n"
           "    for _ in libbarcode.labels(({'type': 'qr', 'text': str(n)} for n in itertools.count()), workers=2): pass\n"
-          "for work in (one, one, many): threading.Thread(target=work, daemon=True).start()\n"
+          "def reading():\n"
+          "    def slow():\n"
+          "        for n in itertools.count():\n"
+          "            for _ in range(n % 1000): pass\n"
+          "            yield {'type': 'qr', 'text': b'x', 'format': 'svg'}\n"
+          "    for _ in libbarcode.labels(slow(), workers=2): pass\n"
+          "for work in (one, one, many, reading, reading): threading.Thread(target=work, daemon=True).start()\n"
           "time.sleep(0.1)\n")
 for _ in range(5):
     subprocess.run([sys.executable, "-c", ending], check=True, timeout=60)
