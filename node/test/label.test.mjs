@@ -196,14 +196,20 @@ test("arrays of bytes that are not what they seem", async () => {
   assert.deepEqual(made, ["bad_value", "bad_value", "bad_value"]);
 });
 
+// What this process has used of processors since then: how long it took says less, where others use them too.
+function secondsSince(begin) {
+  const { user, system } = process.cpuUsage(begin);
+  return (user + system) / 1e6;
+}
+
 test("names and numbers of fields that are none", () => {
-  const begin = performance.now();
+  const begin = process.cpuUsage();
   const long = "\u{1f600}".repeat(50_000_000);
   const error = refusal(() => label({ type: "qr", text: "a", [long]: 1 }));
   assert.equal(error.code, "unknown_field");
   assert.ok(error.field.length < 100);
   assert.ok(refusal(() => label({ type: "qr", text: "a", [long]: {} }), TypeError).message.length < 300);
-  assert.ok(performance.now() - begin < 5000);
+  assert.ok(secondsSince(begin) < 5);
   const request = { type: "qr", text: "a" };
   for (let i = 0; i < 600; ++i) {
     request[`field ${i}`] = "x".repeat(1 << 20);
@@ -338,7 +344,7 @@ test("what a caller's own objects throw comes through", async () => {
 });
 
 test("100 MB of text are refused at once", async () => {
-  const begin = performance.now();
+  const begin = process.cpuUsage();
   const large = 100_000_000;
   for (const text of ["a".repeat(large), "\0".repeat(large), "\u{1f600}".repeat(large / 4), new Uint8Array(large)]) {
     assert.equal(refusal(() => label({ type: "qr", text })).code, "too_long");
@@ -348,7 +354,7 @@ test("100 MB of text are refused at once", async () => {
   assert.equal(refusal(() => label({ type: "a".repeat(large), text: "a" })).code, "unknown_type");
   const { warnings } = label({ type: "qr", text: "a", caption: "a".repeat(large) });
   assert.deepEqual(warnings.map(({ code }) => code), ["text_left_out"]);
-  assert.ok(performance.now() - begin < 20_000);
+  assert.ok(secondsSince(begin) < 20);
 });
 
 test("a long text that is not cut", () => {

@@ -103,32 +103,31 @@ test("several at a time do not mix", async () => {
 
 test("others get threads of the pool in the meantime", async () => {
   let isOver = false;
+  const end = performance.now() + 60_000; // without which nobody would be told that they get none
   const drawing = [1, 2].map(async () => {
     for await (const { data } of labels(numbered(Infinity), { workers: 4 })) {
       assert.ok(data.length > 0);
-      if (isOver) {
+      if (isOver || performance.now() > end) {
         break;
       }
     }
   });
   await delay(100);
-  const begin = performance.now();
-  for (let i = 0; i < 5; ++i) {
-    await readFile(new URL(import.meta.url));
-  }
+  const reading = Array.from({ length: 5 }, () => readFile(new URL(import.meta.url)));
+  const over = Promise.all(drawing).then(() => "over");
+  assert.notEqual(await Promise.race([Promise.all(reading), over]), "over");
   isOver = true;
-  const milliseconds = performance.now() - begin;
-  await Promise.all(drawing);
-  assert.ok(milliseconds < 5000, `${milliseconds} ms`);
+  await over;
 });
 
 test("labels that nobody wants any more are not made", async () => {
   const lanes = createLanes(1);
   const slow = JSON.stringify({ type: "qr", text: "y".repeat(2000), module: 40 });
-  const made = [makeLabels(slow, lanes), makeLabels(slow, lanes), makeLabels(slow, lanes)];
+  // However late it is stopped: the thread lets go after a while, and goes on when the event loop has had its turn.
+  const all = Array.from({ length: 200 }, () => makeLabels(slow, lanes));
   stopLanes(lanes);
-  const answers = (await Promise.all(made)).map(([answer]) => answer);
-  assert.deepEqual(answers.slice(1), ["", ""]);
+  const made = (await Promise.all(all)).filter(([answer]) => answer !== "");
+  assert.ok(made.length <= 50, `${made.length} are made`);
 });
 
 test("labels that nobody wants any more are not made, in the middle of a chunk either", async () => {
@@ -269,8 +268,10 @@ test("reading does not run ahead of a slow reader", async () => {
 test("memory does not grow with the labels", async () => {
   let most = 0;
   let count = 0;
-  for await (const { data } of labels(numbered(30000, { type: "qr", format: "svg" }))) {
-    assert.ok(data.length > 0);
+  // 600 MB in all.
+  const captioned = { type: "code128", format: "svg", caption: "@".repeat(80), module: 40, height: 200, text_scale: 0.25 };
+  for await (const { data } of labels(numbered(30000, captioned))) {
+    assert.ok(data.length > 20_000);
     if (++count % 1000 === 0) {
       most = Math.max(most, process.memoryUsage().rss);
     }
@@ -318,19 +319,22 @@ test("return() ends at once though the source is silent", async () => {
 });
 
 test("labels come as requests come", async () => {
+  let take;
   async function* slow() {
     for (let i = 0; i < 5; ++i) {
+      const isTaken = new Promise((resolve) => {
+        take = resolve;
+      });
       yield { type: "qr", text: `number ${i}` };
-      await delay(30);
+      await isTaken; // before the label of this one there is no other
     }
     await new Promise(() => {});
   }
   const made = labels(slow());
-  const begin = performance.now();
   for (let i = 0; i < 5; ++i) {
     assert.equal((await made.next()).value.report.text, `number ${i}`);
+    take();
   }
-  assert.ok(performance.now() - begin < 5000);
   await made.return();
 });
 
@@ -496,22 +500,28 @@ test("promises of requests are awaited", async () => {
 });
 
 test("a source that is slow lets go of the thread", async () => {
-  let longest = 0;
-  let last = performance.now();
-  const watch = setInterval(() => {
-    longest = Math.max(longest, performance.now() - last);
-    last = performance.now();
-  }, 1);
+  let turns = 0;
+  let read = 0; // in this turn of the event loop
+  let most = 0;
+  let isOver = false;
+  setImmediate(function turn() {
+    ++turns;
+    read = 0;
+    if (!isOver) {
+      setImmediate(turn);
+    }
+  });
   function* slow() {
     for (const request of numbered(200)) {
+      most = Math.max(most, ++read);
       const end = performance.now() + 10;
       while (performance.now() < end);
       yield request;
     }
   }
   assert.deepEqual(await textsOf(labels(slow(), { workers: 4 })), expected(200));
-  clearInterval(watch);
-  assert.ok(longest < 300, `${longest} ms`);
+  isOver = true;
+  assert.ok(most <= 4, `${most} requests in one of ${turns} turns of the event loop`);
 });
 
 test("long requests do not pile up", async () => {

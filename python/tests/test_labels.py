@@ -18,6 +18,9 @@ import pytest
 from libbarcode import Label, LabelError, _stream, label, labels
 
 
+LONG = 150  # seconds, within which nothing hangs
+
+
 def numbered(count: "int | None" = None, **fields: object) -> Iterator[Dict[str, object]]:
     numbers = itertools.count() if count is None else range(count)
     return ({"type": "code128", "text": f"{number:06}", "format": "svg", **fields} for number in numbers)
@@ -106,33 +109,52 @@ def test_long_requests_are_not_gathered() -> None:
     assert int(subprocess.run([sys.executable, "-c", code], capture_output=True, check=True).stdout) < 60_000
 
 
-def test_slow_iterable_is_not_waited_for() -> None:
-    """Labels of what was read come before the next request, where that takes long."""
+def after_drawing(monkeypatch: pytest.MonkeyPatch, then: Callable[[Any], None]) -> None:
+    """What is done with each chunk that was drawn: it counts as drawn in no time, however busy the machine is."""
+    chunk = getattr(_stream, "_Chunk")
+    draw = chunk.draw
+
+    def drawing(self: Any) -> None:
+        draw(self)
+        self.seconds_each = 0.0
+        then(self)
+
+    monkeypatch.setattr(chunk, "draw", drawing)
+
+
+def test_slow_iterable_is_not_waited_for(monkeypatch: pytest.MonkeyPatch) -> None:
+    """Labels of what was read come before the next request, where that takes longer than to draw them."""
+    after_drawing(monkeypatch, lambda chunk: None)
     events: List[str] = []
 
     def slowly() -> Iterator[Dict[str, object]]:
         for number in range(4):
             events.append(f"read {number}")
             yield {"type": "qr", "text": str(number)}
-            time.sleep(0.1)
+            time.sleep(0.05)
 
     for made in labels(slowly(), workers=2):
         events.append(f"made {made.report['text']}")
     assert events == [f"{what} {number}" for number in range(4) for what in ("read", "made")]
 
 
-def test_slow_labels_come_one_by_one() -> None:
-    """Also behind quick ones, of which many are drawn at once; and threads share what is left at the end."""
-    requests = [*numbered(400), *numbered(60, format="png", width=5000, height=3000)]
-    begin = time.monotonic()
-    label(**requests[-1])  # type: ignore[arg-type]
-    one = time.monotonic() - begin
-    gaps = []
-    begin = time.monotonic()
-    for _ in labels(requests, workers=1):
-        gaps.append(time.monotonic() - begin)
-        begin = time.monotonic()
-    assert len(gaps) == 460 and sum(gaps) > 30 * one and max(gaps) < 15 * one + 0.1
+def test_slow_labels_come_one_by_one(monkeypatch: pytest.MonkeyPatch) -> None:
+    """Also behind quick ones, of which many are drawn at once."""
+    sizes: List[int] = []
+    drawn = ahead = given = 0
+
+    def count(chunk: Any) -> None:
+        nonlocal drawn
+        drawn += len(chunk.made)
+        sizes.append(len(chunk.made) + sum(len(rest.requests) for rest in chunk.rest))
+
+    after_drawing(monkeypatch, count)
+    for _ in labels([*numbered(400), *numbered(60, format="png", width=5000, height=3000)], workers=1):
+        given += 1
+        if given > 400:
+            ahead = max(ahead, drawn - given)
+    assert given == drawn == 460
+    assert max(sizes) > 16 and ahead <= 4
 
 
 def test_slow_labels_are_shared_in_small_parts(monkeypatch: pytest.MonkeyPatch) -> None:
@@ -382,7 +404,7 @@ def test_closed_on_one_of_its_threads(held: _Held) -> None:
     while not held.reached.is_set():
         next(made)
     held.go_on.set()
-    assert held.told.get(timeout=60) is None and list(made) == []
+    assert held.told.get(timeout=LONG) is None and list(made) == []
 
 
 @pytest.mark.parametrize("most", [0, 1, 3])
@@ -406,8 +428,7 @@ def test_goes_on_when_its_thread_has_ended() -> None:
     thread = threading.Thread(target=lambda: first.append(next(made)))
     thread.start()
     thread.join()
-    time.sleep(0.2)
-    assert not own_threads()
+    assert have_ended()
     assert texts(iter(first)) + texts(made) == [f"{number:06}" for number in range(40)]
 
 
@@ -420,19 +441,32 @@ def test_threads_end_with_the_requests() -> None:
 @pytest.mark.parametrize("workers", [1, 2])
 def test_interrupted_by_the_user(workers: int) -> None:
     """At once, whichever label is drawn at that moment."""
+    read = 0
+    read_before: List[int] = []
+
+    def requests() -> Iterator[Dict[str, object]]:
+        nonlocal read
+        for request in numbered(format="png", width=2000, height=2000):
+            assert not read_before, "it goes on"
+            read += 1
+            yield request
+
+    def interrupt(*_: object) -> None:
+        read_before.append(read)
+        raise KeyboardInterrupt
+
     def interrupted() -> None:
         signal.setitimer(signal.ITIMER_REAL, 0.3)
-        for _ in labels(numbered(format="png", width=2000, height=2000), workers=workers):
+        for _ in labels(requests(), workers=workers):
             pass
 
-    before = signal.signal(signal.SIGALRM, signal.default_int_handler)
-    begin = time.monotonic()
+    before = signal.signal(signal.SIGALRM, interrupt)
     try:
         with pytest.raises(KeyboardInterrupt):
             interrupted()
     finally:
         signal.signal(signal.SIGALRM, before)
-    assert time.monotonic() - begin < 5 and have_ended()
+    assert read_before == [read] and have_ended()
 
 
 def test_forgotten_wherever_the_garbage_collector_comes() -> None:
@@ -445,7 +479,7 @@ def test_forgotten_wherever_the_garbage_collector_comes() -> None:
             "    next(made); next(made)\n"
             "    del cycle, made\n"
             "    thread = threading.Thread(target=lambda: None); thread.start(); thread.join()\n")
-    subprocess.run([sys.executable, "-c", code], check=True, timeout=60)
+    subprocess.run([sys.executable, "-c", code], check=True, timeout=LONG)
 
 
 @pytest.mark.parametrize("failure", [MemoryError, KeyboardInterrupt])
@@ -470,6 +504,7 @@ def test_helper_that_fails(failure: "type[BaseException]", monkeypatch: pytest.M
 
 
 def test_never_begun() -> None:
+    assert have_ended()  # those of other tests
     made = labels(numbered(), workers=4)
     del made
     assert not own_threads()
@@ -490,36 +525,52 @@ def test_interpreter_ends_while_labels_are_drawn(code: str) -> None:
     head = ("import itertools, libbarcode, sys, threading, time\n"
             "requests = ({'type': 'qr', 'text': str(n) * 100} for n in itertools.count())\n")
     for _ in range(3):
-        result = subprocess.run([sys.executable, "-c", head + code], capture_output=True, check=False, timeout=60)
+        result = subprocess.run([sys.executable, "-c", head + code], capture_output=True, check=False, timeout=LONG)
         assert result.returncode == 0, result.stderr.decode()
         assert b"Fatal" not in result.stderr and b"Segmentation" not in result.stderr
 
 
 def test_interpreter_does_not_wait_for_labels_that_nobody_wants() -> None:
-    """There are some 250 of them, and each takes about a tenth of a second."""
-    code = ("import itertools, libbarcode, time\n"
+    """Hundreds of them, each of some hundredths of a second. An interpreter that ends waits for its threads first."""
+    code = ("import atexit, itertools, libbarcode\n"
+            "from libbarcode import _stream\n"
+            "read = drawn = 0\n"
             "def requests():\n"
-            "    for n in range(300): yield {'type': 'qr', 'text': str(n), 'format': 'svg'}\n"
-            "    for n in itertools.count(): yield {'type': 'qr', 'text': str(n), 'width': 9000, 'height': 9000}\n"
+            "    global read\n"
+            "    for read in itertools.count(1):\n"
+            "        yield {'type': 'qr', 'text': str(read), **({'format': 'svg'} if read <= 300 else slow)}\n"
+            "slow = {'width': 9000, 'height': 9000}\n"
+            "draw = _stream._Chunk.draw\n"
+            "def counting(self):\n"
+            "    global drawn\n"
+            "    draw(self)\n"
+            "    drawn += len(self.made)\n"
+            "    self.seconds_each = 0.0\n"
+            "_stream._Chunk.draw = counting\n"
             "made = libbarcode.labels(requests(), workers=2)\n"
             "for _ in range(299): next(made)\n"
-            "print(time.monotonic(), flush=True)\n")
-    output = subprocess.run([sys.executable, "-c", code], capture_output=True, check=True, timeout=60)
-    assert time.monotonic() - float(output.stdout) < 2 and output.stderr == b""
+            "before = drawn\n"
+            "atexit.register(lambda: print(read - before, drawn - before))\n")
+    output = subprocess.run([sys.executable, "-c", code], capture_output=True, check=True, timeout=LONG)
+    waiting, drawn = (int(count) for count in output.stdout.split())
+    assert waiting > 50 and drawn <= 10 and output.stderr == b""
 
 
 @pytest.mark.parametrize("daemon, number", [(False, "300"), (True, "")])
 def test_threads_that_outlive_the_main_one(daemon: bool, number: str) -> None:
-    """They have their labels, unless they end with it."""
-    code = ("import libbarcode, threading, time\n"
+    """They have their labels, unless they end with it: then also in the middle of labels without end."""
+    numbers = "itertools.count()" if daemon else "range(300)"
+    code = ("import itertools, libbarcode, threading, time\n"
             "def work():\n"
-            "    requests = [{'type': 'qr', 'text': str(n), 'width': 900, 'height': 900} for n in range(300)]\n"
-            "    made = libbarcode.labels(requests)\n"
-            "    next(made); begun.set(); time.sleep(0.2)\n"
-            "    print(1 + len(list(made)), flush=True)\n"
+            f"    requests = ({{'type': 'qr', 'text': str(n), 'width': 900, 'height': 900}} for n in {numbers})\n"
+            "    made = libbarcode.labels(requests, workers=3)\n"
+            "    for _ in range(10): next(made)\n"
+            "    begun.set()\n"
+            f"    time.sleep({0 if daemon else 0.2})\n"
+            "    print(10 + sum(1 for _ in made), flush=True)\n"
             "begun = threading.Event()\n"
             f"threading.Thread(target=work, daemon={daemon}).start(); begun.wait()\n")
-    output = subprocess.run([sys.executable, "-c", code], capture_output=True, check=True, timeout=60)
+    output = subprocess.run([sys.executable, "-c", code], capture_output=True, check=True, timeout=LONG)
     assert (output.stdout.decode().strip(), output.stderr) == (number, b"")
 
 
@@ -535,7 +586,7 @@ def test_after_fork() -> None:
     result: "multiprocessing.Queue[List[str]]" = context.Queue()
     child = context.Process(target=in_child, args=(result,))
     child.start()
-    assert result.get(timeout=60) == [f"{number:06}" for number in range(100)]
+    assert result.get(timeout=LONG) == [f"{number:06}" for number in range(100)]
     child.join()
     assert child.exitcode == 0
     stream.close()

@@ -30,7 +30,7 @@ def silence() -> Iterator[None]:
 
 
 def run(code: str, **options: Any) -> "subprocess.CompletedProcess[bytes]":
-    return subprocess.run([sys.executable, "-c", code], capture_output=True, check=False, timeout=120, **options)
+    return subprocess.run([sys.executable, "-c", code], capture_output=True, check=False, timeout=150, **options)
 
 
 def declarations() -> List[Tuple[str, str, List[str]]]:

@@ -74,7 +74,7 @@ ending = ("import itertools, libbarcode, threading, time\n"
           "for work in (one, one, many, reading, reading): threading.Thread(target=work, daemon=True).start()\n"
           "time.sleep(0.1)\n")
 for _ in range(5):
-    subprocess.run([sys.executable, "-c", ending], check=True, timeout=60)
+    subprocess.run([sys.executable, "-c", ending], check=True, timeout=150)
 
 installed = importlib.metadata.metadata("libbarcode")
 assert installed["Version"] == libbarcode.__version__ == libbarcode.version
