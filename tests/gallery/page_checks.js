@@ -108,7 +108,7 @@ window.gallery = (() => {
       section.scrollIntoView();
       // The page follows with the next frames; how many that takes is the browser's affair.
       let found = [];
-      for (let frames = 0; frames === 0 || (found.length > 0 && frames < 300); ++frames) {
+      for (let frames = 0; frames === 0 || (found.length > 0 && frames < 30); ++frames) {
         await frame();
         found = besideSection(bar, link, section);
       }
