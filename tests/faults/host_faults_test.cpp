@@ -19,6 +19,7 @@
 #include "faults/isolated.h"
 #include "support/barcode_object.h"
 #include "support/capture.h"
+#include "support/scratch_folder.h"
 #include "support/symbologies.h"
 
 namespace barcode::test {
@@ -196,10 +197,10 @@ class LoadedLibrary {
   LoadedLibrary() {
     Dl_info info{};
     dladdr(reinterpret_cast<void*>(&barcode_create), &info);
-    m_path = std::filesystem::temp_directory_path() / ("libbarcode-" + std::to_string(getpid()) + ".so");
-    std::filesystem::copy_file(std::filesystem::canonical(info.dli_fname), m_path);
-    m_library = dlopen(m_path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    std::filesystem::remove(m_path);
+    const ScratchFolder folder;
+    const std::string copy = folder.File("libbarcode.so");
+    std::filesystem::copy_file(std::filesystem::canonical(info.dli_fname), copy);
+    m_library = dlopen(copy.c_str(), RTLD_NOW | RTLD_LOCAL);
   }
 
   template <class Function>
@@ -208,7 +209,6 @@ class LoadedLibrary {
   }
 
  private:
-  std::filesystem::path m_path;
   void* m_library = nullptr;
 };
 

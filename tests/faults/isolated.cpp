@@ -15,7 +15,7 @@
 namespace barcode::test {
 namespace {
 
-constexpr unsigned kSeconds = 30;
+constexpr unsigned kSeconds = 180;
 
 void* SharedMemory(std::size_t size) {
   void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);

@@ -23,7 +23,7 @@ class Chromium:
                "--disable-extensions", "--mute-audio", "--force-color-profile=srgb", "--hide-scrollbars",
                "--force-device-scale-factor=1"]
 
-    def __init__(self, program="chromium", timeout=120):
+    def __init__(self, program="chromium", timeout=300):
         self.timeout = timeout
         self.events = []
         self._number = 0
@@ -65,7 +65,7 @@ class Chromium:
     def __exit__(self, *_):
         try:
             self.call("Browser.close")
-            self._process.wait(10)
+            self._process.wait(60)
         except (BrowserError, OSError, subprocess.TimeoutExpired):
             self._process.kill()
             self._process.wait()

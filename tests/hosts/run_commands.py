@@ -23,6 +23,8 @@ def main():
     library = prefix / libdir
     environment = dict(os.environ, LD_LIBRARY_PATH=str(library), PKG_CONFIG_PATH=str(library / "pkgconfig"),
                        CMAKE_PREFIX_PATH=str(prefix), LC_ALL="C.UTF-8")
+    for name in ("JAVA_TOOL_OPTIONS", "JDK_JAVA_OPTIONS", "_JAVA_OPTIONS", "RUBYOPT"):
+        environment.pop(name, None)  # they would be told of
     page = (work / "README.md").read_text(encoding="utf-8")
     blocks = re.findall(r"^```sh\n(.*?)^```$", page, re.MULTILINE | re.DOTALL)
     assert len(blocks) >= 6 and page.count("```") == 2 * len(blocks), "a block of commands has lost its mark"

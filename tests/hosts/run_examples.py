@@ -36,6 +36,9 @@ class Examples:
         self.tests = source / "tests" / "hosts" / language
         # Java takes the arguments of programs in the character set of the locale.
         self.environment = dict(os.environ, LD_LIBRARY_PATH=str(library), LC_ALL="C.UTF-8")
+        # Java tells that it has found options there, and the others may warn.
+        for name in ("JAVA_TOOL_OPTIONS", "JDK_JAVA_OPTIONS", "_JAVA_OPTIONS", "RUBYOPT"):
+            self.environment.pop(name, None)
         self.library = library
         self.checks = 0
 

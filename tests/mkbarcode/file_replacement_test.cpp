@@ -6,6 +6,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <filesystem>
@@ -22,6 +23,8 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::ThrowsMessage;
+
+constexpr std::array kFatalSignals = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGXCPU, SIGXFSZ};
 
 // What happens when every byte is written and the file is about to be flushed; empty: nothing unusual.
 std::function<int()> onFlush;
@@ -42,6 +45,12 @@ namespace {
 
 class FileReplacement : public testing::Test {
  protected:
+  // Whoever runs the tests may have signals ignored: nohup does, and a shell for what is in the background.
+  FileReplacement() {
+    for (const int signal : kFatalSignals) {
+      (void)std::signal(signal, SIG_DFL);
+    }
+  }
   ~FileReplacement() override { onFlush = nullptr; }
 
   const ScratchDirectory m_scratch;
@@ -162,7 +171,7 @@ TEST_F(FileReplacement, TakesAnotherNameWhenAKilledProgramLeftAFile) {
 using FileReplacementDeathTest = FileReplacement;
 
 TEST_F(FileReplacementDeathTest, LeavesNothingBehindWhenASignalEndsTheProgram) {
-  for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGXCPU, SIGXFSZ}) {
+  for (const int signal : kFatalSignals) {
     WriteFile(m_file, "earlier");
     onFlush = [signal] { return raise(signal); };
     EXPECT_EXIT(ReplaceFile(m_file, "bytes"), testing::KilledBySignal(signal), "");

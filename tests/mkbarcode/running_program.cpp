@@ -14,10 +14,22 @@
 #include <string>
 #include <utility>
 
+#include "support/own_memory.h"
+
 namespace barcode::tool {
 namespace {
 
-constexpr int kPatience = 20'000;  // milliseconds
+constexpr int kPatience = 120'000;  // milliseconds
+
+// Whoever runs the tests may have signals ignored or blocked, which a program takes over.
+void TakeSignalsAsUsual() {
+  for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM}) {
+    (void)std::signal(signal, SIG_DFL);
+  }
+  sigset_t none;
+  sigemptyset(&none);
+  sigprocmask(SIG_SETMASK, &none, nullptr);
+}
 
 void CloseOne(int& descriptor) {
   if (const int number = std::exchange(descriptor, -1); number >= 0) {
@@ -47,6 +59,7 @@ RunningProgram::RunningProgram(const std::vector<std::string>& arguments, const 
     dup2(input[0], STDIN_FILENO);
     dup2(output[1], STDOUT_FILENO);
     dup2(errors, STDERR_FILENO);
+    TakeSignalsAsUsual();
     execv(pointers[0], pointers.data());
     _exit(127);
   }
@@ -82,6 +95,15 @@ std::size_t RunningProgram::WriteWhatIsTaken(std::string_view bytes) const {
   const ssize_t count = write(m_input, bytes.data(), bytes.size());
   fcntl(m_input, F_SETFL, 0);
   return count < 0 ? 0 : static_cast<std::size_t>(count);
+}
+
+bool RunningProgram::OutputIsFull() const {
+  const std::string path = "/proc/self/fd/" + std::to_string(m_output);
+  const int otherEnd = open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+  pollfd room = {otherEnd, POLLOUT, 0};
+  const bool isFull = otherEnd >= 0 && poll(&room, 1, 0) == 0;
+  close(otherEnd);
+  return isFull;
 }
 
 void RunningProgram::CloseInput() {
@@ -122,16 +144,28 @@ void RunningProgram::Signal(int signal) const {
 }
 
 bool RunningProgram::Catches(int signal) const {
-  constexpr std::string_view kCaught = "SigCgt:";  // a mask in hexadecimal, bit 0 for signal 1
+  return HasInMask("SigCgt:", signal);
+}
+
+bool RunningProgram::HasTaken(int signal) const {
+  return !HasInMask("ShdPnd:", signal);
+}
+
+// A mask of signals in hexadecimal, bit 0 for signal 1.
+bool RunningProgram::HasInMask(std::string_view mask, int signal) const {
   constexpr int kHexadecimal = 16;
   std::ifstream status("/proc/" + std::to_string(m_process) + "/status");
   for (std::string line; std::getline(status, line);) {
-    if (line.starts_with(kCaught)) {
-      const std::uint64_t mask = std::stoull(line.substr(kCaught.size()), nullptr, kHexadecimal);
-      return (mask >> static_cast<unsigned>(signal - 1) & 1U) != 0;
+    if (line.starts_with(mask)) {
+      const std::uint64_t bits = std::stoull(line.substr(mask.size()), nullptr, kHexadecimal);
+      return (bits >> static_cast<unsigned>(signal - 1) & 1U) != 0;
     }
   }
   return false;
+}
+
+std::size_t RunningProgram::Memory() const {
+  return test::OwnMemory(std::to_string(m_process));
 }
 
 int RunningProgram::Wait() {

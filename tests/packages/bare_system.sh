@@ -16,4 +16,6 @@ fi
 # What apt needs here to reach them, it needs there.
 apt-config dump Acquire::http Acquire::https | grep -i '::proxy' >"$work/apt.conf" || true
 mmdebstrap --quiet --mode=root --variant=minbase --aptopt="$work/apt.conf" bookworm "$work/system.tar" "$work/sources.list"
-mv "$work/system.tar" "$1"
+# Whole or not at all: another disk may hold it, and what is there is kept.
+cp "$work/system.tar" "$1.part"
+mv "$1.part" "$1"

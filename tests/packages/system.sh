@@ -5,7 +5,8 @@ root=$(mktemp -d)
 finish() {
   cp -u "$root"/var/cache/apt/archives/*.deb "$archives/" || true
   rm -f "$archives"/*barcode*
-  umount "$root/proc" || true
+  # A process that is still there keeps it busy.
+  umount "$root/proc" || umount -l "$root/proc" || true
   rm -rf --one-file-system "$root"
 }
 trap finish EXIT

@@ -29,7 +29,16 @@ PAGE = pathlib.Path()
 SSHD = shutil.which("sshd", path=os.environ.get("PATH", "") + ":/usr/sbin:/sbin")
 ROWS = 2000
 ROWS_OF_A_JOB = 100
-PATIENCE = 60  # seconds for what takes one
+PATIENCE = 120  # seconds for what takes one
+
+# Stands for mkbarcode on both hosts. On the one that is to die, it writes half of a job's lines, and then nothing more.
+DRAWER = """#!/bin/sh
+if [ "$TEST_HOST" != "$(cat '{dying}')" ]; then
+  exec '{program}' "$@"
+fi
+'{program}' "$@" | head -n {half}
+kill -STOP $$
+"""
 
 
 def free_port():
@@ -54,13 +63,6 @@ def children(pid):
     return found
 
 
-def name_of(pid):
-    try:
-        return pathlib.Path(f"/proc/{pid}/comm").read_text(encoding="utf-8").strip()
-    except OSError:
-        return ""
-
-
 def is_stopped(pid):
     try:
         return pathlib.Path(f"/proc/{pid}/stat").read_text(encoding="utf-8").rsplit(")", 1)[1].split()[0] == "T"
@@ -79,30 +81,35 @@ def send(pid, number):
 class Host:
     """An ssh server on a port of loopback."""
 
+    TRIES = 20
+
     def __init__(self, folder, name):
         self.name = name
+        self.log = folder / f"sshd_{name}.log"
+        # Somebody else may take a port that was free a moment ago: only the server's own word counts.
+        if not any(self.listens(folder) for _ in range(self.TRIES)):
+            raise RuntimeError(f"{name} does not listen: " + self.log.read_text(encoding="utf-8"))
+
+    def listens(self, folder):
+        """Whether a server of its own has a port now."""
         self.port = free_port()
-        configuration = folder / f"sshd_{name}"
+        configuration = folder / f"sshd_{self.name}"
         configuration.write_text(
             f"Port {self.port}\nListenAddress 127.0.0.1\nHostKey {folder}/host_key\n"
             f"AuthorizedKeysFile {folder}/key.pub\nPidFile none\nUsePAM no\nStrictModes no\n"
             "PasswordAuthentication no\nKbdInteractiveAuthentication no\nPermitRootLogin prohibit-password\n"
-            f"MaxStartups 50\nSetEnv HOME={folder}\n",  # whose start-up files are none
+            # Start-up files of that HOME are none.
+            f"MaxStartups 50\nSetEnv HOME={folder} TEST_HOST={self.name}\n",
             encoding="utf-8")
-        self.log = folder / f"sshd_{name}.log"
+        self.log.unlink(missing_ok=True)
         self.process = subprocess.Popen([SSHD, "-D", "-f", configuration, "-E", self.log])
         deadline = time.monotonic() + PATIENCE
-        while time.monotonic() < deadline:
-            try:
-                socket.create_connection(("127.0.0.1", self.port), timeout=1).close()
-                return
-            except OSError:
-                time.sleep(0.05)
-        raise RuntimeError(f"{name} does not answer: " + self.log.read_text(encoding="utf-8"))
-
-    def drawing(self):
-        """The mkbarcode processes that this host runs."""
-        return [pid for pid in children(self.process.pid) if name_of(pid) == "mkbarcode"]
+        while time.monotonic() < deadline and self.process.poll() is None:
+            if self.log.exists() and f"listening on 127.0.0.1 port {self.port}." in self.log.read_text(encoding="utf-8"):
+                return True
+            time.sleep(0.05)
+        self.kill()
+        return False
 
     def kill(self):
         """As if the plug were pulled: server, connections and what they run."""
@@ -124,6 +131,11 @@ class ManyMachines(unittest.TestCase):
         self.folder = pathlib.Path(folder.name)
         for key in ("host_key", "key"):
             subprocess.run(["ssh-keygen", "-q", "-t", "ed25519", "-N", "", "-f", self.folder / key], check=True)
+        self.dying = self.folder / "dying"
+        self.dying.write_text("none", encoding="utf-8")
+        drawer = self.folder / "drawer"
+        drawer.write_text(DRAWER.format(dying=self.dying, program=MKBARCODE, half=ROWS_OF_A_JOB // 2), encoding="utf-8")
+        drawer.chmod(0o755)
         self.hosts = []
         for name in ("one", "two"):
             self.hosts.append(Host(self.folder, name))
@@ -142,7 +154,7 @@ class ManyMachines(unittest.TestCase):
         command = block.removeprefix("sh\n").replace("\\\n", " ").strip()
         for written, meant in ((" <rows.jsonl >labels.jsonl", ""), ("-N 5000", f"-N {ROWS_OF_A_JOB}"),
                                ("parallel ", f"exec parallel --will-cite --ssh 'ssh -F {self.configuration}' "),
-                               ("'mkbarcode ", f"'{MKBARCODE} ")):
+                               ("'mkbarcode ", f"'{self.folder}/drawer ")):
             self.assertIn(written, command)
             command = command.replace(written, meant, 1)
         return command
@@ -202,25 +214,23 @@ class ManyMachines(unittest.TestCase):
         self.check_rows()
 
     def test_a_host_that_dies_in_the_middle_loses_nothing(self):
+        self.dying.write_text(self.hosts[1].name, encoding="utf-8")
         process = self.start()
         writer = threading.Thread(target=self.write, args=(process,))
         writer.start()
         self.addCleanup(writer.join)
-        self.hold(self.hosts[1])
+        self.wait_until_it_hangs(self.hosts[1])
         self.hosts[1].kill()
         self.finish(process)
         self.check_rows()
 
-    def hold(self, host):
-        """Stops a process that draws on the host, so that rows are in its hands for sure."""
+    def wait_until_it_hangs(self, host):
+        """Until a job stands still there, of which some rows are drawn and the others in its hands."""
         deadline = time.monotonic() + PATIENCE
         while time.monotonic() < deadline:
-            for pid in host.drawing():
-                if send(pid, signal.SIGSTOP):
-                    time.sleep(0.05)
-                    if is_stopped(pid):
-                        return
-            time.sleep(0.002)
+            if any(is_stopped(pid) for pid in children(host.process.pid)):
+                return
+            time.sleep(0.05)
         self.fail("the second host never drew")
 
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <unistd.h>
+#include <stdlib.h>  // NOLINT(modernize-deprecated-headers): mkdtemp
 
-#include <atomic>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -12,10 +12,12 @@ namespace barcode::test {
 // A folder of its own for each object, removed at the end of the scope.
 class ScratchFolder {
  public:
-  ScratchFolder()
-      : m_path(std::filesystem::temp_directory_path() /
-               ("barcode-test-" + std::to_string(getpid()) + "-" + std::to_string(NextNumber()))) {
-    std::filesystem::create_directories(m_path);
+  ScratchFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "barcode-test-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) {
+      throw std::runtime_error("no scratch folder");
+    }
+    m_path = pattern;
   }
   ~ScratchFolder() {
     std::error_code ignored;
@@ -27,11 +29,6 @@ class ScratchFolder {
   std::string File(const std::string& name) const { return (m_path / name).string(); }
 
  private:
-  static int NextNumber() {
-    static std::atomic<int> number = 0;
-    return ++number;
-  }
-
   std::filesystem::path m_path;
 };
 

@@ -3,9 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <malloc.h>
-#include <unistd.h>
 
-#include <fstream>
 #include <latch>
 #include <set>
 #include <stdexcept>
@@ -14,6 +12,7 @@
 
 #include "barcode.h"
 #include "support/capture.h"
+#include "support/own_memory.h"
 
 namespace barcode::test {
 namespace {
@@ -50,13 +49,6 @@ std::string DrawWith(const LoadedLibrary& library) {
   return uri;
 }
 
-std::size_t ResidentBytes() {
-  std::size_t total = 0;
-  std::size_t resident = 0;
-  std::ifstream("/proc/self/statm") >> total >> resident;
-  return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-}
-
 // A thread that has drawn keeps the library in memory until it ends.
 std::string DrawOnThread(const LoadedLibrary& library) {
   std::string drawn;
@@ -80,15 +72,16 @@ TEST(Unload, AsOftenAsOneLikesTakesNoMemory) {
   std::string first;
   std::string second;
   std::size_t heapBefore = 0;
-  std::size_t residentBefore = 0;
+  std::size_t ownBefore = 0;
   WithoutOutput([&] {
     first = LoadAndDrawAgainAndAgain();
     heapBefore = mallinfo2().uordblks;
-    residentBefore = ResidentBytes();
+    ownBefore = OwnMemory("self");
     second = LoadAndDrawAgainAndAgain();
   });
   EXPECT_LT(mallinfo2().uordblks, heapBefore + kTolerance);
-  EXPECT_LT(ResidentBytes(), residentBefore + kTolerance);
+  EXPECT_GT(ownBefore, 0);
+  EXPECT_LT(OwnMemory("self"), ownBefore + kTolerance);
   EXPECT_THAT(first, testing::StartsWith("data:image/png;base64,iVBORw0KGgo"));
   EXPECT_EQ(second, first);
 }

@@ -100,7 +100,7 @@ Words CompletedByBash(const Words& words) {
   }
   line += Concat({"); COMP_CWORD=", std::to_string(words.size()),
                   "; compopt() { :; }; _mkbarcode; printf '%s\\n' \"${COMPREPLY[@]}\""});
-  const Outcome outcome = RunShell("bash -c " + ShellQuoted(line));
+  const Outcome outcome = RunShell("LC_ALL=C.UTF-8 bash -c " + ShellQuoted(line));
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.errors, IsEmpty());
   Words completed = Lines(outcome.output);

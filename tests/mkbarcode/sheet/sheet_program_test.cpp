@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <csignal>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
@@ -14,6 +15,7 @@
 #include "label_proof/picture.h"
 #include "mkbarcode/program_runner.h"
 #include "mkbarcode/quoting.h"
+#include "mkbarcode/running_program.h"
 #include "mkbarcode/sheet/sheet_command.h"
 #include "support/readers.h"
 
@@ -368,17 +370,20 @@ TEST_F(SheetProgram, FailuresLeaveWhatWasThere) {
 }
 
 TEST_F(SheetProgram, SignalsLeaveNoFile) {
-  for (const auto& [signal, status] :
-       {std::pair("INT", 130), std::pair("TERM", 143), std::pair("KILL", 137)}) {
+  const ScratchDirectory elsewhere;
+  for (const int signal : {SIGINT, SIGTERM, SIGKILL}) {
+    RunningProgram program({"sheet", "-", "-o", Pdf(), "--page", "A4", "--grid", "1x1"},
+                           elsewhere.File("errors"));
+    for (int i = 0; i < 5; ++i) {
+      program.Write(Row("qr", "A"));
+    }
     // Pages are being written while the rows still come.
-    const Outcome outcome = RunShell(
-        "{ for i in 1 2 3 4 5; do echo '{\"type\":\"qr\",\"text\":\"A\"}'; done; sleep 2; } | { timeout "
-        "--preserve-status -s " +
-        std::string(signal) + " 0.7 " + Program() + " sheet - -o " + ShellQuoted(Pdf()) +
-        " --page A4 --grid 1x1; }");
-    EXPECT_EQ(outcome.status, status) << signal;
+    ASSERT_TRUE(Eventually([&] { return !m_scratch.Names().empty(); }));
+    program.Signal(signal);
+    constexpr int kSignalled = 1000;
+    EXPECT_EQ(program.Wait(), kSignalled + signal);
     EXPECT_FALSE(IsThere()) << signal;
-    if (std::string_view(signal) != "KILL") {
+    if (signal != SIGKILL) {
       EXPECT_THAT(m_scratch.Names(), IsEmpty()) << signal;
     }
   }

@@ -188,6 +188,7 @@ class BatchRun {
     std::optional<JobReader> jobs;
     std::optional<Failures> failures;
     try {
+      const Interruption::BreaksOffCalls breaksOff;
       jobs.emplace(m_options.jobs, format, Rules(), interruption.WakeUpDescriptor());
       if (Interruption::Signal() != 0) {
         return End(true);

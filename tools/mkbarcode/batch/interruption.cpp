@@ -19,11 +19,19 @@ constexpr std::array kErrorSignals = {SIGPIPE, SIGXFSZ};
 
 std::atomic<int> firstSignal = 0;
 std::atomic<int> wakeUpOfHandler = -1;
-static_assert(std::atomic<int>::is_always_lock_free);
+std::atomic<bool> breaksOffCalls = false;
+static_assert(std::atomic<int>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
 
 void Notify(int descriptor) {
   const std::uint64_t one = 1;
   [[maybe_unused]] const ssize_t written = write(descriptor, &one, sizeof one);
+}
+
+// Once a second from the first signal on: one of these alarms comes during the call that is to end.
+extern "C" void Insist(int /*signal*/) {
+  if (breaksOffCalls) {
+    alarm(1);
+  }
 }
 
 extern "C" void Note(int signal) {
@@ -36,6 +44,7 @@ extern "C" void Note(int signal) {
     return;
   }
   Notify(wakeUpOfHandler);
+  Insist(signal);
   errno = reason;
 }
 
@@ -83,6 +92,22 @@ void Interruption::WakeUp() const {
 
 int Interruption::Signal() {
   return firstSignal;
+}
+
+Interruption::BreaksOffCalls::BreaksOffCalls() {
+  struct sigaction insisting {};
+  insisting.sa_handler = Insist;  // no call is taken up again after it
+  sigaction(SIGALRM, &insisting, &m_before);
+  breaksOffCalls = true;
+  if (Signal() != 0) {
+    alarm(1);
+  }
+}
+
+Interruption::BreaksOffCalls::~BreaksOffCalls() {
+  breaksOffCalls = false;
+  alarm(0);
+  sigaction(SIGALRM, &m_before, nullptr);
 }
 
 }  // namespace barcode::tool

@@ -23,6 +23,19 @@ class Interruption {
   // Whoever waits for it is to look around.
   void WakeUp() const;
 
+  // While it lives, a call that waits, such as the opening of a pipe with a name, ends with EINTR after a
+  // signal, and not only when the signal came during the call: it might come just before.
+  class BreaksOffCalls {
+   public:
+    BreaksOffCalls();
+    BreaksOffCalls(const BreaksOffCalls&) = delete;
+    BreaksOffCalls& operator=(const BreaksOffCalls&) = delete;
+    ~BreaksOffCalls();
+
+   private:
+    struct sigaction m_before {};
+  };
+
  private:
   int m_wakeUp;
   std::array<struct sigaction, 5> m_before{};
